@@ -1,0 +1,23 @@
+# The tools, and the delivered data files which one of them makes beside the programs.
+
+kalvora_programm(kalvora-feiertage tools/feiertage_bauen.cpp kalvora_kern)
+kalvora_programm(kalvora-firma tools/firma_erzeugen.cpp kalvora_kern)
+
+set(KALVORA_DATEN "")
+if(TARGET kalvora-feiertage)
+    set(KALVORA_DATEN
+        "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/KalvoraFtg.dat" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/KalvoraSetup.dat")
+    file(GLOB_RECURSE vorlagen CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/data/*.txt")
+    add_custom_command(
+        OUTPUT ${KALVORA_DATEN}
+        COMMAND kalvora-feiertage "${CMAKE_SOURCE_DIR}/data" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}"
+        DEPENDS kalvora-feiertage ${vorlagen}
+        COMMENT "Holiday templates and setup file"
+        VERBATIM)
+    add_custom_target(kalvora_daten ALL DEPENDS ${KALVORA_DATEN})
+    foreach(programm kalvora kalvora-konsole)
+        if(TARGET ${programm})
+            add_dependencies(${programm} kalvora_daten)
+        endif()
+    endforeach()
+endif()
