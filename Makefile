@@ -1,0 +1,50 @@
+# Every command sets up what it needs (Debian packages), builds and does its work.
+#   make run     the program on a made-up company: window, or console where there is no display
+#   make test    every test (PRESET=release, debug or asan)
+#   make lint    format, direction of the includes, clang-tidy
+#   make bench   benchmarks          make fuzz     fuzz targets, FUZZ_SECONDS each
+#   make build   programs only       make format   formats the sources        make clean
+
+PRESET ?= release
+JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 30
+# Warnings stop the build where nobody reads them.
+WERROR ?= $(if $(CI),ON,OFF)
+export JOBS FUZZ_SECONDS WERROR
+
+.PHONY: build run test lint bench fuzz format clean
+
+build:
+	@tools/einrichten.sh bau fenster
+	@tools/bauen.sh $(PRESET)
+
+run:
+	@tools/einrichten.sh bau fenster
+	@tools/bauen.sh release
+	@tools/demo.sh release
+
+test:
+	@tools/einrichten.sh bau fenster test
+	@tools/bauen.sh $(PRESET)
+	@tools/testen.sh $(PRESET)
+
+lint:
+	@tools/einrichten.sh bau fenster lint
+	@tools/lint.sh
+
+bench:
+	@tools/einrichten.sh bau fenster bench
+	@tools/bauen.sh release
+	@tools/bench.sh
+
+fuzz:
+	@tools/einrichten.sh bau fuzz
+	@tools/bauen.sh fuzz
+	@tools/fuzz.sh
+
+format:
+	@tools/einrichten.sh lint
+	@git ls-files -z -- '*.cpp' '*.h' | xargs -0 -r clang-format -i
+
+clean:
+	rm -rf build
