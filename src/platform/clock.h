@@ -1,0 +1,18 @@
+// Time. The local date and time of day come from `now`; waits, guards and measures use the steady clock.
+#pragma once
+
+#include "base/datum.h"
+#include "platform/filesystem.h"
+
+namespace kalvora {
+
+class Clock {
+public:
+    virtual ~Clock() = default;
+    virtual Zeitpunkt now() = 0;            // local time
+    virtual double steady() = 0;            // seconds from an arbitrary point, never backwards
+    virtual void sleep(double seconds) = 0;  // the whole process waits; the window's waits are Application::Pause
+    virtual Datum day_of(Zeitstempel) = 0;  // local date of a file's time stamp
+};
+
+}  // namespace kalvora

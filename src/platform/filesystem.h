@@ -1,0 +1,88 @@
+// What the program asks of a file system, call by call, so that a test can refuse, cut short or end the
+// program at each of them. Paths are absolute and native ("/srv/x/Data/"); folders end in "/".
+// Nothing here throws: every call says its fault as a number (52 to 76).
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "base/fehler.h"
+#include "base/text.h"
+
+namespace kalvora {
+
+// A value or the number of the fault that stood in its way.
+template <class T>
+class Ergebnis {
+public:
+    Ergebnis(T wert) : wert_(std::move(wert)) {}
+    static Ergebnis fehler(int nummer) { return Ergebnis(nummer, 0); }
+    explicit operator bool() const { return nummer_ == 0; }
+    int nummer() const { return nummer_; }
+    T& operator*() { return *wert_; }
+    const T& operator*() const { return *wert_; }
+    T* operator->() { return &*wert_; }
+    const T* operator->() const { return &*wert_; }
+
+private:
+    Ergebnis(int nummer, int) : nummer_(nummer) {}
+    std::optional<T> wert_;
+    int nummer_ = 0;
+};
+
+// Success is 0.
+using Fehlercode = int;
+
+// Time stamps are compared for equality only, never for order across machines; 0 is "no file".
+using Zeitstempel = std::int64_t;  // nanoseconds since 1970-01-01 UTC
+
+struct FileInfo {
+    bool folder = false;
+    std::uint64_t size = 0;
+    Zeitstempel time = 0;
+    unsigned mode = 0;
+    unsigned group = 0;
+};
+
+enum class OpenMode {
+    Read,
+    Append,     // created when missing; also readable, so that the end can be looked at
+    CreateNew,  // fails with 58 when something stands there
+    Overwrite,  // in place, created when missing; only behind a whole, synced copy
+};
+
+class FileSystem {
+public:
+    using Handle = int;
+    virtual ~FileSystem() = default;
+
+    virtual Ergebnis<Handle> open(const Text& path, OpenMode mode) = 0;
+    virtual Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) = 0;  // 0 at the end
+    virtual Ergebnis<std::size_t> read_at(Handle, std::uint64_t offset, char* buffer, std::size_t size) = 0;
+    virtual Ergebnis<std::size_t> write(Handle, std::string_view bytes) = 0;  // may be short
+    virtual Fehlercode sync(Handle) = 0;                                       // "not supported" is success
+    virtual Fehlercode truncate(Handle, std::uint64_t size) = 0;
+    virtual Fehlercode copy_rights(Handle, const FileInfo& from) = 0;  // mode and group, as far as allowed
+    virtual Ergebnis<FileInfo> info(Handle) = 0;
+    virtual Fehlercode close(Handle) = 0;
+
+    virtual Ergebnis<FileInfo> info(const Text& path) = 0;
+    virtual Fehlercode rename(const Text& from, const Text& to) = 0;  // replaces `to`
+    // `to` appears with the content of `from` only if nothing stood there (58 otherwise); `from` is gone then.
+    virtual Fehlercode rename_new(const Text& from, const Text& to) = 0;
+    virtual Fehlercode remove(const Text& path) = 0;         // a file, write protection notwithstanding
+    virtual Fehlercode remove_folder(const Text& path) = 0;  // empty folders only
+    virtual Fehlercode make_folder(const Text& path) = 0;    // one level
+    // Names of a folder, without "." and "..", sorted; a folder that cannot be listed is a fault.
+    virtual Ergebnis<std::vector<Text>> list(const Text& folder) = 0;
+    virtual Fehlercode change_folder(const Text& folder) = 0;
+    virtual Text current_folder() = 0;
+};
+
+bool Datei_vorhanden(FileSystem& fs, const Text& pfad);
+bool Ordner_vorhanden(FileSystem& fs, const Text& pfad);
+
+}  // namespace kalvora

@@ -1,0 +1,99 @@
+#include "platform/window/application.h"
+
+#include <algorithm>
+
+namespace kalvora {
+
+class Application::Beschäftigt {
+public:
+    explicit Beschäftigt(Application& app) : app_(app) { ++app_.busy_; }
+    ~Beschäftigt() { --app_.busy_; }
+    Beschäftigt(const Beschäftigt&) = delete;
+    Beschäftigt& operator=(const Beschäftigt&) = delete;
+
+private:
+    Application& app_;
+};
+
+void Application::Hinweis(const Text& text) {
+    Beschäftigt beschäftigt(*this);
+    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
+    windows_.message(text);
+    windows_.set_pointer(pointer());
+    check_error();
+}
+
+Antwort Application::Frage(const Text& text, const Frageart& art) {
+    Beschäftigt beschäftigt(*this);
+    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
+    const Antwort antwort = windows_.question(text, art);
+    windows_.set_pointer(pointer());
+    check_error();
+    return antwort;
+}
+
+void Application::Pause(double seconds) {
+    Beschäftigt beschäftigt(*this);
+    windows_.wait(seconds);
+    check_error();
+}
+
+void Application::open(Form& form) {
+    forms_.push_back(&form);
+    windows_.open(form);
+}
+
+void Application::close(Form& form) {
+    const auto hit = std::find(forms_.begin(), forms_.end(), &form);
+    if (hit == forms_.end()) return;
+    forms_.erase(hit);
+    windows_.close(form);
+}
+
+void Application::open_modal(Form& form) {
+    const int outer = std::exchange(busy_, 0);  // the new window has a counter of its own
+    form.set_modal(true);
+    open(form);
+    windows_.run_modal(form);
+    close(form);
+    busy_ = outer;
+    check_error();
+}
+
+void Application::run(Form& main) {
+    check_error();
+    windows_.run(main);
+    check_error();
+}
+
+bool Application::accepts(const Form& form) const {
+    if (busy_ > 0 || error_) return false;
+    for (auto f = forms_.rbegin(); f != forms_.rend(); ++f) {
+        if (*f == &form) return true;
+        if ((*f)->modal()) return false;
+    }
+    return false;
+}
+
+bool Application::event(Form& form, const std::function<void()>& handler) {
+    if (!accepts(form)) return false;
+    Beschäftigt beschäftigt(*this);
+    try {
+        if (handler) handler();
+    } catch (...) {
+        error_ = std::current_exception();
+        windows_.quit();
+    }
+    return true;
+}
+
+void Application::check_error() {
+    if (error_) std::rethrow_exception(std::exchange(error_, nullptr));
+}
+
+void Application::Sanduhr(bool an) {
+    sanduhr_ = std::max(0, sanduhr_ + (an ? 1 : -1));
+    windows_.set_pointer(pointer());
+}
+
+}  // namespace kalvora

@@ -1,0 +1,77 @@
+// The program as the windowing system sees it: messages and questions, the busy counter, and the one border
+// through which every event enters the logic. An exception is caught at the border, remembered, ends the
+// loops, and is thrown again behind each of them, so that nothing is ever thrown across the toolkit and no
+// caller runs on behind a modal window after a failure.
+#pragma once
+
+#include "platform/window/form.h"
+
+namespace kalvora {
+
+enum class Antwort { Ja, Nein, Abbrechen };
+enum class Fragesymbol { Frage, Warnung };
+enum class Mauszeiger { Standard, Pfeil, Sanduhr };
+
+struct Frageart {
+    Fragesymbol symbol = Fragesymbol::Warnung;
+    bool mit_Abbrechen = false;
+    Antwort vorgabe = Antwort::Nein;
+};
+
+// A front end. Its loops return when quit() was called.
+class WindowSystem {
+public:
+    virtual ~WindowSystem() = default;
+    virtual void open(Form&) = 0;       // builds the view, attaches and shows it
+    virtual void close(Form&) = 0;      // takes the view away again
+    virtual void run(Form& main) = 0;   // until the window was closed or quit
+    virtual void run_modal(Form&) = 0;  // the same for a nested window
+    virtual void quit() = 0;
+    virtual void message(const Text& text) = 0;  // beep, warning sign, title "Kalvora", OK
+    virtual Antwort question(const Text& text, const Frageart& art) = 0;
+    virtual void process_events() = 0;
+    virtual void wait(double seconds) = 0;  // staying responsive
+    virtual void beep() = 0;
+    virtual void set_pointer(Mauszeiger) = 0;
+    virtual bool active(const Form&) = 0;  // is it the window in front?
+};
+
+class Application {
+public:
+    explicit Application(WindowSystem& windows) : windows_(windows) {}
+    WindowSystem& windows() { return windows_; }
+
+    // The one message operation. The wait pointer rests meanwhile.
+    void Hinweis(const Text& text);
+    Antwort Frage(const Text& text, const Frageart& art = {});
+    void Pause(double seconds);  // lets events be handled, none of which reaches logic
+
+    // --- windows
+    void open(Form&);
+    void close(Form&);
+    void open_modal(Form&);  // returns when it was closed; throws what an event in it threw
+    void run(Form& main);    // the program's loop; throws what an event threw
+    const std::vector<Form*>& forms() const { return forms_; }  // outermost first
+    Form* active_form() const { return forms_.empty() ? nullptr : forms_.back(); }
+
+    // --- the border
+    bool accepts(const Form&) const;
+    bool event(Form&, const std::function<void()>& handler);  // false: the program was busy
+    bool busy() const { return busy_ > 0; }
+    void check_error();  // throws what was remembered
+
+    // --- wait pointer, counted
+    void Sanduhr(bool an);
+    bool Sanduhr_an() const { return sanduhr_ > 0; }
+    Mauszeiger pointer() const { return sanduhr_ > 0 ? Mauszeiger::Sanduhr : Mauszeiger::Standard; }
+
+private:
+    class Beschäftigt;
+    WindowSystem& windows_;
+    std::vector<Form*> forms_;
+    int busy_ = 0;
+    int sanduhr_ = 0;
+    std::exception_ptr error_;
+};
+
+}  // namespace kalvora

@@ -1,0 +1,109 @@
+#include "platform/window/control.h"
+
+#include "platform/window/application.h"
+
+namespace kalvora {
+
+Control::Control(Form& form, ControlKind kind, Text name, int index)
+    : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
+    if (form.find(name_, index)) throw Laufzeitfehler(457, u"Steuerelement doppelt: " + form.name() + u"." + full_name());
+    form.controls_.push_back(this);
+}
+
+Text Control::full_name() const {
+    return index_ == 0 ? name_ : name_ + u"(" + ziffern(index_) + u")";
+}
+
+Text Control::object_name() const {
+    return index_ == 0 ? name_ : name_ + u"_" + ziffern(index_);
+}
+
+void Control::changed(Aspect aspect) {
+    if (form_.view()) form_.view()->control_changed(*this, aspect);
+}
+
+bool Control::fire(const std::function<void()>& handler) {
+    return form_.app().event(form_, handler);
+}
+
+void Button::set_colours(Farbe fore, Farbe back) {
+    if (coloured_ && fore == fore_ && back == back_) return;
+    coloured_ = true;
+    fore_ = fore;
+    back_ = back;
+    changed(Aspect::Colours);
+}
+
+bool Button::user_click(Modifiers mods) {
+    return reachable() && fire([&] {
+        if (on_click) on_click(mods);
+    });
+}
+
+bool ComboBox::user_select(int item) {
+    if (!reachable() || item < 0 || item >= static_cast<int>(items_.size())) return false;
+    return fire([&] {
+        set_selected(item);
+        if (on_select) on_select();
+    });
+}
+
+void TabStrip::set_captions(std::vector<Text> captions) {
+    disabled_.assign(captions.size(), false);
+    assign(captions_, std::move(captions), Aspect::Items);
+}
+
+bool TabStrip::tab_enabled(int tab) const {
+    return tab >= 0 && tab < static_cast<int>(disabled_.size()) && !disabled_[static_cast<size_t>(tab)];
+}
+
+void TabStrip::set_tab_enabled(int tab, bool enabled) {
+    if (tab < 0 || tab >= static_cast<int>(disabled_.size())) return;
+    disabled_[static_cast<size_t>(tab)] = !enabled;
+    changed(Aspect::State);
+}
+
+bool TabStrip::user_select(int tab) {
+    if (!reachable() || !tab_enabled(tab)) return false;
+    return fire([&] {
+        const int before = selected_;
+        if (tab == before) return;
+        set_selected(tab);
+        if (on_change) on_change(before);
+    });
+}
+
+bool TabStrip::user_arrow(int step) {
+    if (!reachable()) return false;
+    bool handled = false;
+    const bool entered = fire([&] { handled = on_arrow && on_arrow(step); });
+    if (!entered || handled) return entered;
+    const int next = selected_ + step;
+    return next < 0 || next >= static_cast<int>(captions_.size()) || user_select(next);
+}
+
+void FloatingBox::show(Text text, int row, int column) {
+    text_ = std::move(text);
+    row_ = row;
+    column_ = column;
+    if (visible())
+        changed(Aspect::Text);
+    else
+        set_visible(true);
+}
+
+MenuItem::MenuItem(Form& form, Text name, Text parent, Text caption, Text shortcut)
+    : Control(form, ControlKind::MenuItem, std::move(name)),
+      parent_(std::move(parent)),
+      caption_(std::move(caption)),
+      shortcut_(std::move(shortcut)) {}
+
+bool MenuItem::user_click() {
+    const auto* menu = dynamic_cast<const MenuItem*>(parent_.empty() ? nullptr : form().find(parent_));
+    if (!reachable() || (menu && !menu->reachable())) return false;
+    return fire([&] {
+        if (on_click) on_click();
+    });
+}
+
+}  // namespace kalvora

@@ -1,0 +1,37 @@
+#include "platform/window/form.h"
+
+#include "platform/window/application.h"
+
+namespace kalvora {
+
+void Form::set_title(Text title) {
+    if (title == title_) return;
+    title_ = std::move(title);
+    if (view_) view_->title_changed();
+}
+
+Control* Form::find(TextView name, int index) const {
+    for (Control* control : controls_)
+        if (control->index() == index && control->name() == name) return control;
+    return nullptr;
+}
+
+bool Form::user_key(const Key& key) {
+    bool handled = false;
+    app_.event(*this, [&] { handled = on_key && on_key(key); });
+    return handled;
+}
+
+bool Form::user_close() {
+    bool closed = false;
+    app_.event(*this, [&] { closed = !on_query_close || on_query_close(); });
+    return closed;
+}
+
+void Form::user_resize() {
+    app_.event(*this, [&] {
+        if (on_resize) on_resize();
+    });
+}
+
+}  // namespace kalvora
