@@ -19,20 +19,24 @@ pruefe_includes() {
     tools/include_richtung_test.sh && tools/include_richtung.sh
 }
 
-# The front ends' sources count only where they are part of the build (no Qt, no windows).
+# The tracked sources that are part of the release build (no windows where there is no Qt).
+gebaute_quellen() {
+    quellen 'src/*.cpp' 'tools/*.cpp' | tr '\0' '\n' | while IFS= read -r datei; do
+        ! grep -qF "/$datei\"" build/release/compile_commands.json || printf '%s\0' "$datei"
+    done
+}
+
 pruefe_tidy() {
     [ -f build/release/compile_commands.json ] || tools/bauen.sh release help >/dev/null || return 1
     if grep -q '/src/ui/qt/' build/release/compile_commands.json; then
         cmake --build build/release --target kalvora_qt_autogen >/dev/null || return 1
     fi
-    liste="$(mktemp)"
-    quellen 'src/*.cpp' 'tools/*.cpp' >"$liste"
-    tr '\0' '\n' <"$liste" | while IFS= read -r datei; do
-        grep -qF "/$datei\"" build/release/compile_commands.json && printf '%s\0' "$datei"
-    done | xargs -0 -r -n 3 -P "$jobs" clang-tidy -p build/release --quiet 2>"$liste" && stand=0 || stand=$?
+    meldungen="$(mktemp)"
+    stand=0
+    gebaute_quellen | xargs -0 -r -n 3 -P "$jobs" clang-tidy -p build/release --quiet 2>"$meldungen" || stand=$?
     # Of the other stream only what is no count of suppressed warnings.
-    grep -Ev '^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$' "$liste" >&2 || true
-    rm -f "$liste"
+    grep -Ev '^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$' "$meldungen" >&2 || true
+    rm -f "$meldungen"
     return $stand
 }
 
