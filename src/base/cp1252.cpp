@@ -24,7 +24,7 @@ std::array<std::uint8_t, 256> faltung() {
     return tabelle;
 }
 
-}  // namespace
+} // namespace
 
 Text aus_cp1252(std::string_view bytes) {
     Text aus(bytes.size(), u'\0');
@@ -54,4 +54,4 @@ bool cp1252_umkehrbar() {
     return umkehrbar();
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -39,4 +39,4 @@ std::uint8_t cp1252_klein(std::uint8_t byte);
 // Is every byte 1 to 255 its own way back? The start condition of the program.
 bool cp1252_umkehrbar();
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -33,35 +33,39 @@ struct Datumsteile {
 Datumsteile nach_Reihenfolge(const std::vector<Text>& teile, Datumsreihenfolge reihenfolge) {
     const auto teil = [&](size_t k) { return k < teile.size() ? teile[k] : Text(); };
     switch (reihenfolge) {
-        case Datumsreihenfolge::MonatTagJahr: return {teil(1), teil(0), teil(2)};
-        case Datumsreihenfolge::JahrMonatTag: return {teil(2), teil(1), teil(0)};
-        default: return {teil(0), teil(1), teil(2)};
+    case Datumsreihenfolge::MonatTagJahr: return {teil(1), teil(0), teil(2)};
+    case Datumsreihenfolge::JahrMonatTag: return {teil(2), teil(1), teil(0)};
+    default: return {teil(0), teil(1), teil(2)};
     }
 }
 
-// Short forms of a typed date brought to digits with separators; `fehler` is set when nothing can be made of it.
+// Short forms of a typed date brought to digits with separators; `fehler` is set when nothing can be made of
+// it.
 Datumsprüfung ergänzt(Text text, char16_t trenner) {
-    if (text.size() == 3 && text[1] == trenner)
-        text = Text(u"0") + text[0] + trenner + u'0' + text[2];
+    if (text.size() == 3 && text[1] == trenner) text = Text(u"0") + text[0] + trenner + u'0' + text[2];
     if (text.size() < 4) return {{}, u"Das eingegebene Datum ist zu kurz"};
     if (text.find(trenner) == Text::npos) {
-        if (text.size() == 4) text = text.substr(0, 2) + trenner + text.substr(2);
-        else if (text.size() == 6) text = text.substr(0, 2) + trenner + text.substr(2, 2) + trenner + text.substr(4);
+        if (text.size() == 4)
+            text = text.substr(0, 2) + trenner + text.substr(2);
+        else if (text.size() == 6)
+            text = text.substr(0, 2) + trenner + text.substr(2, 2) + trenner + text.substr(4);
     }
     for (char16_t c : text)
-        if (!ist_Ziffer(c) && c != trenner) return {{}, Text(u"Unzulässiges Zeichen '") + c + u"' im Datum enthalten"};
+        if (!ist_Ziffer(c) && c != trenner)
+            return {{}, Text(u"Unzulässiges Zeichen '") + c + u"' im Datum enthalten"};
     const auto anzahl = std::count(text.begin(), text.end(), trenner);
     if (anzahl == 0) return {{}, Text(u"Kein Datumstrennzeichen '") + trenner + u"' gefunden"};
     if (anzahl == 1) text += trenner;
     return {text, {}};
 }
 
-}  // namespace
+} // namespace
 
 Datum Datum_aus(int jahr, int monat, int tag) {
     const int monate = monat - 1;
     const int jahre = monate >= 0 ? monate / 12 : (monate - 11) / 12;
-    return static_cast<Datum>(tage_seit_märz_null(jahr + jahre, monate - jahre * 12 + 1, 1) - NULLTAG) + tag - 1;
+    return static_cast<Datum>(tage_seit_märz_null(jahr + jahre, monate - jahre * 12 + 1, 1) - NULLTAG) + tag -
+           1;
 }
 
 Kalendertag Kalendertag_aus(Datum d) {
@@ -81,7 +85,7 @@ int Jahr(Datum d) {
 }
 
 int Wochentag(Datum d) {
-    return ((d - 2) % 7 + 7) % 7 + 1;  // serial 2 is Monday, 1 January 1900
+    return ((d - 2) % 7 + 7) % 7 + 1; // serial 2 is Monday, 1 January 1900
 }
 
 int Kalenderwoche(Datum d) {
@@ -122,18 +126,18 @@ Text FormatZeit(const Zeitpunkt& z) {
 Text Datumsformat::FormatDatumSA(TextView s) const {
     const Text jj(mitte(s, 1, 2)), mm(mitte(s, 3, 2)), tt(mitte(s, 5, 2));
     switch (reihenfolge) {
-        case Datumsreihenfolge::MonatTagJahr: return mm + trennzeichen + tt + trennzeichen + jj;
-        case Datumsreihenfolge::JahrMonatTag: return jj + trennzeichen + mm + trennzeichen + tt;
-        default: return tt + trennzeichen + mm + trennzeichen + jj;
+    case Datumsreihenfolge::MonatTagJahr: return mm + trennzeichen + tt + trennzeichen + jj;
+    case Datumsreihenfolge::JahrMonatTag: return jj + trennzeichen + mm + trennzeichen + tt;
+    default: return tt + trennzeichen + mm + trennzeichen + jj;
     }
 }
 
 Text Datumsformat::FormatDatumAS(TextView a) const {
     const Text erstes(mitte(a, 1, 2)), mittleres(mitte(a, 4, 2)), letztes(rechts(a, 2));
     switch (reihenfolge) {
-        case Datumsreihenfolge::MonatTagJahr: return letztes + erstes + mittleres;
-        case Datumsreihenfolge::JahrMonatTag: return erstes + mittleres + letztes;
-        default: return letztes + mittleres + erstes;
+    case Datumsreihenfolge::MonatTagJahr: return letztes + erstes + mittleres;
+    case Datumsreihenfolge::JahrMonatTag: return erstes + mittleres + letztes;
+    default: return letztes + mittleres + erstes;
     }
 }
 
@@ -153,7 +157,8 @@ Datumsprüfung CheckDatum(TextView eingabe, const Datumsformat& format, Datum he
                    zwei(std::min(static_cast<int>(tag), letzter));
     const Text a = format.FormatDatumSA(s);
     if (höchstlänge >= 8) return {a, {}};
-    return {format.reihenfolge == Datumsreihenfolge::JahrMonatTag ? Text(mitte(a, 4)) : Text(links(a, 6)), {}};
+    return {format.reihenfolge == Datumsreihenfolge::JahrMonatTag ? Text(mitte(a, 4)) : Text(links(a, 6)),
+            {}};
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -6,12 +6,12 @@
 
 namespace kalvora {
 
-using Datum = int;  // date serial, whole days
+using Datum = int; // date serial, whole days
 
 struct Kalendertag {
     int jahr = 0;
-    int monat = 1;  // 1 to 12
-    int tag = 1;    // 1 to 31
+    int monat = 1; // 1 to 12
+    int tag = 1;   // 1 to 31
     friend bool operator==(const Kalendertag&, const Kalendertag&) = default;
 };
 
@@ -26,9 +26,9 @@ struct Zeitpunkt {
 Datum Datum_aus(int jahr, int monat, int tag);
 Kalendertag Kalendertag_aus(Datum d);
 int Jahr(Datum d);
-int Wochentag(Datum d);        // Monday 1 to Sunday 7
-int Kalenderwoche(Datum d);    // ISO 8601: Monday first, week 1 has the year's first Thursday
-TextView Wochentag_kurz(int wochentag);  // 1 "Mo" to 7 "So"
+int Wochentag(Datum d);                 // Monday 1 to Sunday 7
+int Kalenderwoche(Datum d);             // ISO 8601: Monday first, week 1 has the year's first Thursday
+TextView Wochentag_kurz(int wochentag); // 1 "Mo" to 7 "So"
 int Tage_im_Monat(int jahr, int monat);
 int Tage_im_Monat(TextView yymm);
 
@@ -38,7 +38,7 @@ int volles_Jahr(int zweistellig);
 // S form, yymmdd. Digits that are none count as 0; parts outside their range roll over.
 Text FormatDatumDS(Datum d);
 Datum FormatDatumSD(TextView s);
-Text FormatZeit(const Zeitpunkt& z);  // "hh:nn:ss"
+Text FormatZeit(const Zeitpunkt& z); // "hh:nn:ss"
 
 enum class Datumsreihenfolge { MonatTagJahr = 0, TagMonatJahr = 1, JahrMonatTag = 2 };
 
@@ -48,7 +48,7 @@ struct Datumsformat {
     char16_t trennzeichen = u'.';
 
     Text FormatDatumSA(TextView s) const;
-    Text FormatDatumAS(TextView a) const;  // parts by fixed position: 1-2, 4-5, the last two
+    Text FormatDatumAS(TextView a) const; // parts by fixed position: 1-2, 4-5, the last two
     Text FormatDatumDA(Datum d) const { return FormatDatumSA(FormatDatumDS(d)); }
     Datum FormatDatumAD(TextView a) const { return FormatDatumSD(FormatDatumAS(a)); }
 };
@@ -63,4 +63,4 @@ struct Datumsprüfung {
 };
 Datumsprüfung CheckDatum(TextView eingabe, const Datumsformat& format, Datum heute, int höchstlänge = 8);
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -12,18 +12,20 @@ namespace kalvora {
 
 // Numbers of file faults; all lie in 52 to 76.
 enum Fehlernummer : int {
-    FEHLER_NETZ = 52,            // network gone, or the name is impossible
+    FEHLER_NETZ = 52, // network gone, or the name is impossible
     FEHLER_NICHT_GEFUNDEN = 53,
-    FEHLER_GERÄT = 57,           // device input/output error
+    FEHLER_GERÄT = 57, // device input/output error
     FEHLER_EXISTIERT = 58,
     FEHLER_VOLL = 61,
-    FEHLER_DATEIENDE = 62,       // read past the end
-    FEHLER_ZU_VIELE = 67,        // too many open files
+    FEHLER_DATEIENDE = 62, // read past the end
+    FEHLER_ZU_VIELE = 67,  // too many open files
     FEHLER_VERWEIGERT = 70,
-    FEHLER_SCHREIBSCHUTZ = 75,   // read-only, or a folder in place of a file
-    FEHLER_ORDNER = 76,          // folder not found
+    FEHLER_SCHREIBSCHUTZ = 75, // read-only, or a folder in place of a file
+    FEHLER_ORDNER = 76,        // folder not found
 };
-inline bool ist_Dateifehler(int nummer) { return nummer >= 52 && nummer <= 76; }
+inline bool ist_Dateifehler(int nummer) {
+    return nummer >= 52 && nummer <= 76;
+}
 
 class Fehler : public std::exception {
 public:
@@ -77,4 +79,4 @@ decltype(auto) als_Prozedur(TextView name, F&& f) {
     }
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -20,7 +20,7 @@ public:
     const T& operator()(int index) const { return werte_[stelle(index)]; }
 
     static constexpr int unten() { return Basis; }
-    int oben() const { return Basis + static_cast<int>(werte_.size()) - 1; }  // Basis - 1 when empty
+    int oben() const { return Basis + static_cast<int>(werte_.size()) - 1; } // Basis - 1 when empty
     int anzahl() const { return static_cast<int>(werte_.size()); }
     bool leer() const { return werte_.empty(); }
     bool gültig(int index) const { return index >= Basis && index <= oben(); }
@@ -44,4 +44,4 @@ private:
     std::vector<T> werte_;
 };
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -34,7 +34,8 @@ bool maske_ab(TextView name, TextView maske) {
             return false;
         }
     }
-    while (m < maske.size() && maske[m] == u'*') ++m;
+    while (m < maske.size() && maske[m] == u'*')
+        ++m;
     return m == maske.size();
 }
 
@@ -81,7 +82,7 @@ char32_t nächster_codepunkt(std::string_view s, size_t& i) {
     return ungültig ? U'\uFFFD' : c;
 }
 
-}  // namespace
+} // namespace
 
 TextView links(TextView text, int n) {
     return text.substr(0, begrenzt(text, n));
@@ -102,8 +103,9 @@ TextView mitte(TextView text, int von, int n) {
 }
 
 char16_t zeichen(TextView text, int position) {
-    return position >= 1 && static_cast<size_t>(position) <= text.size() ? text[static_cast<size_t>(position) - 1]
-                                                                          : u'\0';
+    return position >= 1 && static_cast<size_t>(position) <= text.size()
+               ? text[static_cast<size_t>(position) - 1]
+               : u'\0';
 }
 
 int position(TextView text, TextView gesucht, int ab) {
@@ -136,13 +138,14 @@ char16_t klein(char16_t c) {
 
 Text klein(TextView text) {
     Text aus(text);
-    for (char16_t& c : aus) c = klein(c);
+    for (char16_t& c : aus)
+        c = klein(c);
     return aus;
 }
 
 bool gleich_ohne_Fall(TextView a, TextView b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char16_t x, char16_t y) { return klein(x) == klein(y); });
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(),
+                                              [](char16_t x, char16_t y) { return klein(x) == klein(y); });
 }
 
 bool beginnt_ohne_Fall(TextView text, TextView anfang) {
@@ -201,8 +204,10 @@ long Val(TextView text) {
 Text ziffern(long zahl, int stellen) {
     const std::string roh = std::to_string(zahl < 0 ? -zahl : zahl);
     Text aus(zahl < 0 ? u"-" : u"");
-    for (size_t k = roh.size(); k < static_cast<size_t>(stellen); ++k) aus += u'0';
-    for (char c : roh) aus += static_cast<char16_t>(c);
+    for (size_t k = roh.size(); k < static_cast<size_t>(stellen); ++k)
+        aus += u'0';
+    for (char c : roh)
+        aus += static_cast<char16_t>(c);
     return aus;
 }
 
@@ -235,4 +240,4 @@ std::string zu_utf8(TextView text) {
     return aus;
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -23,7 +23,9 @@ TextView mitte(TextView text, int von, int n = -1);
 char16_t zeichen(TextView text, int position);
 // One-based position of `gesucht` at or behind `ab`, 0 when it does not stand there.
 int position(TextView text, TextView gesucht, int ab = 1);
-inline bool enthält(TextView text, TextView gesucht) { return position(text, gesucht) > 0; }
+inline bool enthält(TextView text, TextView gesucht) {
+    return position(text, gesucht) > 0;
+}
 
 // Blanks (U+0020 alone) off the ends.
 TextView trimmen(TextView text);
@@ -45,13 +47,13 @@ Text Ersetzen(TextView text, TextView alt, TextView neu);
 std::vector<Text> teilen(TextView text, char16_t trenner);
 
 bool ist_Ziffer(char16_t c);
-bool nur_Ziffern(TextView text);  // false for the empty text
+bool nur_Ziffern(TextView text); // false for the empty text
 // Leading number of a text; stops at the first foreign character ("2611 K" is 2611); 0 when there is none.
 long Val(TextView text);
 // Decimal digits, padded with leading zeros to `stellen`.
 Text ziffern(long zahl, int stellen = 1);
 
-Text aus_utf8(std::string_view utf8);  // malformed bytes become U+FFFD
+Text aus_utf8(std::string_view utf8); // malformed bytes become U+FFFD
 std::string zu_utf8(TextView text);
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -24,11 +24,12 @@ long long zehntausendstel(TextView text, char16_t trennzeichen) {
         wert = wert * 10 + (c - u'0');
         if (nachkomma >= 0) ++nachkomma;
     }
-    for (int k = nachkomma < 0 ? 0 : nachkomma; k < 4; ++k) wert *= 10;
+    for (int k = nachkomma < 0 ? 0 : nachkomma; k < 4; ++k)
+        wert *= 10;
     return negativ ? -wert : wert;
 }
 
-}  // namespace
+} // namespace
 
 Text DecHex(int n) {
     return n >= 1 && n <= 26 ? Text(1, CODE_ALPHABET[static_cast<size_t>(n - 1)]) : Text();
@@ -55,7 +56,7 @@ int SFDec(char16_t code, int U) {
 
 Text BenFormat(TextView text, char16_t trennzeichen) {
     const long long wert = zehntausendstel(text, trennzeichen);
-    const long long zehntel = (std::llabs(wert) + 500) / 1000;  // half away from zero
+    const long long zehntel = (std::llabs(wert) + 500) / 1000; // half away from zero
     const bool negativ = wert < 0 && zehntel != 0;
     const Text nachkomma = Text(1, trennzeichen) + ziffern(static_cast<long>(zehntel % 10));
     const auto ganze = static_cast<long>(zehntel / 10);
@@ -63,4 +64,4 @@ Text BenFormat(TextView text, char16_t trennzeichen) {
     return (ganze >= 999 ? Text(u"999") : ziffern(ganze, 3)) + nachkomma;
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -16,4 +16,4 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
     cmdAuswahl2.set_visible(false);
 }
 
-}  // namespace kalvora
+} // namespace kalvora

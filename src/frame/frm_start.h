@@ -7,14 +7,14 @@
 namespace kalvora {
 
 struct frmStart : Form {
-    explicit frmStart(Application& app, TextView version);  // "1.16.1"
+    explicit frmStart(Application& app, TextView version); // "1.16.1"
 
-    Label lblText1{*this, u"lblText", 1};  // version
-    Label lblText2{*this, u"lblText", 2};  // product name
-    Label lblText3{*this, u"lblText", 3};  // start text; hidden while waiting
-    Label lblText4{*this, u"lblText", 4};  // state of the wait
-    Button cmdAuswahl1{*this, u"cmdAuswahl", 1};  // "Erneut versuchen"
-    Button cmdAuswahl2{*this, u"cmdAuswahl", 2};  // "Beenden"
+    Label lblText1{*this, u"lblText", 1};        // version
+    Label lblText2{*this, u"lblText", 2};        // product name
+    Label lblText3{*this, u"lblText", 3};        // start text; hidden while waiting
+    Label lblText4{*this, u"lblText", 4};        // state of the wait
+    Button cmdAuswahl1{*this, u"cmdAuswahl", 1}; // "Erneut versuchen"
+    Button cmdAuswahl2{*this, u"cmdAuswahl", 2}; // "Beenden"
 };
 
-}  // namespace kalvora
+} // namespace kalvora

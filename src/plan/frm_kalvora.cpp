@@ -39,7 +39,7 @@ constexpr std::array EINTRÄGE{
     Eintrag{u"mnuInfo", u"mnuHilfe_Menü", u"&Info", u""},
 };
 
-}  // namespace
+} // namespace
 
 frmKalvora::frmKalvora(Application& app) : Form(app, u"frmKalvora") {
     for (const Eintrag& e : EINTRÄGE)
@@ -59,4 +59,4 @@ MenuItem& frmKalvora::mnu(TextView name) const {
     return *eintrag;
 }
 
-}  // namespace kalvora
+} // namespace kalvora

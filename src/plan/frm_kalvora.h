@@ -10,7 +10,7 @@
 
 namespace kalvora {
 
-inline constexpr int HÖCHSTZAHL_GRÜNDE = 25;  // reason records, the delete button included
+inline constexpr int HÖCHSTZAHL_GRÜNDE = 25; // reason records, the delete button included
 
 struct frmKalvora : Form {
     explicit frmKalvora(Application& app);
@@ -22,17 +22,17 @@ struct frmKalvora : Form {
     TabStrip tabJahre{*this, u"tabJahre"};
     TabStrip tabMonate{*this, u"tabMonate"};
     ComboBox cmbMitarbeitergruppen{*this, u"cmbMitarbeitergruppen"};
-    Table msgFlexKaWo{*this, u"msgFlexKaWo", 0, 1};  // one row of calendar weeks
-    Table msgFlexGrid{*this, u"msgFlexGrid"};        // the plan
-    Table msgFlexTaSu{*this, u"msgFlexTaSu"};        // day sums
-    Feld<std::unique_ptr<Button>> cmdAuswahl;        // (1..25)
+    Table msgFlexKaWo{*this, u"msgFlexKaWo", 0, 1}; // one row of calendar weeks
+    Table msgFlexGrid{*this, u"msgFlexGrid"};       // the plan
+    Table msgFlexTaSu{*this, u"msgFlexTaSu"};       // day sums
+    Feld<std::unique_ptr<Button>> cmdAuswahl;       // (1..25)
     Button cmdBeenden{*this, u"cmdBeenden"};
     FloatingBox picKommentar{*this, u"picKommentar"};
-    Label lblStatus1{*this, u"lblStatus", 1};  // data folder
-    Label lblStatus2{*this, u"lblStatus", 2};  // user and role
-    Label lblStatus3{*this, u"lblStatus", 3};  // time of the last reload
+    Label lblStatus1{*this, u"lblStatus", 1}; // data folder
+    Label lblStatus2{*this, u"lblStatus", 2}; // user and role
+    Label lblStatus3{*this, u"lblStatus", 3}; // time of the last reload
     Timer tmrTimer1{*this, u"tmrTimer1", 15.0};
     Timer tmrTimer2{*this, u"tmrTimer2", 1.5};
 };
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -9,10 +9,11 @@ namespace kalvora {
 class Clock {
 public:
     virtual ~Clock() = default;
-    virtual Zeitpunkt now() = 0;            // local time
-    virtual double steady() = 0;            // seconds from an arbitrary point, never backwards
-    virtual void sleep(double seconds) = 0;  // the whole process waits; the window's waits are Application::Pause
-    virtual Datum day_of(Zeitstempel) = 0;  // local date of a file's time stamp
+    virtual Zeitpunkt now() = 0; // local time
+    virtual double steady() = 0; // seconds from an arbitrary point, never backwards
+    virtual void
+    sleep(double seconds) = 0; // the whole process waits; the window's waits are Application::Pause
+    virtual Datum day_of(Zeitstempel) = 0; // local date of a file's time stamp
 };
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -12,4 +12,4 @@ bool Ordner_vorhanden(FileSystem& fs, const Text& pfad) {
     return stand && stand->folder;
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -37,7 +37,7 @@ private:
 using Fehlercode = int;
 
 // Time stamps are compared for equality only, never for order across machines; 0 is "no file".
-using Zeitstempel = std::int64_t;  // nanoseconds since 1970-01-01 UTC
+using Zeitstempel = std::int64_t; // nanoseconds since 1970-01-01 UTC
 
 struct FileInfo {
     bool folder = false;
@@ -49,9 +49,9 @@ struct FileInfo {
 
 enum class OpenMode {
     Read,
-    Append,     // created when missing; also readable, so that the end can be looked at
-    CreateNew,  // fails with 58 when something stands there
-    Overwrite,  // in place, created when missing; only behind a whole, synced copy
+    Append,    // created when missing; also readable, so that the end can be looked at
+    CreateNew, // fails with 58 when something stands there
+    Overwrite, // in place, created when missing; only behind a whole, synced copy
 };
 
 class FileSystem {
@@ -60,22 +60,23 @@ public:
     virtual ~FileSystem() = default;
 
     virtual Ergebnis<Handle> open(const Text& path, OpenMode mode) = 0;
-    virtual Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) = 0;  // 0 at the end
+    virtual Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) = 0; // 0 at the end
     virtual Ergebnis<std::size_t> read_at(Handle, std::uint64_t offset, char* buffer, std::size_t size) = 0;
-    virtual Ergebnis<std::size_t> write(Handle, std::string_view bytes) = 0;  // may be short
-    virtual Fehlercode sync(Handle) = 0;                                       // "not supported" is success
+    virtual Ergebnis<std::size_t> write(Handle, std::string_view bytes) = 0; // may be short
+    virtual Fehlercode sync(Handle) = 0;                                     // "not supported" is success
     virtual Fehlercode truncate(Handle, std::uint64_t size) = 0;
-    virtual Fehlercode copy_rights(Handle, const FileInfo& from) = 0;  // mode and group, as far as allowed
+    virtual Fehlercode copy_rights(Handle, const FileInfo& from) = 0; // mode and group, as far as allowed
     virtual Ergebnis<FileInfo> info(Handle) = 0;
     virtual Fehlercode close(Handle) = 0;
 
     virtual Ergebnis<FileInfo> info(const Text& path) = 0;
-    virtual Fehlercode rename(const Text& from, const Text& to) = 0;  // replaces `to`
-    // `to` appears with the content of `from` only if nothing stood there (58 otherwise); `from` is gone then.
+    virtual Fehlercode rename(const Text& from, const Text& to) = 0; // replaces `to`
+    // `to` appears with the content of `from` only if nothing stood there (58 otherwise); `from` is gone
+    // then.
     virtual Fehlercode rename_new(const Text& from, const Text& to) = 0;
-    virtual Fehlercode remove(const Text& path) = 0;         // a file, write protection notwithstanding
-    virtual Fehlercode remove_folder(const Text& path) = 0;  // empty folders only
-    virtual Fehlercode make_folder(const Text& path) = 0;    // one level
+    virtual Fehlercode remove(const Text& path) = 0;        // a file, write protection notwithstanding
+    virtual Fehlercode remove_folder(const Text& path) = 0; // empty folders only
+    virtual Fehlercode make_folder(const Text& path) = 0;   // one level
     // Names of a folder, without "." and "..", sorted; a folder that cannot be listed is a fault.
     virtual Ergebnis<std::vector<Text>> list(const Text& folder) = 0;
     virtual Fehlercode change_folder(const Text& folder) = 0;
@@ -85,4 +86,4 @@ public:
 bool Datei_vorhanden(FileSystem& fs, const Text& pfad);
 bool Ordner_vorhanden(FileSystem& fs, const Text& pfad);
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -1,6 +1,7 @@
 #include "platform/window/application.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kalvora {
 
@@ -51,7 +52,7 @@ void Application::close(Form& form) {
 }
 
 void Application::open_modal(Form& form) {
-    const int outer = std::exchange(busy_, 0);  // the new window has a counter of its own
+    const int outer = std::exchange(busy_, 0); // the new window has a counter of its own
     form.set_modal(true);
     open(form);
     windows_.run_modal(form);
@@ -96,4 +97,4 @@ void Application::Sanduhr(bool an) {
     windows_.set_pointer(pointer());
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -22,18 +22,18 @@ struct Frageart {
 class WindowSystem {
 public:
     virtual ~WindowSystem() = default;
-    virtual void open(Form&) = 0;       // builds the view, attaches and shows it
-    virtual void close(Form&) = 0;      // takes the view away again
-    virtual void run(Form& main) = 0;   // until the window was closed or quit
-    virtual void run_modal(Form&) = 0;  // the same for a nested window
+    virtual void open(Form&) = 0;      // builds the view, attaches and shows it
+    virtual void close(Form&) = 0;     // takes the view away again
+    virtual void run(Form& main) = 0;  // until the window was closed or quit
+    virtual void run_modal(Form&) = 0; // the same for a nested window
     virtual void quit() = 0;
-    virtual void message(const Text& text) = 0;  // beep, warning sign, title "Kalvora", OK
+    virtual void message(const Text& text) = 0; // beep, warning sign, title "Kalvora", OK
     virtual Antwort question(const Text& text, const Frageart& art) = 0;
     virtual void process_events() = 0;
-    virtual void wait(double seconds) = 0;  // staying responsive
+    virtual void wait(double seconds) = 0; // staying responsive
     virtual void beep() = 0;
     virtual void set_pointer(Mauszeiger) = 0;
-    virtual bool active(const Form&) = 0;  // is it the window in front?
+    virtual bool active(const Form&) = 0; // is it the window in front?
 };
 
 class Application {
@@ -44,21 +44,21 @@ public:
     // The one message operation. The wait pointer rests meanwhile.
     void Hinweis(const Text& text);
     Antwort Frage(const Text& text, const Frageart& art = {});
-    void Pause(double seconds);  // lets events be handled, none of which reaches logic
+    void Pause(double seconds); // lets events be handled, none of which reaches logic
 
     // --- windows
     void open(Form&);
     void close(Form&);
-    void open_modal(Form&);  // returns when it was closed; throws what an event in it threw
-    void run(Form& main);    // the program's loop; throws what an event threw
-    const std::vector<Form*>& forms() const { return forms_; }  // outermost first
+    void open_modal(Form&); // returns when it was closed; throws what an event in it threw
+    void run(Form& main);   // the program's loop; throws what an event threw
+    const std::vector<Form*>& forms() const { return forms_; } // outermost first
     Form* active_form() const { return forms_.empty() ? nullptr : forms_.back(); }
 
     // --- the border
     bool accepts(const Form&) const;
-    bool event(Form&, const std::function<void()>& handler);  // false: the program was busy
+    bool event(Form&, const std::function<void()>& handler); // false: the program was busy
     bool busy() const { return busy_ > 0; }
-    void check_error();  // throws what was remembered
+    void check_error(); // throws what was remembered
 
     // --- wait pointer, counted
     void Sanduhr(bool an);
@@ -74,4 +74,4 @@ private:
     std::exception_ptr error_;
 };
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -1,12 +1,14 @@
 #include "platform/window/control.h"
 
+#include "base/fehler.h"
 #include "platform/window/application.h"
 
 namespace kalvora {
 
 Control::Control(Form& form, ControlKind kind, Text name, int index)
     : form_(form), kind_(kind), name_(std::move(name)), index_(index) {
-    if (form.find(name_, index)) throw Laufzeitfehler(457, u"Steuerelement doppelt: " + form.name() + u"." + full_name());
+    if (form.find(name_, index))
+        throw Laufzeitfehler(457, u"Steuerelement doppelt: " + form.name() + u"." + full_name());
     form.controls_.push_back(this);
 }
 
@@ -36,8 +38,8 @@ void Button::set_colours(Farbe fore, Farbe back) {
 
 bool Button::user_click(Modifiers mods) {
     return reachable() && fire([&] {
-        if (on_click) on_click(mods);
-    });
+               if (on_click) on_click(mods);
+           });
 }
 
 bool ComboBox::user_select(int item) {
@@ -87,16 +89,14 @@ void FloatingBox::show(Text text, int row, int column) {
     row_ = row;
     column_ = column;
     if (visible())
-        changed(Aspect::Text);
+        changed(Aspect::Content);
     else
         set_visible(true);
 }
 
 MenuItem::MenuItem(Form& form, Text name, Text parent, Text caption, Text shortcut)
-    : Control(form, ControlKind::MenuItem, std::move(name)),
-      parent_(std::move(parent)),
-      caption_(std::move(caption)),
-      shortcut_(std::move(shortcut)) {}
+    : Control(form, ControlKind::MenuItem, std::move(name)), parent_(std::move(parent)),
+      caption_(std::move(caption)), shortcut_(std::move(shortcut)) {}
 
 bool MenuItem::user_click() {
     const auto* menu = dynamic_cast<const MenuItem*>(parent_.empty() ? nullptr : form().find(parent_));
@@ -106,4 +106,4 @@ bool MenuItem::user_click() {
     });
 }
 
-}  // namespace kalvora
+} // namespace kalvora

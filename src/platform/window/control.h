@@ -16,7 +16,7 @@ class Form;
 enum class ControlKind { Label, Button, ComboBox, TabStrip, Table, FloatingBox, MenuItem, Timer };
 
 // What changed, so that a view need not repaint everything.
-enum class Aspect { Text, State, Colours, Items, Selection, Layout, Cells, Scroll, Highlight };
+enum class Aspect { Content, State, Colours, Items, Selection, Layout, Cells, Scroll, Highlight };
 
 struct Modifiers {
     bool shift = false, ctrl = false, alt = false;
@@ -35,14 +35,14 @@ public:
     ControlKind kind() const { return kind_; }
     const Text& name() const { return name_; }
     int index() const { return index_; }
-    Text full_name() const;    // "cmdAuswahl(8)"
-    Text object_name() const;  // "cmdAuswahl_8", the name in a layout file
+    Text full_name() const;   // "cmdAuswahl(8)"
+    Text object_name() const; // "cmdAuswahl_8", the name in a layout file
 
     bool visible() const { return visible_; }
     bool enabled() const { return enabled_; }
     void set_visible(bool visible) { assign(visible_, visible, Aspect::State); }
     void set_enabled(bool enabled) { assign(enabled_, enabled, Aspect::State); }
-    bool reachable() const { return visible_ && enabled_; }  // by a hand
+    bool reachable() const { return visible_ && enabled_; } // by a hand
 
 protected:
     void changed(Aspect aspect);
@@ -68,7 +68,7 @@ class Label : public Control {
 public:
     Label(Form& form, Text name, int index = 0) : Control(form, ControlKind::Label, std::move(name), index) {}
     const Text& text() const { return text_; }
-    void set_text(Text text) { assign(text_, std::move(text), Aspect::Text); }
+    void set_text(Text text) { assign(text_, std::move(text), Aspect::Content); }
 
 private:
     Text text_;
@@ -76,20 +76,21 @@ private:
 
 class Button : public Control {
 public:
-    Button(Form& form, Text name, int index = 0) : Control(form, ControlKind::Button, std::move(name), index) {}
+    Button(Form& form, Text name, int index = 0)
+        : Control(form, ControlKind::Button, std::move(name), index) {}
     const Text& caption() const { return caption_; }
-    void set_caption(Text caption) { assign(caption_, std::move(caption), Aspect::Text); }
-    bool mnemonics() const { return mnemonics_; }  // false: "&" in the caption is a plain character
-    void set_mnemonics(bool on) { assign(mnemonics_, on, Aspect::Text); }
+    void set_caption(Text caption) { assign(caption_, std::move(caption), Aspect::Content); }
+    bool mnemonics() const { return mnemonics_; } // false: "&" in the caption is a plain character
+    void set_mnemonics(bool on) { assign(mnemonics_, on, Aspect::Content); }
     bool coloured() const { return coloured_; }
     Farbe back() const { return back_; }
     Farbe fore() const { return fore_; }
     void set_colours(Farbe fore, Farbe back);
-    int width() const { return width_; }  // 0: as the layout has it
+    int width() const { return width_; } // 0: as the layout has it
     void set_width(int twips) { assign(width_, twips, Aspect::Layout); }
 
     std::function<void(Modifiers)> on_click;
-    bool user_click(Modifiers = {});  // false: refused
+    bool user_click(Modifiers = {}); // false: refused
 
 private:
     Text caption_;
@@ -100,10 +101,11 @@ private:
 
 class ComboBox : public Control {
 public:
-    ComboBox(Form& form, Text name, int index = 0) : Control(form, ControlKind::ComboBox, std::move(name), index) {}
+    ComboBox(Form& form, Text name, int index = 0)
+        : Control(form, ControlKind::ComboBox, std::move(name), index) {}
     const std::vector<Text>& items() const { return items_; }
     void set_items(std::vector<Text> items) { assign(items_, std::move(items), Aspect::Items); }
-    int selected() const { return selected_; }  // from 0; -1 none
+    int selected() const { return selected_; } // from 0; -1 none
     void set_selected(int item) { assign(selected_, item, Aspect::Selection); }
 
     std::function<void()> on_select;
@@ -116,16 +118,17 @@ private:
 
 class TabStrip : public Control {
 public:
-    TabStrip(Form& form, Text name, int index = 0) : Control(form, ControlKind::TabStrip, std::move(name), index) {}
+    TabStrip(Form& form, Text name, int index = 0)
+        : Control(form, ControlKind::TabStrip, std::move(name), index) {}
     const std::vector<Text>& captions() const { return captions_; }
     void set_captions(std::vector<Text> captions);
-    int selected() const { return selected_; }  // from 0
+    int selected() const { return selected_; } // from 0
     void set_selected(int tab) { assign(selected_, tab, Aspect::Selection); }
     bool tab_enabled(int tab) const;
     void set_tab_enabled(int tab, bool enabled);
 
     std::function<void(int before)> on_change;
-    std::function<bool(int step)> on_arrow;  // Left is -1, Right +1; false: the strip's own behaviour
+    std::function<bool(int step)> on_arrow; // Left is -1, Right +1; false: the strip's own behaviour
     bool user_select(int tab);
     bool user_arrow(int step);
 
@@ -158,9 +161,9 @@ public:
     // `parent` empty: a menu of the menu bar. A caption "-" is a separator.
     MenuItem(Form& form, Text name, Text parent, Text caption, Text shortcut = {});
     const Text& caption() const { return caption_; }
-    void set_caption(Text caption) { assign(caption_, std::move(caption), Aspect::Text); }
+    void set_caption(Text caption) { assign(caption_, std::move(caption), Aspect::Content); }
     const Text& parent() const { return parent_; }
-    const Text& shortcut() const { return shortcut_; }  // shown only: "Strg+P"
+    const Text& shortcut() const { return shortcut_; } // shown only: "Strg+P"
 
     std::function<void()> on_click;
     bool user_click();
@@ -184,4 +187,4 @@ private:
     double seconds_;
 };
 
-}  // namespace kalvora
+} // namespace kalvora

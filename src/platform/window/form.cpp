@@ -34,4 +34,4 @@ void Form::user_resize() {
     });
 }
 
-}  // namespace kalvora
+} // namespace kalvora

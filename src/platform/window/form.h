@@ -13,12 +13,12 @@ class Application;
 enum class WindowState { Normal = 0, Minimised = 1, Maximised = 2 };
 
 struct Geometry {
-    int left = 0, top = 0, width = 0, height = 0;  // twips
+    int left = 0, top = 0, width = 0, height = 0; // twips
     friend bool operator==(const Geometry&, const Geometry&) = default;
 };
 
 struct Key {
-    Text code;  // "F5", "Z", "Pos1", "Bild-ab", "Esc", "Eingabe"
+    Text code; // "F5", "Z", "Pos1", "Bild-ab", "Esc", "Eingabe"
     Modifiers mods;
 };
 
@@ -28,12 +28,12 @@ public:
     virtual ~FormView() = default;
     virtual void control_changed(Control&, Aspect) = 0;
     virtual void title_changed() = 0;
-    virtual void arrange() = 0;    // sizes of tables and buttons may have changed
+    virtual void arrange() = 0; // sizes of tables and buttons may have changed
     virtual void paint_now() = 0;
     virtual bool row_visible(const Table&, int row) = 0;
     virtual void focus(Control&) = 0;
     virtual Geometry geometry() = 0;
-    virtual void set_geometry(const Geometry&) = 0;  // places outside the screen are ignored
+    virtual void set_geometry(const Geometry&) = 0; // places outside the screen are ignored
     virtual WindowState state() = 0;
     virtual void set_state(WindowState) = 0;
 };
@@ -63,7 +63,7 @@ public:
 
     // What the user does with the window as a whole. on_query_close may refuse.
     std::function<bool()> on_query_close;
-    std::function<bool(const Key&)> on_key;  // false: the key goes to the control
+    std::function<bool(const Key&)> on_key; // false: the key goes to the control
     std::function<void()> on_resize;
     bool user_key(const Key&);
     bool user_close();
@@ -78,4 +78,4 @@ private:
     FormView* view_ = nullptr;
 };
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -88,34 +88,34 @@ void Table::set_highlight(int row, int col, Farbe colour) {
 
 bool Table::user_mouse_down(const Mouse& mouse) {
     return reachable() && fire([&] {
-        if (on_mouse_down) on_mouse_down(mouse);
-        if (on_click) on_click();
-    });
+               if (on_mouse_down) on_mouse_down(mouse);
+               if (on_click) on_click();
+           });
 }
 
 bool Table::user_mouse_up(const Mouse& mouse) {
     return reachable() && fire([&] {
-        if (on_mouse_up) on_mouse_up(mouse);
-    });
+               if (on_mouse_up) on_mouse_up(mouse);
+           });
 }
 
 bool Table::user_mouse_move(int row, int col) {
     return reachable() && fire([&] {
-        if (on_mouse_move) on_mouse_move(row, col);
-    });
+               if (on_mouse_move) on_mouse_move(row, col);
+           });
 }
 
 bool Table::user_double_click(int row, int col) {
     return reachable() && fire([&] {
-        if (on_double_click) on_double_click(row, col);
-    });
+               if (on_double_click) on_double_click(row, col);
+           });
 }
 
 bool Table::user_select(const Selection& selection, int mouse_row) {
     return reachable() && fire([&] {
-        set_selection(selection);
-        if (on_selection_changed) on_selection_changed(mouse_row);
-    });
+               set_selection(selection);
+               if (on_selection_changed) on_selection_changed(mouse_row);
+           });
 }
 
 bool Table::user_scroll(int top_row) {
@@ -138,4 +138,4 @@ bool Table::user_mouse_entered() {
     });
 }
 
-}  // namespace kalvora
+} // namespace kalvora

@@ -13,14 +13,14 @@ struct Cell {
     Text text;
     Farbe fore = 0x000000;
     Farbe back = 0xFFFFFF;
-    char16_t code = u' ';  // the logic's own mark of a cell; never shown
+    char16_t code = u' '; // the logic's own mark of a cell; never shown
     bool bold = false;
     friend bool operator==(const Cell&, const Cell&) = default;
 };
 
 struct Selection {
-    int row = 0, col = 0;        // anchor
-    int row_sel = 0, col_sel = 0;  // moving end
+    int row = 0, col = 0;         // anchor
+    int row_sel = 0, col_sel = 0; // moving end
     friend bool operator==(const Selection&, const Selection&) = default;
 };
 
@@ -29,31 +29,32 @@ enum class MouseButton { Left, Right };
 class Table : public Control {
 public:
     Table(Form& form, Text name, int fixed_rows = 1, int fixed_cols = 1)
-        : Control(form, ControlKind::Table, std::move(name)), fixed_rows_(fixed_rows), fixed_cols_(fixed_cols) {}
+        : Control(form, ControlKind::Table, std::move(name)), fixed_rows_(fixed_rows),
+          fixed_cols_(fixed_cols) {}
 
     // --- cells; programmatic changes reach the view at once, or all together behind `set_redraw(true)`
-    void resize(int rows, int cols);  // cells keep their place; new ones are empty
-    void clear();                     // every cell as new, row heights to standard
+    void resize(int rows, int cols); // cells keep their place; new ones are empty
+    void clear();                    // every cell as new, row heights to standard
     int rows() const { return rows_; }
     int cols() const { return cols_; }
     int fixed_rows() const { return fixed_rows_; }
     int fixed_cols() const { return fixed_cols_; }
     const Cell& cell(int row, int col) const { return cells_[place(row, col)]; }
-    Cell& edit(int row, int col);  // the changed cell is announced
+    Cell& edit(int row, int col); // the changed cell is announced
     void set_redraw(bool on);
     bool redraw() const { return redraw_; }
 
-    int row_height(int row) const { return heights_[line(row)]; }  // twips; -1 standard, 0 hidden
+    int row_height(int row) const { return heights_[line(row)]; } // twips; -1 standard, 0 hidden
     void set_row_height(int row, int twips);
-    int col_width(int col) const;  // twips; -1 standard, 0 hidden
+    int col_width(int col) const; // twips; -1 standard, 0 hidden
     void set_col_width(int col, int twips);
-    bool merged() const { return merged_; }  // equal neighbours in a row are shown as one cell
+    bool merged() const { return merged_; } // equal neighbours in a row are shown as one cell
     void set_merged(bool on) { assign(merged_, on, Aspect::Layout); }
     Farbe grid_colour() const { return grid_; }
     void set_grid_colour(Farbe f) { assign(grid_, f, Aspect::Colours); }
     Farbe backdrop() const { return backdrop_; }
     void set_backdrop(Farbe f) { assign(backdrop_, f, Aspect::Colours); }
-    int marked_col() const { return marked_col_; }  // framed column (today's); 0 none
+    int marked_col() const { return marked_col_; } // framed column (today's); 0 none
     void set_marked_col(int col) { assign(marked_col_, col, Aspect::Highlight); }
     // Spoken names of cells for screen readers.
     std::function<Text(int row, int col)> accessible_name;
@@ -88,7 +89,7 @@ public:
     bool user_mouse_up(const Mouse&);
     bool user_mouse_move(int row, int col);
     bool user_double_click(int row, int col);
-    bool user_select(const Selection&, int mouse_row);  // a drag or the arrow keys
+    bool user_select(const Selection&, int mouse_row); // a drag or the arrow keys
     bool user_scroll(int top_row);
     bool user_mouse_left();
     bool user_mouse_entered();
@@ -112,4 +113,4 @@ private:
     Farbe highlight_colour_ = 0;
 };
 
-}  // namespace kalvora
+} // namespace kalvora
