@@ -59,6 +59,7 @@ public:
     // Spoken names of cells for screen readers.
     std::function<Text(int row, int col)> accessible_name;
     std::function<Text(int row, int col)> tool_tip;
+    std::function<Text(int row, int col)> comment; // of the entry in that cell; empty when there is none
 
     // --- selection: HighLight false means that nothing is marked
     const Selection& selection() const { return selection_; }
