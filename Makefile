@@ -44,7 +44,7 @@ fuzz:
 
 format:
 	@tools/einrichten.sh lint
-	@git ls-files -z -- '*.cpp' '*.h' | xargs -0 -r clang-format -i
+	@tools/lint.sh formatieren
 
 clean:
 	rm -rf build

@@ -6,6 +6,8 @@ set -eu
 cd "$(dirname "$0")/.."
 preset="$1"
 shift
+# Called from make: its flags are not meant for the build's own make.
+unset MAKEFLAGS MFLAGS MAKELEVEL
 
 if [ -z "${CMAKE_GENERATOR:-}" ] && command -v ninja >/dev/null 2>&1; then
     export CMAKE_GENERATOR=Ninja

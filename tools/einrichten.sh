@@ -7,7 +7,10 @@ set -eu
 pakete() {
     case "$1" in
     bau) echo "g++ cmake ninja-build make" ;;
-    fenster) echo "qt6-base-dev fonts-dejavu-core" ;;
+    fenster) # the toolkit's own German words too; its part for Wayland only where nothing else is
+        echo "qt6-base-dev qt6-translations-l10n fonts-dejavu-core"
+        [ -z "${WAYLAND_DISPLAY:-}" ] || [ -n "${DISPLAY:-}" ] || echo "qt6-wayland"
+        ;;
     test) echo "libgtest-dev libgmock-dev" ;;
     lint) echo "clang-format clang-tidy git" ;;
     bench) echo "libbenchmark-dev libsqlite3-dev" ;;
