@@ -1,0 +1,205 @@
+#include "files/dateikanal.h"
+
+#include "base/cp1252.h"
+#include "files/ordner.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr double LANGSAM_AB = 0.2; // seconds
+constexpr double WARTEPAUSE = 1.5;
+
+bool darf_leer_sein(const Text& pfad) {
+    return endet_ohne_Fall(pfad, u".ini");
+}
+
+Laufzeitfehler zugriffsfehler(int nummer, const Text& pfad, TextView prozedur, int zeile = 0) {
+    Laufzeitfehler fehler(nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad, zeile);
+    fehler.prozedur = prozedur;
+    return fehler;
+}
+
+} // namespace
+
+bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg) {
+    letzte_datei_ = pfad;
+    pfad_ = pfad;
+    modus_ = modus;
+    weg_ = weg;
+    ausgabe_.clear();
+    zeile_nr_ = 0;
+    try {
+        if (modus == Dateimodus::Input)
+            einlesen(pfad);
+        else
+            schreibprobe(pfad);
+    } catch (const Laufzeitfehler&) {
+        verwerfen();
+        letzte_datei_.clear();
+        if (weg == Fehlerweg::IgnoreErrors) return false;
+        öffnen_gescheitert(pfad, modus);
+    }
+    if (modus != Dateimodus::Input) Daten_geändert = true;
+    offen_ = true;
+    return true;
+}
+
+void Dateikanal::einlesen(const Text& pfad) {
+    auto gelesen = werk_.lesen(pfad);
+    if (gelesen && gelesen->größe == 0) {
+        app_.Sanduhr(true);
+        app_.Pause(WARTEPAUSE);
+        app_.Hinweis(
+            u"Die Datei " + Pfad_kürzen(pfad, 100) +
+            u" wird gerade von jemand anderem benutzt. Bitte einige Sekunden warten und dann fortsetzen.");
+        app_.Pause(WARTEPAUSE);
+        app_.Sanduhr(false);
+        gelesen = werk_.lesen(pfad);
+    }
+    if (!gelesen) throw zugriffsfehler(gelesen.nummer(), pfad, u"modKalvora - Datei_öffnen");
+    if (gelesen->größe == 0 && !Reparatursperre && !darf_leer_sein(pfad))
+        throw Dateischaden(u"Die Datei " + Pfad_kürzen(pfad, 100) + u" ist leer.", pfad);
+    inhalt_ = std::move(*gelesen);
+    stand_ = inhalt_.info;
+    zeilen_.emplace(inhalt_.bytes.get(), inhalt_.größe);
+    vorrat_.reset();
+}
+
+// Nothing is written before the close; that writing is allowed at all is found out here.
+void Dateikanal::schreibprobe(const Text& pfad) {
+    const auto da = fs().info(pfad);
+    if (da && da->folder) throw zugriffsfehler(FEHLER_SCHREIBSCHUTZ, pfad, {});
+    if (!da && da.nummer() != FEHLER_NICHT_GEFUNDEN) throw zugriffsfehler(da.nummer(), pfad, {});
+    if (!da || modus_ == Dateimodus::Neu) {
+        if (!Ordner_vorhanden(fs(), ParentDir(pfad))) throw zugriffsfehler(FEHLER_ORDNER, pfad, {});
+        return;
+    }
+    if (modus_ == Dateimodus::Append) return; // its one open at the close is the probe
+    const auto h = fs().open(pfad, OpenMode::Append);
+    if (!h) throw zugriffsfehler(h.nummer(), pfad, {});
+    fs().close(*h);
+}
+
+void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus) const {
+    const bool lesen = modus == Dateimodus::Input;
+    const TextView name = lesen ? u"Input" : modus == Dateimodus::Append ? u"Append" : u"Output";
+    throw Programmabbruch(
+        u"modKalvora - Datei_öffnen",
+        u"Die Datei " + Pfad_kürzen(pfad, 100) +
+            u" konnte nicht geöffnet werden.\n\nVermutlich haben Sie keine ausreichenden "
+            u"Zugriffsberechtigungen für den "
+            u"Ordner " +
+            Pfad_kürzen(ParentDir(pfad), 100) + (lesen ? u"" : u", ist die Datei schreibgeschützt") +
+            u" oder die Datei ist nicht vorhanden",
+        u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
+}
+
+Fehlercode Dateikanal::ausschreiben() {
+    switch (modus_) {
+    case Dateimodus::Output: {
+        // The canonical spelling is written; the same name in another case would be a second file.
+        const Text andere = Datei_finden(fs(), ParentDir(pfad_), Dateiname_aus_Pfad(pfad_));
+        if (const Fehlercode f = werk_.ersetzen(pfad_, ausgabe_)) return f;
+        if (andere != pfad_) fs().remove(andere);
+        break;
+    }
+    case Dateimodus::Neu:
+        if (const Fehlercode f = werk_.neu_anlegen(pfad_, ausgabe_)) return f;
+        break;
+    case Dateimodus::Append: {
+        if (ausgabe_.empty()) return 0;
+        const auto anhang = werk_.anhängen(pfad_, ausgabe_);
+        if (!anhang) return anhang.nummer();
+        stand_ = anhang->info;
+        return 0;
+    }
+    case Dateimodus::Input: return 0;
+    }
+    const auto info = werk_.stand(pfad_);
+    stand_ = info ? *info : FileInfo{};
+    return 0;
+}
+
+Fehlercode Dateikanal::Datei_schließen() {
+    if (!offen_) return 0;
+    const double beginn = werk_.uhr().steady();
+    const Fehlercode f = ausschreiben();
+    const bool langsam = werk_.uhr().steady() - beginn > LANGSAM_AB;
+    const Text pfad = pfad_;
+    verwerfen();
+    if (!f || weg_ == Fehlerweg::IgnoreErrors || (modus_ == Dateimodus::Neu && f == FEHLER_EXISTIERT)) {
+        letzte_datei_.clear();
+        if (langsam && bei_langsamem_Schließen) bei_langsamem_Schließen();
+        return f;
+    }
+    throw zugriffsfehler(f, pfad, u"modKalvora - Datei_schließen");
+}
+
+void Dateikanal::verwerfen() {
+    offen_ = false;
+    zeilen_.reset();
+    vorrat_.reset();
+    inhalt_ = {};
+    ausgabe_.clear();
+}
+
+bool Dateikanal::nächste_bereit() {
+    if (!vorrat_ && zeilen_) vorrat_ = zeilen_->nächste();
+    return vorrat_.has_value();
+}
+
+bool Dateikanal::Dateiende() {
+    return !nächste_bereit();
+}
+
+bool Dateikanal::letzte_Zeile_offen() {
+    if (inhalt_.größe == 0) return false;
+    return inhalt_.bytes[inhalt_.größe - 1] != '\n';
+}
+
+Text Dateikanal::LineIn() {
+    if (!nächste_bereit())
+        throw zugriffsfehler(FEHLER_DATEIENDE, pfad_, u"modKalvora - LineIn", zeile_nr_ + 1);
+    const Rohzeilen::Zeile roh = *vorrat_;
+    vorrat_.reset();
+    ++zeile_nr_;
+    if (roh.länge == 0) {
+        if (endet_ohne_Fall(pfad_, u"Data.dat")) return {};
+        Laufzeitfehler fehler(5, u"Leere Zeile in der Datei " + Pfad_kürzen(pfad_, 100), pfad_, zeile_nr_);
+        fehler.prozedur = u"modKalvora - LineIn";
+        throw fehler;
+    }
+    return aus_cp1252(Zeile_entschlüsseln(roh.anfang, roh.länge));
+}
+
+Text Dateikanal::Rohzeile() {
+    if (!nächste_bereit())
+        throw zugriffsfehler(FEHLER_DATEIENDE, pfad_, u"modKalvora - LineIn", zeile_nr_ + 1);
+    const Rohzeilen::Zeile roh = *vorrat_;
+    vorrat_.reset();
+    ++zeile_nr_;
+    return aus_cp1252({roh.anfang, roh.länge});
+}
+
+void Dateikanal::LineOut(TextView zeile) {
+    if (!offen_ || modus_ == Dateimodus::Input) throw zugriffsfehler(54, pfad_, u"modKalvora - LineOut");
+    Zeile_verschlüsseln(ausgabe_, zu_cp1252(zeile), schlüssel_.nächster());
+}
+
+void Dateikanal::Rohzeile_schreiben(TextView zeile) {
+    if (!offen_ || modus_ == Dateimodus::Input) throw zugriffsfehler(54, pfad_, u"modKalvora - LineOut");
+    ausgabe_ += zu_cp1252(zeile) + "\r\n";
+}
+
+void Dateifehler(int art, const Text& datei, TextView kopf, TextView modul) {
+    const Text pfad = Pfad_kürzen(datei, 100);
+    const bool fehlt = art == 1 || art == 3;
+    Text text = fehlt ? u"Die Datei " + pfad + u" wurde nicht gefunden."
+                      : u"Der Dateiheader [" + Text(kopf) + u"] der Datei " + pfad + u" wurde nicht erkannt.";
+    if (art <= 2) throw Dateischaden(text, datei);
+    throw Programmabbruch(Text(modul),
+                          text + u" Installieren Sie das Programm erneut, um dieses Problem zu beheben");
+}
+
+} // namespace kalvora

@@ -1,0 +1,122 @@
+#include "files/ordner.h"
+
+#include <algorithm>
+
+namespace kalvora {
+
+namespace {
+
+TextView ohne_Schlusstrenner(TextView pfad) {
+    if (!pfad.empty() && (pfad.back() == u'/' || pfad.back() == u'\\')) pfad.remove_suffix(1);
+    return pfad;
+}
+
+Text ersetzt(TextView text, char16_t von, char16_t nach) {
+    Text aus(text);
+    std::replace(aus.begin(), aus.end(), von, nach);
+    return aus;
+}
+
+[[noreturn]] void Ordnerfehler(TextView anfang, TextView pfad, TextView ende, TextView vermutung, int länge) {
+    throw Programmabbruch(u"modKalvora - Ordner",
+                          Text(anfang) + Pfad_kürzen(pfad, länge) + Text(ende) + u"\n" + Text(vermutung),
+                          u"NoLog");
+}
+
+} // namespace
+
+Text ParentDir(TextView pfad) {
+    if (pfad.empty()) return {};
+    const size_t trenner = pfad.substr(0, pfad.size() - 1).find_last_of(u"/\\");
+    return trenner == TextView::npos ? Text() : Text(pfad.substr(0, trenner + 1));
+}
+
+Text Dateiname_aus_Pfad(TextView pfad) {
+    pfad = ohne_Schlusstrenner(pfad);
+    const size_t trenner = pfad.find_last_of(u"/\\");
+    return Text(trenner == TextView::npos ? pfad : pfad.substr(trenner + 1));
+}
+
+Text Pfad_kürzen(TextView pfad, int max) {
+    pfad = ohne_Schlusstrenner(pfad);
+    if (static_cast<int>(pfad.size()) <= max) return u"'" + Text(pfad) + u"'";
+    const int hälfte = (max - 10) / 2;
+    return u"'" + Text(links(pfad, hälfte)) + u" ... " + Text(rechts(pfad, hälfte)) + u"'";
+}
+
+Text als_Ordner(Text pfad) {
+    if (!pfad.empty() && pfad.back() != u'/') pfad += u'/';
+    return pfad;
+}
+
+Text Pfad_nativ(TextView gespeichert) {
+    return ersetzt(gespeichert, u'\\', u'/');
+}
+
+Text Pfad_gespeichert(TextView nativ) {
+    return ersetzt(nativ, u'/', u'\\');
+}
+
+std::vector<Text> Dateien(FileSystem& fs, const Text& ordner, TextView maske, bool fehlend_ist_leer) {
+    auto namen = fs.list(ordner);
+    if (!namen) {
+        const bool fehlt = namen.nummer() == FEHLER_ORDNER || namen.nummer() == FEHLER_NICHT_GEFUNDEN;
+        if (fehlend_ist_leer && fehlt) return {};
+        throw Laufzeitfehler(namen.nummer(),
+                             u"Der Ordner " + Pfad_kürzen(ordner, 100) + u" kann nicht gelesen werden",
+                             ordner);
+    }
+    std::erase_if(*namen,
+                  [&](const Text& name) { return name.starts_with(u'.') || !passt_auf_Maske(name, maske); });
+    return std::move(*namen);
+}
+
+bool Datei_passend_vorhanden(FileSystem& fs, const Text& ordner, TextView maske) {
+    return !Dateien(fs, ordner, maske, true).empty();
+}
+
+Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name) {
+    if (fs.info(ordner + name)) return ordner + name;
+    const auto namen = fs.list(ordner);
+    if (namen)
+        for (const Text& da : *namen)
+            if (gleich_ohne_Fall(da, name)) return ordner + da;
+    return ordner + name;
+}
+
+void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
+    // Made one level at a time from the first missing one on; somebody else may be doing the same.
+    if (!Ordner_vorhanden(fs, pfad)) {
+        const Text eltern = ParentDir(pfad);
+        if (!eltern.empty() && eltern != u"/" && !Ordner_vorhanden(fs, eltern))
+            Ordner_anlegen(fs, eltern, länge);
+        fs.make_folder(pfad);
+    }
+    if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
+        Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
+                     u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen", länge);
+}
+
+void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge) {
+    if (fs.change_folder(pfad) == 0) return;
+    Ordnerfehler(u"Auf den Ordner ", pfad, u" konnte nicht zugegriffen werden.",
+                 u"Vermutlich ist der Ordner nicht vorhanden oder Sie haben keine ausreichenden "
+                 u"Zugriffsberechtigungen in diesem Ordner",
+                 länge);
+}
+
+void Datei_löschen(FileSystem& fs, const Text& pfad, const Text& temppfad) {
+    if (!Ordner_vorhanden(fs, pfad)) {
+        fs.remove(pfad);
+        return;
+    }
+    if (!temppfad.empty() && fs.current_folder().starts_with(pfad)) fs.change_folder(temppfad);
+    fs.remove_folder(pfad);
+}
+
+void Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske) {
+    for (const Text& name : Dateien(fs, als_Ordner(ordner), maske, true))
+        Datei_löschen(fs, als_Ordner(ordner) + name);
+}
+
+} // namespace kalvora

@@ -1,0 +1,53 @@
+// Whole files: read in one go, appended in one write, rewritten or created so that nobody ever sees a half.
+// A rewrite goes to a dot-named sibling that no mask matches, is synced, and then takes the place of the old
+// file. The sibling's name carries host and process, so that two workstations never share one.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/filesystem.h"
+
+namespace kalvora {
+
+struct Dateiinhalt {
+    std::unique_ptr<char[]> bytes;
+    std::size_t größe = 0;
+    FileInfo info; // of the open file, not of the path: stamps of paths lag behind on shares
+    std::string_view sicht() const { return {bytes.get(), größe}; }
+};
+
+class Dateiwerk {
+public:
+    // `kennung` is this process among all workstations: "<host>-<process id>".
+    Dateiwerk(FileSystem& fs, Clock& uhr, Text kennung) : fs_(fs), uhr_(uhr), kennung_(std::move(kennung)) {}
+    FileSystem& fs() const { return fs_; }
+    Clock& uhr() const { return uhr_; }
+
+    Ergebnis<Dateiinhalt> lesen(const Text& pfad) const;
+    Ergebnis<FileInfo> stand(const Text& pfad) const; // opens the file: see Dateiinhalt::info
+
+    struct Anhang {
+        std::uint64_t davor = 0; // size before the append
+        FileInfo info;           // behind it
+    };
+    // One write of whole lines, synced. A last line that lacks its end is closed first; what a short write
+    // left is taken back.
+    Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes) const;
+    // Replaces the file, or makes it. Mode and group of the old one are kept.
+    Fehlercode ersetzen(const Text& pfad, std::string_view bytes) const;
+    // Makes the file whole; 58 when something stands there already, which is left alone.
+    Fehlercode neu_anlegen(const Text& pfad, std::string_view bytes) const;
+
+private:
+    Text nebendatei(const Text& pfad) const;
+    Fehlercode in_nebendatei(const Text& neben, std::string_view bytes, const FileInfo* vorbild) const;
+    Fehlercode alles_schreiben(FileSystem::Handle, std::string_view bytes) const;
+    Fehlercode unterschieben(const Text& neben, const Text& pfad, std::string_view bytes) const;
+    FileSystem& fs_;
+    Clock& uhr_;
+    Text kennung_;
+};
+
+} // namespace kalvora
