@@ -1,0 +1,39 @@
+#include "platform/posix/posix_clock.h"
+
+#include <chrono>
+#include <ctime>
+#include <thread>
+
+namespace kalvora {
+
+namespace {
+
+std::tm local(std::time_t seconds) {
+    std::tm parts{};
+    localtime_r(&seconds, &parts);
+    return parts;
+}
+
+} // namespace
+
+Zeitpunkt PosixClock::now() {
+    const std::tm t = local(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
+    return {{t.tm_year + 1900, t.tm_mon + 1, t.tm_mday}, t.tm_hour, t.tm_min, t.tm_sec};
+}
+
+double PosixClock::steady() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void PosixClock::sleep(double seconds) {
+    if (seconds > 0) std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
+}
+
+Datum PosixClock::day_of(Zeitstempel stamp) {
+    constexpr Zeitstempel SEKUNDE = 1'000'000'000;
+    const Zeitstempel seconds = stamp / SEKUNDE - (stamp % SEKUNDE < 0 ? 1 : 0);
+    const std::tm t = local(static_cast<std::time_t>(seconds));
+    return Datum_aus(t.tm_year + 1900, t.tm_mon + 1, t.tm_mday);
+}
+
+} // namespace kalvora

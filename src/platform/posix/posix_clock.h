@@ -1,0 +1,16 @@
+// The workstation's clock.
+#pragma once
+
+#include "platform/clock.h"
+
+namespace kalvora {
+
+class PosixClock : public Clock {
+public:
+    Zeitpunkt now() override;
+    double steady() override;
+    void sleep(double seconds) override;
+    Datum day_of(Zeitstempel) override;
+};
+
+} // namespace kalvora

@@ -1,0 +1,361 @@
+#include "platform/posix/posix_filesystem.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include "platform/posix/posix_fehler.h"
+
+namespace kalvora {
+
+namespace {
+
+// Repeats a call as long as a signal interrupts it.
+template <class F>
+auto repeated(F call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+// A name with a NUL in it would be cut by the system and mean another file.
+bool possible(const Text& path) {
+    return path.find(u'\0') == Text::npos;
+}
+
+std::string folder_of(std::string path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return path.substr(0, slash + 1);
+}
+
+bool on_share(const struct statfs& where) {
+    constexpr std::array<unsigned, 4> SHARES{NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, CIFS_SUPER_MAGIC,
+                                             SMB2_SUPER_MAGIC};
+    return std::find(SHARES.begin(), SHARES.end(), static_cast<unsigned>(where.f_type)) != SHARES.end();
+}
+
+// An input/output error of a share, or of something that does not even say what it is, is a lost network.
+Fehlercode path_fault(int error, const std::string& path) {
+    struct stat folder {};
+    struct statfs where {};
+    if (error == ENOENT && stat(folder_of(path).c_str(), &folder) != 0 &&
+        (errno == ENOENT || errno == ENOTDIR))
+        return FEHLER_ORDNER;
+    if (error == EIO && (statfs(folder_of(path).c_str(), &where) != 0 || on_share(where))) return FEHLER_NETZ;
+    return fault_of(error);
+}
+
+Fehlercode handle_fault(int error, int handle) {
+    struct statfs where {};
+    if (error == EIO && (fstatfs(handle, &where) != 0 || on_share(where))) return FEHLER_NETZ;
+    return fault_of(error);
+}
+
+// The same for a call whose object is a folder: a missing one is 76.
+Fehlercode folder_fault(int error, const std::string& path) {
+    return error == ENOENT ? static_cast<Fehlercode>(FEHLER_ORDNER) : path_fault(error, path);
+}
+
+bool not_supported(int error) {
+    return error == EINVAL || error == ENOTSUP || error == EOPNOTSUPP || error == ENOSYS;
+}
+
+FileInfo info_of(const struct stat& s) {
+    FileInfo info;
+    info.folder = S_ISDIR(s.st_mode);
+    info.size = static_cast<std::uint64_t>(s.st_size);
+    info.time = static_cast<Zeitstempel>(s.st_mtim.tv_sec) * 1'000'000'000 + s.st_mtim.tv_nsec;
+    if (info.time == 0) info.time = 1; // 0 means "no file"
+    info.mode = s.st_mode & 07777;
+    info.group = s.st_gid;
+    return info;
+}
+
+int flags_of(OpenMode mode) {
+    switch (mode) {
+    case OpenMode::Read: return O_RDONLY;
+    case OpenMode::Append: return O_RDWR | O_APPEND | O_CREAT;
+    case OpenMode::CreateNew: return O_RDWR | O_CREAT | O_EXCL;
+    case OpenMode::Overwrite: return O_RDWR | O_CREAT;
+    }
+    return O_RDONLY;
+}
+
+// O_NONBLOCK keeps a pipe or a device from holding the program. On a file that a server has lent out the
+// same flag makes the call fail where it would wait a moment; a plain file is therefore opened again.
+int open_handle(const std::string& path, int flags) {
+    flags |= O_CLOEXEC | O_NOCTTY;
+    const int handle = repeated([&] { return ::open(path.c_str(), flags | O_NONBLOCK, 0666); });
+    if (handle >= 0 || errno != EWOULDBLOCK) return handle;
+    struct stat s {};
+    if (stat(path.c_str(), &s) == 0 && !S_ISREG(s.st_mode)) {
+        errno = ENODEV;
+        return -1;
+    }
+    return repeated([&] { return ::open(path.c_str(), flags, 0666); });
+}
+
+// Makes a changed name last; a folder that cannot be synced loses nothing but that.
+void sync_folder(const std::string& path) {
+    const int folder =
+        repeated([&] { return ::open(folder_of(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    if (folder < 0) return;
+    repeated([&] { return ::fsync(folder); });
+    ::close(folder);
+}
+
+Fehlercode renaming_fault(int error, const std::string& from, const std::string& to) {
+    const Fehlercode fault = path_fault(error, from);
+    return fault == FEHLER_NICHT_GEFUNDEN ? path_fault(error, to) : fault;
+}
+
+bool same_file(const std::string& a, const std::string& b) {
+    struct stat sa {};
+    struct stat sb {};
+    return stat(a.c_str(), &sa) == 0 && stat(b.c_str(), &sb) == 0 && sa.st_dev == sb.st_dev &&
+           sa.st_ino == sb.st_ino;
+}
+
+int write_all(int handle, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t n = repeated([&] { return ::write(handle, bytes.data(), bytes.size()); });
+        if (n <= 0) return n < 0 ? errno : ENOSPC;
+        bytes.remove_prefix(static_cast<std::size_t>(n));
+    }
+    return 0;
+}
+
+// Copies what `in` still holds to `out`; 0 or an errno.
+int copy_bytes(int in, int out) {
+    std::array<char, 65536> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    for (;;) {
+        const ssize_t n = repeated([&] { return ::read(in, buffer.data(), buffer.size()); });
+        if (n < 0) return errno;
+        if (n == 0) break;
+        const int error = write_all(out, {buffer.data(), static_cast<std::size_t>(n)});
+        if (error != 0) return error;
+    }
+    if (repeated([&] { return fdatasync(out); }) != 0 && !not_supported(errno)) return errno;
+    return 0;
+}
+
+// Takes the write protection off a plain file; true if there was one.
+bool made_writable(const std::string& path, mode_t& before) {
+    struct stat s {};
+    if (lstat(path.c_str(), &s) != 0 || !S_ISREG(s.st_mode) || (s.st_mode & S_IWUSR) != 0) return false;
+    before = s.st_mode & 07777;
+    return chmod(path.c_str(), before | S_IWUSR) == 0;
+}
+
+} // namespace
+
+Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mode) {
+    if (!possible(path)) return Ergebnis<Handle>::fehler(FEHLER_NETZ);
+    const std::string name = zu_utf8(path);
+    const int handle = open_handle(name, flags_of(mode));
+    if (handle < 0) return Ergebnis<Handle>::fehler(path_fault(errno, name));
+    struct stat s {};
+    if (fstat(handle, &s) != 0) {
+        const Fehlercode fault = handle_fault(errno, handle);
+        ::close(handle);
+        return Ergebnis<Handle>::fehler(fault);
+    }
+    if (S_ISREG(s.st_mode)) return handle;
+    ::close(handle);
+    return Ergebnis<Handle>::fehler(FEHLER_SCHREIBSCHUTZ);
+}
+
+Ergebnis<std::size_t> PosixFileSystem::read(Handle handle, char* buffer, std::size_t size) {
+    const ssize_t n = repeated([&] { return ::read(handle, buffer, size); });
+    if (n < 0) return Ergebnis<std::size_t>::fehler(handle_fault(errno, handle));
+    return static_cast<std::size_t>(n);
+}
+
+Ergebnis<std::size_t> PosixFileSystem::read_at(Handle handle, std::uint64_t offset, char* buffer,
+                                               std::size_t size) {
+    const ssize_t n = repeated([&] { return pread(handle, buffer, size, static_cast<off_t>(offset)); });
+    if (n < 0) return Ergebnis<std::size_t>::fehler(handle_fault(errno, handle));
+    return static_cast<std::size_t>(n);
+}
+
+Ergebnis<std::size_t> PosixFileSystem::write(Handle handle, std::string_view bytes) {
+    const ssize_t n = repeated([&] { return ::write(handle, bytes.data(), bytes.size()); });
+    if (n < 0) return Ergebnis<std::size_t>::fehler(handle_fault(errno, handle));
+    return static_cast<std::size_t>(n);
+}
+
+Fehlercode PosixFileSystem::sync(Handle handle) {
+    if (repeated([&] { return fdatasync(handle); }) == 0 || not_supported(errno)) return 0;
+    return handle_fault(errno, handle);
+}
+
+Fehlercode PosixFileSystem::truncate(Handle handle, std::uint64_t size) {
+    const int result = repeated([&] { return ftruncate(handle, static_cast<off_t>(size)); });
+    return result == 0 ? 0 : handle_fault(errno, handle);
+}
+
+Fehlercode PosixFileSystem::copy_rights(Handle handle, const FileInfo& from) {
+    struct stat s {};
+    if (fstat(handle, &s) != 0) return handle_fault(errno, handle);
+    // The group first: changing it may take bits off the mode. Who may not give it keeps his own.
+    if (s.st_gid != from.group && fchown(handle, static_cast<uid_t>(-1), from.group) != 0) errno = 0;
+    if ((s.st_mode & 07777) == from.mode && s.st_gid == from.group) return 0;
+    if (fchmod(handle, from.mode & 07777) == 0) return 0;
+    const bool refused = errno == EPERM || errno == EACCES || not_supported(errno);
+    return refused ? 0 : handle_fault(errno, handle);
+}
+
+Ergebnis<FileInfo> PosixFileSystem::info(Handle handle) {
+    struct stat s {};
+    if (fstat(handle, &s) != 0) return Ergebnis<FileInfo>::fehler(handle_fault(errno, handle));
+    return info_of(s);
+}
+
+Fehlercode PosixFileSystem::close(Handle handle) {
+    // After an interrupted close the handle is gone all the same; calling again could hit another file.
+    if (::close(handle) == 0 || errno == EINTR) return 0;
+    return fault_of(errno);
+}
+
+Ergebnis<FileInfo> PosixFileSystem::info(const Text& path) {
+    if (!possible(path)) return Ergebnis<FileInfo>::fehler(FEHLER_NETZ);
+    const std::string name = zu_utf8(path);
+    struct stat s {};
+    if (stat(name.c_str(), &s) != 0) return Ergebnis<FileInfo>::fehler(path_fault(errno, name));
+    return info_of(s);
+}
+
+Fehlercode PosixFileSystem::rename(const Text& from, const Text& to) {
+    if (!possible(from) || !possible(to)) return FEHLER_NETZ;
+    const std::string old_name = zu_utf8(from);
+    const std::string new_name = zu_utf8(to);
+    if (::rename(old_name.c_str(), new_name.c_str()) != 0) return renaming_fault(errno, old_name, new_name);
+    sync_folder(new_name);
+    return 0;
+}
+
+int PosixFileSystem::rename_exclusively(const std::string& from, const std::string& to) {
+    return renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0 ? 0 : errno;
+}
+
+int PosixFileSystem::link_exclusively(const std::string& from, const std::string& to) {
+    if (link(from.c_str(), to.c_str()) == 0) return 0;
+    // A lost answer of the server makes the client ask twice, and the second time the name is taken.
+    return errno == EEXIST && same_file(from, to) ? 0 : errno;
+}
+
+Fehlercode PosixFileSystem::copy_exclusively(const std::string& from, const std::string& to) {
+    const int in = repeated([&] { return ::open(from.c_str(), O_RDONLY | O_CLOEXEC); });
+    if (in < 0) return path_fault(errno, from);
+    struct stat s {};
+    const int out = fstat(in, &s) != 0 ? -1 : repeated([&] {
+        return ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, s.st_mode & 0777);
+    });
+    if (out < 0) {
+        const int error = errno;
+        ::close(in);
+        return path_fault(error, to);
+    }
+    int error = copy_bytes(in, out);
+    if (::close(out) != 0 && error == 0 && errno != EINTR) error = errno;
+    ::close(in);
+    if (error == 0 && unlink(from.c_str()) == 0) return 0;
+    if (error == 0) error = errno;
+    const Fehlercode fault = path_fault(error, to);
+    unlink(to.c_str()); // made by this call alone; half of it must not stay
+    return fault;
+}
+
+Fehlercode PosixFileSystem::rename_new(const Text& from, const Text& to) {
+    if (!possible(from) || !possible(to)) return FEHLER_NETZ;
+    const std::string old_name = zu_utf8(from);
+    const std::string new_name = zu_utf8(to);
+    int error = rename_exclusively(old_name, new_name);
+    if (not_supported(error)) {
+        error = link_exclusively(old_name, new_name);
+        // Behind the link `to` stands whole; a first name that cannot be taken away does not undo that.
+        if (error == 0) unlink(old_name.c_str());
+    }
+    if (not_supported(error) || error == EPERM || error == EMLINK) {
+        const Fehlercode fault = copy_exclusively(old_name, new_name);
+        if (fault != 0) return fault;
+        error = 0;
+    }
+    if (error != 0) return renaming_fault(error, old_name, new_name);
+    sync_folder(new_name);
+    return 0;
+}
+
+Fehlercode PosixFileSystem::remove(const Text& path) {
+    if (!possible(path)) return FEHLER_NETZ;
+    const std::string name = zu_utf8(path);
+    if (unlink(name.c_str()) == 0) return 0;
+    int error = errno;
+    mode_t before = 0;
+    if ((error == EACCES || error == EPERM) && made_writable(name, before)) {
+        if (unlink(name.c_str()) == 0) return 0;
+        error = errno;
+        if (chmod(name.c_str(), before) != 0) errno = 0; // the first fault is the one to tell
+    }
+    return path_fault(error, name);
+}
+
+Fehlercode PosixFileSystem::remove_folder(const Text& path) {
+    if (!possible(path)) return FEHLER_NETZ;
+    const std::string name = zu_utf8(path);
+    return rmdir(name.c_str()) == 0 ? 0 : folder_fault(errno, name);
+}
+
+Fehlercode PosixFileSystem::make_folder(const Text& path) {
+    if (!possible(path)) return FEHLER_NETZ;
+    const std::string name = zu_utf8(path);
+    return mkdir(name.c_str(), 0777) == 0 ? 0 : folder_fault(errno, name);
+}
+
+Ergebnis<std::vector<Text>> PosixFileSystem::list(const Text& folder) {
+    using Namen = Ergebnis<std::vector<Text>>;
+    if (!possible(folder)) return Namen::fehler(FEHLER_NETZ);
+    const std::string name = zu_utf8(folder);
+    DIR* dir = opendir(name.c_str());
+    if (!dir) return Namen::fehler(folder_fault(errno, name));
+    std::vector<Text> names;
+    errno = 0;
+    while (const dirent* entry = readdir(dir)) {
+        const std::string_view found = entry->d_name;
+        if (found != "." && found != "..") names.push_back(aus_utf8(found));
+        errno = 0;
+    }
+    const int error = errno;
+    closedir(dir);
+    if (error != 0) return Namen::fehler(folder_fault(error, name));
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+Fehlercode PosixFileSystem::change_folder(const Text& folder) {
+    if (!possible(folder)) return FEHLER_NETZ;
+    const std::string name = zu_utf8(folder);
+    return chdir(name.c_str()) == 0 ? 0 : folder_fault(errno, name);
+}
+
+Text PosixFileSystem::current_folder() {
+    std::array<char, PATH_MAX> buffer{};
+    if (!getcwd(buffer.data(), buffer.size()) || buffer[0] != '/') return {}; // gone, or outside the tree
+    Text folder = aus_utf8(buffer.data());
+    if (folder.back() != u'/') folder += u'/';
+    return folder;
+}
+
+} // namespace kalvora
