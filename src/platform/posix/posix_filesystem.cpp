@@ -252,8 +252,9 @@ int PosixFileSystem::rename_exclusively(const std::string& from, const std::stri
 
 int PosixFileSystem::link_exclusively(const std::string& from, const std::string& to) {
     if (link(from.c_str(), to.c_str()) == 0) return 0;
+    const int error = errno;
     // A lost answer of the server makes the client ask twice, and the second time the name is taken.
-    return errno == EEXIST && same_file(from, to) ? 0 : errno;
+    return error == EEXIST && same_file(from, to) ? 0 : error;
 }
 
 Fehlercode PosixFileSystem::copy_exclusively(const std::string& from, const std::string& to) {
@@ -271,7 +272,10 @@ Fehlercode PosixFileSystem::copy_exclusively(const std::string& from, const std:
     int error = copy_bytes(in, out);
     if (::close(out) != 0 && error == 0 && errno != EINTR) error = errno;
     ::close(in);
-    if (error == 0 && unlink(from.c_str()) == 0) return 0;
+    if (error == 0 && unlink(from.c_str()) == 0) {
+        sync_folder(to);
+        return 0;
+    }
     if (error == 0) error = errno;
     const Fehlercode fault = path_fault(error, to);
     unlink(to.c_str()); // made by this call alone; half of it must not stay
@@ -285,13 +289,10 @@ Fehlercode PosixFileSystem::rename_new(const Text& from, const Text& to) {
     int error = rename_exclusively(old_name, new_name);
     if (not_supported(error)) {
         error = link_exclusively(old_name, new_name);
+        if (not_supported(error) || error == EPERM || error == EMLINK)
+            return copy_exclusively(old_name, new_name);
         // Behind the link `to` stands whole; a first name that cannot be taken away does not undo that.
         if (error == 0) unlink(old_name.c_str());
-    }
-    if (not_supported(error) || error == EPERM || error == EMLINK) {
-        const Fehlercode fault = copy_exclusively(old_name, new_name);
-        if (fault != 0) return fault;
-        error = 0;
     }
     if (error != 0) return renaming_fault(error, old_name, new_name);
     sync_folder(new_name);
