@@ -112,6 +112,7 @@ Fehlercode Dateikanal::ausschreiben() {
         const auto anhang = werk_.anhängen(pfad_, ausgabe_);
         if (!anhang) return anhang.nummer();
         stand_ = anhang->info;
+        davor_ = anhang->davor;
         return 0;
     }
     case Dateimodus::Input: return 0;
@@ -173,6 +174,16 @@ Text Dateikanal::LineIn() {
     return aus_cp1252(Zeile_entschlüsseln(roh.anfang, roh.länge));
 }
 
+std::optional<Dateikanal::Klarzeile> Dateikanal::nächste_Klarzeile() {
+    if (!nächste_bereit() || !vorrat_->mit_Ende) return std::nullopt;
+    const Rohzeilen::Zeile roh = *vorrat_;
+    vorrat_.reset();
+    ++zeile_nr_;
+    const auto stelle = static_cast<std::uint64_t>(roh.anfang - inhalt_.bytes.get());
+    if (roh.länge == 0) return Klarzeile{{}, stelle};
+    return Klarzeile{Zeile_entschlüsseln(roh.anfang, roh.länge), stelle};
+}
+
 Text Dateikanal::Rohzeile() {
     if (!nächste_bereit())
         throw zugriffsfehler(FEHLER_DATEIENDE, pfad_, u"modKalvora - LineIn", zeile_nr_ + 1);
@@ -183,8 +194,12 @@ Text Dateikanal::Rohzeile() {
 }
 
 void Dateikanal::LineOut(TextView zeile) {
+    Klarzeile_schreiben(zu_cp1252(zeile));
+}
+
+void Dateikanal::Klarzeile_schreiben(std::string_view bytes) {
     if (!offen_ || modus_ == Dateimodus::Input) throw zugriffsfehler(54, pfad_, u"modKalvora - LineOut");
-    Zeile_verschlüsseln(ausgabe_, zu_cp1252(zeile), schlüssel_.nächster());
+    Zeile_verschlüsseln(ausgabe_, bytes, schlüssel_.nächster());
 }
 
 void Dateikanal::Rohzeile_schreiben(TextView zeile) {

@@ -35,13 +35,22 @@ public:
 
     bool Dateiende(); // EOF
     Text LineIn();    // an empty raw line is a fault, in capture files ("*Data.dat") an empty line
+    // The next line decoded, as bytes of the code page, valid until the next call; nothing at the end. A last
+    // line without its end is not yet there. For files that others append to while we read.
+    struct Klarzeile {
+        std::string_view bytes;
+        std::uint64_t stelle = 0; // offset of the stored line in the file
+    };
+    std::optional<Klarzeile> nächste_Klarzeile();
     void LineOut(TextView zeile);
-    Text Rohzeile(); // a line as it stands: plain files
+    void Klarzeile_schreiben(std::string_view bytes); // LineOut of bytes of the code page
+    Text Rohzeile();                                  // a line as it stands: plain files
     void Rohzeile_schreiben(TextView zeile);
     bool letzte_Zeile_offen();                     // the file's last line lacks its end: the file was cut
     int Zeilennummer() const { return zeile_nr_; } // of the line read last, from 1
 
-    const FileInfo& Stand() const { return stand_; } // of the file opened or written last
+    const FileInfo& Stand() const { return stand_; }          // of the file opened or written last
+    std::uint64_t Größe_vor_Anhang() const { return davor_; } // of the file appended to last
     const Text& Letzte_Datei() const { return letzte_datei_; }
     void Letzte_Datei_merken(const Text& pfad) { letzte_datei_ = pfad; } // while a file read is being judged
     const Dateiwerk& werk() const { return werk_; }
@@ -73,6 +82,7 @@ private:
     int zeile_nr_ = 0;
     std::string ausgabe_;
     FileInfo stand_;
+    std::uint64_t davor_ = 0;
 };
 
 // A missing file (1, 3) or a wrong header (2, 4). Kinds 1 and 2 lead to the repair, 3 and 4 (files of the

@@ -1,0 +1,95 @@
+// The plain form of a capture file: a head of three lines, then rows "A:<BenId>:<31 codes>" and comments
+// "K:<BenId>:<dd>-<dd>:<text>" in any order; the last row of a person wins. Days count from 1.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "base/feld.h"
+#include "files/dateikanal.h"
+
+namespace kalvora {
+
+inline constexpr int TAGE = 31;
+inline constexpr TextView KEINE_AUSNAHMEN = u"NoEx:NoEx";
+
+// An A row as held: codes of the 31 days, a blank for no entry.
+struct Erfassungssatz {
+    Text BenId;
+    Text tage;
+    std::uint64_t stelle = 0; // offset in the file it was read from
+};
+
+// A K row: a comment for a run of days; an empty text takes comments away.
+struct Kommentarsatz {
+    Text BenId;
+    int von = 1, bis = 1;
+    Text text;
+    std::uint64_t stelle = 0;
+};
+
+Text als_Zeile(const Erfassungssatz& satz); // "A:..."
+Text als_Zeile(const Kommentarsatz& satz);  // "K:..."
+
+// Which characters of a day are codes while the table has U records; whatever else was read becomes a blank.
+class Codefilter {
+public:
+    explicit Codefilter(int U);
+    bool zulässig(char16_t c) const { return c < 128 && tabelle_[c] == static_cast<char>(c); }
+    char operator()(char byte) const {
+        const auto b = static_cast<unsigned char>(byte);
+        return b < 128 ? tabelle_[b] : ' ';
+    }
+
+private:
+    std::array<char, 128> tabelle_;
+};
+
+// One month's version as read.
+struct Monatsinhalt {
+    Text yymm;
+    Text stamm; // "yymm yymmdd" of the version read; empty: the month has no file
+    Text Reservezeile;
+    Text Ausnahmedaten{KEINE_AUSNAHMEN};
+    Feld<Erfassungssatz> Erfassungsdaten;
+    Feld<Kommentarsatz> Kommentardaten;
+    Zeitstempel zeit = 0;
+
+    // Faults found; the rows themselves are left out above.
+    bool Ausnahmezeile_ohne_Doppelpunkt = false;
+    int fehler_erster_Art = 0;            // lines that are no row at all
+    std::vector<Text> fehler_zweiter_Art; // keys of rows with a wrong inside
+    bool fehlerhaft() const {
+        return Ausnahmezeile_ohne_Doppelpunkt || fehler_erster_Art > 0 || !fehler_zweiter_Art.empty();
+    }
+
+    // Number of the last A row of a key, compared without case; 0 when there is none.
+    int letzter_Satz(TextView BenId) const;
+    // The comment that stands for a day of a person when the K rows are taken in their order; may be empty.
+    std::array<Text, TAGE + 1> Kommentare(TextView BenId) const; // index 1 to 31
+    void Satz_anfügen(Erfassungssatz satz);
+    void Kommentar_anfügen(Kommentarsatz satz);
+
+private:
+    std::unordered_map<Text, int> letzte_;                  // folded key -> row
+    std::unordered_map<Text, std::vector<int>> kommentare_; // folded key -> comment rows
+};
+
+// What stands in a line behind the head. Views point into the line.
+struct Zeilenbefund {
+    enum class Art { A, K, ErsteArt, ZweiteArt } art = Art::ErsteArt;
+    std::string_view schlüssel, inhalt; // A: 31 bytes; K: text
+    int von = 0, bis = 0;
+};
+Zeilenbefund Zeile_prüfen(std::string_view zeile);
+
+// Reads head and rows of an opened capture file into `inhalt`. Dateischaden when the first line is not
+// "[yymm]" or the head is cut. Days beyond the month's length are blank.
+void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filter, Monatsinhalt& inhalt);
+
+// The lines of a compacted month in staff order: of each person the last row that holds a day, and behind it
+// the comments as runs of equal text over days with an entry. Rows of other keys drop out.
+std::vector<Text> Zeilen_verdichten(const Monatsinhalt& inhalt, const std::vector<Text>& BenIds);
+
+} // namespace kalvora
