@@ -43,8 +43,8 @@ public:
     bool gibt_es(const Text& pfad) const { return finde(pfad) != nullptr; }
     void entferne(const Text& pfad) { knoten_.erase(ohne_strich(pfad)); }
     void setze_rechte(const Text& pfad, unsigned mode) { knoten_.at(ohne_strich(pfad))->info.mode = mode; }
-    void setze_stempel(const Text& pfad, Zeitstempel zeit) {
-        knoten_.at(ohne_strich(pfad))->info.time = zeit;
+    void setze_stempel(const Text& pfad, Zeitstempel neu) {
+        knoten_.at(ohne_strich(pfad))->info.time = neu;
     }
     // All files with their bytes: for "nothing has changed".
     std::map<Text, std::string> abbild() const {
