@@ -152,22 +152,20 @@ bool Erfassungsdateien::Datensatz_speichern(const Text& zeile) {
 }
 
 bool Erfassungsdateien::schreiben(const std::vector<Text>& zeilen) {
-    if (vor_dem_Schreiben) vor_dem_Schreiben();
-    if (!lesbar_ || personal_.leer()) {
-        kanal_.app().Hinweis(
-            personal_.leer() ? Text(Mitarbeiterdaten::KEINE_MITARBEITER)
-                             : u"Der Monat konnte nicht gelesen werden und nimmt deshalb keine Einträge an.");
+    const bool Gründe_gelten = !vor_dem_Schreiben || vor_dem_Schreiben();
+    const auto alle_zulässig = [&] { return std::all_of(zeilen.begin(), zeilen.end(), [&](const Text& z) { return zulässig(z); }); };
+    Text grund;
+    if (personal_.leer())
+        grund = Mitarbeiterdaten::KEINE_MITARBEITER;
+    else if (!lesbar_)
+        grund = u"Der Monat konnte nicht gelesen werden und nimmt deshalb keine Einträge an.";
+    else if (!Gründe_gelten || !alle_zulässig())
+        grund = u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe zwischenzeitlich "
+                u"geändert wurden. Die Anzeige wird jetzt neu geladen.";
+    if (!grund.empty()) {
+        kanal_.app().Hinweis(grund);
         return false;
     }
-    // The reason table may just have been read again: what was a code when the row was built must still be
-    // one.
-    for (const Text& zeile : zeilen)
-        if (!zulässig(zeile)) {
-            kanal_.app().Hinweis(
-                u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe "
-                u"zwischenzeitlich geändert wurden. Die Anzeige wird jetzt neu geladen.");
-            return false;
-        }
     const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat_.yymm));
     bool alte_löschen = true;
     if (!zeilen.empty() && Datei_vorhanden(kanal_.fs(), ziel))

@@ -47,8 +47,9 @@ public:
     bool Sammeln() const { return sammeln_; }
     const std::vector<Text>& Speicherpuffer() const { return puffer_; }
     void Speicherpuffer_leeren() { puffer_.clear(); }
-    // Called before anything is written: whoever holds stale shared data rereads it here.
-    std::function<void()> vor_dem_Schreiben;
+    // Called before anything is written: whoever holds stale shared data rereads it here. False: the reasons
+    // have changed, so that rows built before may mean something else now.
+    std::function<bool()> vor_dem_Schreiben;
 
     // Own rows that no read has seen yet. The check runs with each read of their month; this one reads the
     // months that still wait, at the end of the program.

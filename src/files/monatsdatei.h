@@ -43,7 +43,7 @@ public:
     }
 
 private:
-    std::array<char, 128> tabelle_;
+    std::array<char, 128> tabelle_{};
 };
 
 // One month's version as read.

@@ -58,6 +58,11 @@ Cell& Table::edit(int row, int col) {
     return cell;
 }
 
+Cell* Table::edit_row(int row) {
+    cells_changed();
+    return cells_.data() + place(row, 0);
+}
+
 void Table::set_row_height(int row, int twips) {
     heights_[line(row)] = twips;
     cells_changed();

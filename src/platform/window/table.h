@@ -41,6 +41,7 @@ public:
     int fixed_cols() const { return fixed_cols_; }
     const Cell& cell(int row, int col) const { return cells_[place(row, col)]; }
     Cell& edit(int row, int col); // the changed cell is announced
+    Cell* edit_row(int row);      // the cells of a row, for bulk changes while redraw is off
     void set_redraw(bool on);
     bool redraw() const { return redraw_; }
 

@@ -1,0 +1,44 @@
+// The shared data of one running workstation, module by module, and the check whether somebody else has
+// changed the configuration or the staff list.
+#pragma once
+
+#include "files/erfassungsdateien.h"
+#include "files/feiertagsdatei.h"
+#include "files/inidatei.h"
+
+namespace kalvora {
+
+class Gemeinsame_Daten {
+public:
+    Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikanal, Arbeitsplatz& arbeitsplatz);
+
+    Application& app;
+    Dateikanal& kanal;
+    Arbeitsplatz& platz;
+    Konfigdaten konfig;
+    Mitarbeiterdaten personal;
+    Logbuch log;
+    Feiertagsdatei feiertage;
+    Ferientagedatei ferien;
+    Inidatei ini;
+    Erfassungsdateien erfassung;
+
+    // Rows "<name>|<heading>:<heading>:" of this user's display groups; "NoGroups" alone: none.
+    Feld<Text> Anzeigegruppen{u"NoGroups"};
+    bool Anzeigegruppen_vorhanden() const { return Anzeigegruppen(1) != u"NoGroups"; }
+    void Anzber_und_Anzgru_init();
+
+    // Each returns true when the file had changed and was read again. For watching.
+    bool CheckKonfigdaten();
+    bool CheckMitarbeiterdaten();
+    // The same before a write, without the limits of watching.
+    bool Vor_dem_Schreiben_auffrischen();
+
+    const Konfiguration& K() const { return konfig.werte(); }
+    bool Eigene_Zeile(TextView BenId) const { return gleich_ohne_Fall(BenId, platz.Benutzername); }
+
+private:
+    void Konfiguration_neu_lesen();
+};
+
+} // namespace kalvora

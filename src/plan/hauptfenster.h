@@ -1,0 +1,57 @@
+// The logic of the main window: what its controls do.
+#pragma once
+
+#include "plan/eintragung.h"
+
+namespace kalvora {
+
+class Hauptfenster {
+public:
+    explicit Hauptfenster(Gemeinsame_Daten& daten);
+
+    frmKalvora& form() { return f_; }
+    Monatsansicht& ansicht() { return ansicht_; }
+    Eintragung& eintragung() { return eintragung_; }
+
+    // Builds tabs, menu and buttons and shows the month of today; without `mit_Monat` the window stays empty.
+    void öffnen(bool mit_Monat);
+    void Monat_wechseln(); // the month of the tabs, read anew: tab change, F5, reload
+    void Menüpunkte_aktivieren();
+    void Tabellenfelder_anordnen();
+    void CheckErfassungsdaten(); // somebody else has written to the month: reload, the marking stays
+    void Fenster_merken();       // state and geometry into the user's display choices
+
+    // The first month was shown.
+    std::function<void()> Startphase_beendet;
+    std::function<bool()> schließen; // the shutdown order; false keeps the window
+
+private:
+    void Ereignisse_verbinden();
+    void Tabellen_verbinden();
+    void Jahr_gewechselt(int vorher);
+    bool Jahrestaste(int schritt);
+    void Poll();
+    bool Taste(const Key& taste);
+    void Maus_gedrückt(const Table::Mouse& m);
+    void Maus_bewegt(int row, int col);
+    void Markierung_und_Highlight_Off();
+    void Highlight_On(int row, int col);
+    void Highlight_Off();
+    void Schaltflächen_anordnen();
+    void Statuszeile();
+    void Gruppen_anbieten();
+    void Titel_setzen();
+    Text Zelle_vorlesen(int row, int tag) const;
+    Text Zelle_erklären(int row, int tag) const;
+    Text Tag_in_Worten(int tag) const;
+    int Hervorhebung() const { return d_.ini.wahl().Fensterdaten_(fenster::HERVORHEBUNG); }
+
+    Gemeinsame_Daten& d_;
+    frmKalvora f_;
+    Monatsansicht ansicht_;
+    Eintragung eintragung_;
+    int Abfragezähler_ = 0;
+    bool maus_war_draußen_ = false;
+};
+
+} // namespace kalvora
