@@ -19,6 +19,7 @@ public:
     const Text& Reservezeile() const { return reserve_; }
     void Reservezeile_setzen(Text zeile) { reserve_ = std::move(zeile); }
 
+    // An older file without its country becomes a German one; it is written anew with the next change only.
     void Feiertage_lesen();
     void Feiertage_schreiben(Dateimodus modus = Dateimodus::Output);
     void Feiertage_berechnen(); // again, when Startjahr has changed
@@ -26,7 +27,6 @@ public:
     void KalvoraFeiertageDat_lesen(TextView code);
 
 private:
-    void Feiertage_konvertieren(const Text& pfad);
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     Feld<Text> regeln_;
@@ -41,16 +41,21 @@ public:
     // True when the day of the month chosen last is a school holiday.
     bool Ferientag(int tag) const;
     int Ferienindex() const { return index_; }
+    bool Daten_vorhanden() const { return Ferientage_(1) != OHNE_DATEN; }
 
+    // A missing file, and every fault in it, means no school holidays. The month chosen last stays chosen.
     void Ferientage_lesen();
     void Ferienindex_setzen(TextView Anzeigemonat, bool Schulferien_aus);
 
 private:
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
-    Feld<Text> Ferientage_{u"NoData"};
+    static constexpr TextView OHNE_DATEN = u"NoData";
+    Feld<Text> Ferientage_{Text(OHNE_DATEN)};
     Farbe farbe_ = 0;
     int index_ = 0;
+    Text monat_;
+    bool aus_ = false;
 };
 
 } // namespace kalvora

@@ -21,7 +21,7 @@ inline constexpr int SF_BREITE_AN = 35, SF_BREITE = 36, ANZAHL = 37;
 
 // "" stands for "void".
 struct Anzeigewahl {
-    Fensterdaten Fensterdaten_;
+    Fensterdaten Fensterdaten_ = Fensterdaten(fenster::ANZAHL);
     int Gruppenauswahl = 0;      // index from 0
     std::array<Text, 2> Ordner;  // last export folder, last print folder
     Text TaSum = Text(24, u'1'); // a digit a reason: "0" leaves its day sum out
@@ -46,8 +46,12 @@ private:
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;
     Logbuch& log_;
+    Text gültige_Datei() const;
+    void begrenzen(int Gruppen);
+    bool schreiben_nach(const Text& ordner);
+    void Dateien_entfernen();
     Anzeigewahl wahl_;
-    std::int64_t summe_ = 0; // of what was read; negative blocks writing
+    std::int64_t summe_ = 0; // of what was read, 0 without a file; negative blocks writing
 };
 
 } // namespace kalvora

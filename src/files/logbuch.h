@@ -27,7 +27,8 @@ public:
     void Logpuffer_leeren() { puffer_.clear(); }
 
 private:
-    void anfügen(const Text& ordner, const Text& name, const std::vector<Text>& zeilen);
+    void anfügen(TextView name, const std::vector<Text>& zeilen);
+    bool in_Datei(const Text& ordner, const Text& datei, const std::vector<Text>& zeilen);
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;

@@ -17,7 +17,7 @@ public:
 
     int Setting(int n) const; // the digit at position n; a letter, "#" or a missing position is 0
     Text SettingStr(int n, int länge) const;
-    void SetSetting(int n, int wert); // one digit
+    void SetSetting(int n, int wert); // one digit at a position that is there; fault 5 otherwise
     const Text& werte() const { return werte_; }
 
     // Brings an older string to the present form: length, country defaults of the leave letters, first month
@@ -25,6 +25,7 @@ public:
     void migrieren();
 
 private:
+    void ersetzen(int ab, TextView stück);
     Text werte_;
 };
 
