@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 
 #include "platform/window/table.h"
 
@@ -60,6 +61,10 @@ public:
 
     FormView* view() const { return view_; }
     void set_view(FormView* view) { view_ = view; }
+
+    // Where and how the view opens the window, when the program has it from an earlier run.
+    std::optional<Geometry> start_geometry;
+    WindowState start_state = WindowState::Normal;
 
     // What the user does with the window as a whole. on_query_close may refuse.
     std::function<bool()> on_query_close;

@@ -1,0 +1,80 @@
+// One running workstation: start, main window, end. Owns every module; several may live in one process, each
+// with a windowing system of its own.
+#pragma once
+
+#include <memory>
+
+#include "frame/aufruf.h"
+#include "frame/frm_start.h"
+#include "frame/meldung.h"
+#include "plan/hauptfenster.h"
+
+namespace kalvora {
+
+struct Plattform {
+    FileSystem& fs;
+    Clock& uhr;
+    Environment& umgebung;
+};
+
+class Programm {
+public:
+    // `argumente` without the program's own name.
+    Programm(const Plattform& plattform, WindowSystem& fenster, const std::vector<Text>& argumente);
+    ~Programm();
+    Programm(const Programm&) = delete;
+    Programm& operator=(const Programm&) = delete;
+
+    // The whole run: start, the window's loop, the end. 0 ended in the ordinary way, 2 the program stopped
+    // itself. Nothing is thrown.
+    int ausführen();
+
+    // The same in steps, for drivers that have the loop themselves. starten: true when the main window
+    // stands.
+    bool starten();
+    void schleife();
+    int ende();
+
+    Application& app() { return app_; }
+    Gemeinsame_Daten& daten() { return *daten_; }
+    Hauptfenster& hauptfenster() { return *haupt_; }
+    Arbeitsplatz& platz() { return platz_; }
+
+private:
+    struct Ende { // an ordinary end before the window stands
+        int status = 0;
+    };
+    void Main();
+    void Instanz_prüfen();
+    void Datum_und_Aufruf();
+    void Startbild();
+    void Gebietsschema_und_Datum_prüfen();
+    void Systempfad_bestimmen();
+    void Datenordner_bestimmen();
+    void Silent_beenden();
+    void Datenordner_prüfen();
+    void Ordner_einrichten();
+    void Erster_Lauf();
+    void Gemeinsame_Dateien_lesen();
+    void Setting_setzen();
+    void Persönliches_lesen();
+    void Temp_Logs_aufräumen();
+    void Fenster_zeigen();
+    bool Schließen();
+    Text absoluter_Ordner(Text pfad) const;
+    void scheitern(const std::exception_ptr& fehler);
+
+    Plattform plattform_;
+    Application app_;
+    Aufruf aufruf_;
+    Arbeitsplatz platz_;
+    Dateiwerk werk_;
+    Dateikanal kanal_;
+    std::unique_ptr<Gemeinsame_Daten> daten_;
+    std::unique_ptr<Hauptfenster> haupt_;
+    std::unique_ptr<frmStart> start_;
+    int status_ = 0;
+    bool läuft_ = false;
+};
+
+} // namespace kalvora

@@ -1,0 +1,223 @@
+// The steps of the start, in the order in which Main calls them.
+#include "admin/erstinitialisierung.h"
+#include "base/cp1252.h"
+#include "files/kalvoradat.h"
+#include "files/ordner.h"
+#include "frame/programm.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr int FRÜHESTES_JAHR = 2025, SPÄTESTES_JAHR = 2050;
+constexpr int TEMP_LOGS_TAGE = 120;
+
+// Elements "." and ".." and doubled separators taken out of an absolute path.
+Text geglättet(const Text& pfad) {
+    std::vector<Text> teile;
+    for (const Text& teil : teilen(pfad, u'/')) {
+        if (teil.empty() || teil == u".") continue;
+        if (teil != u"..")
+            teile.push_back(teil);
+        else if (!teile.empty())
+            teile.pop_back();
+    }
+    Text aus = u"/";
+    for (const Text& teil : teile)
+        aus += teil + u"/";
+    return aus;
+}
+
+void Vorlage_kopieren(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name) {
+    if (Datei_vorhanden(werk.fs(), Datei_finden(werk.fs(), platz.Systempfad, name))) return;
+    const auto inhalt = werk.lesen(Datei_finden(werk.fs(), platz.Programmpfad, name));
+    if (inhalt) werk.neu_anlegen(platz.Systempfad + name, inhalt->sicht());
+}
+
+} // namespace
+
+Text Programm::absoluter_Ordner(Text pfad) const {
+    pfad = Pfad_nativ(pfad);
+    if (!pfad.starts_with(u'/')) pfad = als_Ordner(plattform_.fs.current_folder()) + pfad;
+    return geglättet(pfad);
+}
+
+void Programm::Systempfad_bestimmen() {
+    Environment& u = plattform_.umgebung;
+    platz_.Benutzername = u.variable(u"USERNAME");
+    if (platz_.Benutzername.empty()) platz_.Benutzername = u.login_name();
+    if (platz_.Benutzername.empty()) platz_.Benutzername = u"NoName";
+    platz_.Programmpfad = u.program_folder();
+    const Text eigener = u.variable(u"KALVORA_SYSTEMPFAD");
+    platz_.Systempfad = absoluter_Ordner(eigener.empty() ? u.user_data_folder() + u"kalvora" : eigener);
+    if (!Ordner_vorhanden(plattform_.fs, platz_.Systempfad)) Ordner_anlegen(plattform_.fs, platz_.Systempfad);
+}
+
+void Programm::Instanz_prüfen() {
+    if (plattform_.umgebung.lock_instance(platz_.Systempfad + u".kalvora-" + platz_.Benutzername + u".lock"))
+        return;
+    app_.Hinweis(u"Programm ist bereits gestartet");
+    throw Ende{2};
+}
+
+void Programm::Datum_und_Aufruf() {
+    const Kalendertag heute = plattform_.uhr.now().tag;
+    platz_.Heute = Datum_aus(heute.jahr, heute.monat, heute.tag);
+    if (const auto d = aufruf_.Aufrufparameter(u"d")) {
+        const Text s = Text(rechts(*d, 2)) + Text(mitte(*d, 3, 2)) + Text(mitte(*d, 1, 2));
+        if (d->size() != 6 || !nur_Ziffern(*d) || FormatDatumDS(FormatDatumSD(s)) != s)
+            throw Programmabbruch(u"modKalvora - Main",
+                                  u"Der Wert '" + *d +
+                                      u"' des Aufrufparameters /d ist kein Datum in der Form ttmmjj.",
+                                  u"NoLog");
+        platz_.Heute = FormatDatumSD(s);
+    }
+    platz_.Heute_S = FormatDatumDS(platz_.Heute);
+    platz_.Startzeit = plattform_.uhr.steady();
+}
+
+void Programm::Startbild() {
+    if (aufruf_.enthalten(u"nowelcomescreen") || aufruf_.enthalten(u"silent")) return;
+    start_ = std::make_unique<frmStart>(app_, PROGRAMMVERSION);
+    app_.open(*start_);
+    if (start_->view()) start_->view()->paint_now();
+}
+
+void Programm::Gebietsschema_und_Datum_prüfen() {
+    platz_.gebiet = plattform_.umgebung.locale();
+    const int jahr = Jahr(platz_.Heute);
+    if (jahr < FRÜHESTES_JAHR || jahr > SPÄTESTES_JAHR)
+        throw Programmabbruch(u"modKalvora - Main",
+                              u"Systemdatum " + platz_.datum().FormatDatumDA(platz_.Heute) +
+                                  u" liegt außerhalb des zulässigen Bereichs",
+                              u"NoLog");
+    // All data files rest on a one-to-one mapping of bytes.
+    if (!cp1252_umkehrbar())
+        throw Programmabbruch(
+            u"modKalvora - Gebietsschema_prüfen",
+            u"Programm kann nicht gestartet werden.\n\nDas auf diesem Rechner eingestellte "
+            u"Gebietsschema wird nicht unterstuetzt. Sie muessen zuerst eine westliche Sprache "
+            u"einstellen (Einstellungen > Zeit und Sprache > Region > Zusaetzliche Datums-, Uhrzeit "
+            u"und Laendereinstellungen > Region > Verwaltung > Gebietsschema aendern)",
+            u"NoLog");
+}
+
+void Programm::Datenordner_bestimmen() {
+    const bool merken = aufruf_.enthalten(u"setpath");
+    if (!merken && !aufruf_.enthalten(u"path")) return Kalvoradat_lesen(kanal_, platz_);
+    const Text wert = *aufruf_.Aufrufparameter(merken ? u"setpath" : u"path");
+    if (wert.empty())
+        throw Programmabbruch(u"modKalvora - Main",
+                              u"Der Aufrufparameter /" + Text(merken ? u"setpath" : u"path") +
+                                  u" nennt keinen Ordner.",
+                              u"NoLog");
+    Text ordner = absoluter_Ordner(wert);
+    if (!gleich_ohne_Fall(Dateiname_aus_Pfad(ordner), u"data")) ordner += u"Data/";
+    platz_.Datenpfad = ordner;
+    platz_.Pfad_als_Parameter = true;
+    if (!merken) return;
+    platz_.Logpfad = ordner + u"Logs/";
+    Kalvoradat_schreiben(kanal_, platz_);
+}
+
+// An installer asks whether the folder is in use already; then the setup file has done its work.
+void Programm::Silent_beenden() {
+    if (!aufruf_.enthalten(u"silent")) return;
+    const bool in_Gebrauch =
+        !platz_.Datenpfad.empty() && Datei_passend_vorhanden(plattform_.fs, platz_.Datenpfad, u"*Data.dat");
+    if (in_Gebrauch && platz_.Systempfad != platz_.Programmpfad)
+        Datei_löschen(plattform_.fs, Datei_finden(plattform_.fs, platz_.Systempfad, u"KalvoraSetup.dat"));
+    throw Ende{0};
+}
+
+// A remembered folder without data is most likely a share that is not mounted. A new data folder must not
+// come to life in its place.
+void Programm::Datenordner_prüfen() {
+    const Text eigener = platz_.Systempfad + u"Data/";
+    if (platz_.Datenpfad.empty()) platz_.Datenpfad = eigener;
+    if (platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener)) return;
+    if (Datei_passend_vorhanden(plattform_.fs, platz_.Datenpfad, u"*Data.dat")) return;
+    throw Programmabbruch(
+        u"modKalvora - Main",
+        u"Die An-/Abwesenheitsdaten wurden nicht im Ordner " + Pfad_kürzen(platz_.Datenpfad, 100) +
+            u" gefunden.\n\nStellen Sie sicher, dass der Ordner erreichbar ist, oder wählen Sie mit "
+            u"dem Aufrufparameter /setpath einen anderen Datenordner.",
+        u"NoLog");
+}
+
+void Programm::Ordner_einrichten() {
+    FileSystem& fs = plattform_.fs;
+    if (!Ordner_vorhanden(fs, platz_.Datenpfad)) {
+        Ordner_anlegen(fs, platz_.Datenpfad);
+        platz_.Ordner_neu = true;
+    }
+    if (platz_.Logpfad.empty()) platz_.Logpfad = platz_.Datenpfad + u"Logs/";
+    if (!Ordner_vorhanden(fs, platz_.Logpfad)) Ordner_anlegen(fs, platz_.Logpfad);
+    platz_.Backuppfad = platz_.Datenpfad + u"Backups/";
+    const Text temp = plattform_.umgebung.variable(u"TEMP");
+    platz_.Temppfad = temp.empty() ? plattform_.umgebung.private_temp_folder() : absoluter_Ordner(temp);
+    Ordner_wechseln(fs, platz_.Temppfad); // the program holds no shared folder open
+}
+
+void Programm::Erster_Lauf() {
+    FileSystem& fs = plattform_.fs;
+    if (!Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat")) {
+        for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"}) {
+            Vorlage_kopieren(werk_, platz_, Text(name));
+            if (!Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, Text(name))))
+                Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
+        }
+    }
+    if (Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
+        Setup(kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
+    if (!platz_.Pfad_als_Parameter &&
+        !Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"Kalvora.dat")))
+        Kalvoradat_schreiben(kanal_, platz_);
+    if (!Ordner_vorhanden(fs, platz_.Backuppfad)) Ordner_anlegen(fs, platz_.Backuppfad);
+    platz_.Inipfad = platz_.Datenpfad + u"IniFiles/";
+    if (!Ordner_vorhanden(fs, platz_.Inipfad)) Ordner_anlegen(fs, platz_.Inipfad);
+    Ordner_wechseln(fs, platz_.Temppfad); // making a folder tries it by entering it
+}
+
+void Programm::Gemeinsame_Dateien_lesen() {
+    const auto a = aufruf_.Aufrufparameter(u"a");
+    daten_->konfig.Dienstlauf(a && gleich_ohne_Fall(*a, u"dienstlauf"));
+    daten_->konfig.Konfigdaten_lesen();
+    if (aufruf_.enthalten(u"setting")) Setting_setzen();
+    daten_->personal.Mitarbeiterdaten_lesen();
+    daten_->feiertage.Feiertage_lesen();
+    daten_->ferien.Ferientage_lesen();
+}
+
+// "/setting n=v" sets one character, writes the file and ends the program; what is not of this form changes
+// nothing.
+void Programm::Setting_setzen() {
+    const Text wert = *aufruf_.Aufrufparameter(u"setting");
+    const int gleich = position(wert, u"=");
+    const Text n_text(trimmen(links(wert, gleich - 1))), v_text(trimmen(mitte(wert, gleich + 1)));
+    const bool lesbar = wert.size() >= 3 && gleich > 0 && nur_Ziffern(n_text) && nur_Ziffern(v_text);
+    const long n = Val(n_text), v = Val(v_text);
+    const auto länge = static_cast<long>(daten_->K().settings.werte().size());
+    if (!lesbar || n < 1 || n > länge || v > 9) throw Ende{0};
+    daten_->konfig.Setting_setzen(static_cast<int>(n), static_cast<int>(v));
+    daten_->konfig.Konfigdaten_schreiben();
+    throw Ende{0};
+}
+
+void Programm::Persönliches_lesen() {
+    daten_->Anzber_und_Anzgru_init();
+    platz_.Inidateiname = u"Kalvora_" + platz_.Benutzername + u".ini";
+    daten_->ini.Inidatei_lesen(daten_->Anzeigegruppen_vorhanden() ? daten_->Anzeigegruppen.anzahl() : 0);
+    platz_.Langsame_Anzeige = daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) == 1;
+}
+
+void Programm::Temp_Logs_aufräumen() {
+    FileSystem& fs = plattform_.fs;
+    for (const Text& name : Dateien(fs, platz_.Temppfad, u"*Kalvora.log", true)) {
+        const auto stand = fs.info(platz_.Temppfad + name);
+        if (stand && platz_.Heute - plattform_.uhr.day_of(stand->time) > TEMP_LOGS_TAGE)
+            Datei_löschen(fs, platz_.Temppfad + name);
+    }
+}
+
+} // namespace kalvora
