@@ -1,0 +1,234 @@
+#include "ui/konsole/konsolen_fenstersystem.h"
+
+#include <algorithm>
+
+#include "base/fehler.h"
+#include "ui/konsole/kommandos.h"
+
+namespace kalvora {
+
+// One running window loop.
+struct KonsolenFenstersystem::Schleife {
+    Form& form;
+    bool beendet = false;
+};
+
+namespace {
+
+TextView Antworttext(Antwort antwort) {
+    switch (antwort) {
+    case Antwort::Ja: return u"Ja";
+    case Antwort::Nein: return u"Nein";
+    case Antwort::Abbrechen: return u"Abbrechen";
+    }
+    return u"";
+}
+
+Antwort Antwort_aus(TextView wort) {
+    if (wort == u"ja") return Antwort::Ja;
+    return wort == u"nein" ? Antwort::Nein : Antwort::Abbrechen;
+}
+
+} // namespace
+
+KonsolenFenstersystem::KonsolenFenstersystem(Protokoll& protokoll, Zeilenquelle& quelle, Skriptuhr& uhr)
+    : protokoll_(protokoll), leser_(quelle), uhr_(uhr) {}
+
+void KonsolenFenstersystem::abschließen() {
+    for (const Vorratsantwort& a : antworten_.übrig())
+        protokoll_.fehler(a.nummer, u"Die Antwort " + zitiert(a.text) + u" wurde nicht gebraucht");
+    if (leser_.vollständig())
+        if (const auto zeile = leser_.nächste())
+            protokoll_.fehler(zeile->nummer, u"Das Programm war schon beendet");
+    protokoll_.zeile(u"ENDE");
+}
+
+// --- windows
+
+void KonsolenFenstersystem::open(Form& form) {
+    fenster_.push_back(std::make_unique<KonsolenSicht>(form, protokoll_, zeitgeber_, uhr_));
+    protokoll_.zeile(u"FENSTER " + form.name() + u" " + zitiert(form.title()));
+}
+
+void KonsolenFenstersystem::close(Form& form) {
+    const auto hit = std::find_if(fenster_.begin(), fenster_.end(),
+                                  [&](const auto& sicht) { return &sicht->form() == &form; });
+    if (hit == fenster_.end()) return;
+    (*hit)->lösen();
+    fenster_.erase(hit);
+    protokoll_.zeile(u"GESCHLOSSEN " + form.name());
+}
+
+Form* KonsolenFenstersystem::aktives_Fenster() const {
+    for (auto sicht = fenster_.rbegin(); sicht != fenster_.rend(); ++sicht)
+        if ((*sicht)->form().modal()) return &(*sicht)->form();
+    if (!schleifen_.empty()) return &schleifen_.front()->form;
+    return fenster_.empty() ? nullptr : &fenster_.back()->form();
+}
+
+bool KonsolenFenstersystem::offen(const Form& form) const {
+    return std::any_of(fenster_.begin(), fenster_.end(),
+                       [&](const auto& sicht) { return &sicht->form() == &form; });
+}
+
+bool KonsolenFenstersystem::beendet(const Form& form) const {
+    const bool Schleife_beendet = std::any_of(schleifen_.begin(), schleifen_.end(), [&](const Schleife* s) {
+        return &s->form == &form && s->beendet;
+    });
+    return Schleife_beendet || !offen(form);
+}
+
+KonsolenSicht& KonsolenFenstersystem::sicht(const Form& form) {
+    for (const auto& sicht : fenster_)
+        if (&sicht->form() == &form) return *sicht;
+    throw Laufzeitfehler(364, u"Das Fenster " + form.name() + u" ist nicht offen");
+}
+
+bool KonsolenFenstersystem::schließen(Form& form) {
+    if (!form.user_close()) return beendet(form);
+    if (beendet(form)) return true;
+    for (Schleife* s : schleifen_)
+        if (&s->form == &form) return s->beendet = true;
+    form.app().close(form);
+    return true;
+}
+
+// --- loops
+
+void KonsolenFenstersystem::run(Form& main) {
+    hauptlauf_ = true;
+    schleife(main);
+}
+
+void KonsolenFenstersystem::schleife(Form& form) {
+    Schleife diese{form};
+    schleifen_.push_back(&diese);
+    ++schleifenzahl_;
+    while (!diese.beendet && offen(form)) {
+        if (ende_ || Eingabe_zu_Ende_)
+            Ende_ausführen(diese);
+        else if (!nächstes_Kommando())
+            Ende_der_Eingabe();
+    }
+    schleifen_.pop_back();
+}
+
+void KonsolenFenstersystem::quit() {
+    for (Schleife* s : schleifen_)
+        s->beendet = true;
+}
+
+void KonsolenFenstersystem::Ende_der_Eingabe() {
+    Eingabe_zu_Ende_ = true;
+    nummer_ = leser_.Zeilennummer();
+}
+
+// A hand could close the main window only behind every modal one. Those still open are a mistake; they are
+// closed as by their frame, and when they refuse, without asking.
+void KonsolenFenstersystem::Ende_ausführen(Schleife& schleife) {
+    Form& form = schleife.form;
+    if (form.modal()) {
+        protokoll_.fehler(nummer_, u"Das Fenster " + form.name() + u" ist am Ende noch offen");
+        schließen(form);
+        schleife.beendet = true;
+        return;
+    }
+    ende_ = false;
+    if (schließen(form)) return;
+    protokoll_.fehler(nummer_, u"Das Fenster " + form.name() + u" lässt sich nicht schließen");
+    schleife.beendet = Eingabe_zu_Ende_;
+}
+
+bool KonsolenFenstersystem::nächstes_Kommando() {
+    const auto zeile = leser_.nächste();
+    if (zeile) ausführen(*zeile);
+    return zeile.has_value();
+}
+
+void KonsolenFenstersystem::ausführen(const Kommandozeile& zeile) {
+    nummer_ = zeile.nummer;
+    if (uhr_.echt()) vergehen(0); // timers that came due while nobody typed
+    try {
+        Kommandos(*this).ausführen(zeile);
+    } catch (const Fehler& fehler) {
+        protokoll_.fehler(zeile.nummer, fehler.text());
+    }
+    if (nach_Kommando) nach_Kommando();
+}
+
+// --- messages and questions
+
+void KonsolenFenstersystem::message(const Text& text) {
+    protokoll_.zeile(u"HINWEIS " + zitiert(text));
+}
+
+// A question at the start of the program comes before any loop reads the script: answers that stand at its
+// head are meant for it.
+void KonsolenFenstersystem::Startantworten_lesen() {
+    if (hauptlauf_ || !schleifen_.empty()) return;
+    while (!antworten_.hat(Dialogart::Frage)) {
+        auto zeile = leser_.nächste();
+        if (!zeile) return;
+        if (!Kommandos::reiht_Antwort_ein(*zeile)) return leser_.zurück(std::move(*zeile));
+        ausführen(*zeile);
+    }
+}
+
+Antwort KonsolenFenstersystem::question(const Text& text, const Frageart& art) {
+    Startantworten_lesen();
+    Antwort antwort = art.vorgabe;
+    if (const auto vorrat = antworten_.entnehmen(Dialogart::Frage)) {
+        const Antwort gewünscht = Antwort_aus(vorrat->text);
+        if (gewünscht == Antwort::Abbrechen && !art.mit_Abbrechen)
+            protokoll_.fehler(vorrat->nummer, u"Die Frage lässt sich nur mit Ja oder Nein beantworten");
+        else
+            antwort = gewünscht;
+    }
+    protokoll_.zeile(u"FRAGE " + zitiert(text) + u" -> " + Text(Antworttext(antwort)));
+    return antwort;
+}
+
+// --- time
+
+void KonsolenFenstersystem::vergehen(double seconds) {
+    const double ziel = uhr_.steady() + std::max(0.0, seconds);
+    for (auto fällig = zeitgeber_.nächster(ziel); fällig.timer; fällig = zeitgeber_.nächster(ziel)) {
+        uhr_.warten_bis(fällig.wann);
+        // In time, ticks keep their rhythm; one that came late starts a new one.
+        const bool pünktlich = uhr_.steady() - fällig.wann < 1e-6;
+        zeitgeber_.neu_stellen(*fällig.timer, pünktlich ? fällig.wann : uhr_.steady());
+        fällig.timer->tick();
+    }
+    uhr_.warten_bis(ziel);
+}
+
+// The splash window waits for the data folder in a loop of the program, not in one of ours.
+bool KonsolenFenstersystem::eigene_Schleife_des_Programms() const {
+    if (hauptlauf_ || !schleifen_.empty() || fenster_.empty()) return false;
+    const Form& form = fenster_.back()->form();
+    return form.app().accepts(form) &&
+           std::any_of(form.controls().begin(), form.controls().end(), [](const Control* control) {
+               return control->kind() == ControlKind::Button && control->reachable();
+           });
+}
+
+// There each step of the wait lets one command in, unless `warte` granted the time.
+void KonsolenFenstersystem::wait(double seconds) {
+    vergehen(seconds);
+    if (!eigene_Schleife_des_Programms()) return;
+    wartezeit_ -= seconds;
+    if (wartezeit_ > 1e-6) return;
+    wartezeit_ = 0;
+    if (nächstes_Kommando()) return;
+    Ende_der_Eingabe();
+    schließen(fenster_.back()->form());
+}
+
+void KonsolenFenstersystem::warten(double seconds) {
+    if (eigene_Schleife_des_Programms())
+        wartezeit_ += seconds;
+    else
+        vergehen(seconds);
+}
+
+} // namespace kalvora

@@ -1,0 +1,26 @@
+#include "ui/konsole/skriptuhr.h"
+
+#include <cmath>
+
+namespace kalvora {
+
+Zeitpunkt Skriptuhr::now() {
+    if (echt()) return uhr_.now();
+    constexpr long TAG = 24L * 60 * 60;
+    const long sekunden = beginn_.stunde * 3600L + beginn_.minute * 60L + beginn_.sekunde +
+                          static_cast<long>(std::floor(vergangen_ + 1e-6)) /* sums of 0.1 */;
+    const Datum tag =
+        Datum_aus(beginn_.tag.jahr, beginn_.tag.monat, beginn_.tag.tag) + static_cast<int>(sekunden / TAG);
+    const int rest = static_cast<int>(sekunden % TAG);
+    return {Kalendertag_aus(tag), rest / 3600, rest / 60 % 60, rest % 60};
+}
+
+void Skriptuhr::sleep(double seconds) {
+    if (!(seconds > 0)) return;
+    if (echt())
+        uhr_.sleep(seconds);
+    else
+        vergangen_ += seconds;
+}
+
+} // namespace kalvora

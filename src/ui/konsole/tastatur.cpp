@@ -1,0 +1,133 @@
+#include "ui/konsole/tastatur.h"
+
+#include <algorithm>
+#include <array>
+
+#include "ui/konsole/bedienung.h"
+#include "ui/konsole/kommandofehler.h"
+#include "ui/konsole/maus.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr std::array<TextView, 16> TASTENNAMEN{
+    u"Esc",  u"Eingabe",  u"Tab",     u"Leertaste", u"Rück",   u"Entf", u"Einfg", u"Pos1",
+    u"Ende", u"Bild-auf", u"Bild-ab", u"Links",     u"Rechts", u"Auf",  u"Ab",    u"Druck"};
+
+bool ist_Funktionstaste(TextView name) {
+    const int nummer = static_cast<int>(Val(mitte(name, 2)));
+    return klein(zeichen(name, 1)) == u'f' && nur_Ziffern(mitte(name, 2)) && name.size() <= 3 &&
+           nummer >= 1 && nummer <= 12 && zeichen(name, 2) != u'0';
+}
+
+Text Großbuchstabe(char16_t c) {
+    for (char16_t groß = u'A'; groß <= u'\u00DE'; ++groß)
+        if (klein(groß) == c && groß != c) return {groß};
+    return {c};
+}
+
+Text Tastenname(TextView name) {
+    for (const TextView taste : TASTENNAMEN)
+        if (gleich_ohne_Fall(taste, name)) return Text(taste);
+    if (ist_Funktionstaste(name)) return u"F" + Text(mitte(name, 2));
+    if (name.size() == 1 && name.front() > u' ') return Großbuchstabe(name.front());
+    throw Kommandofehler(u"Unbekannte Taste " + zitiert(name));
+}
+
+bool Umschalttaste(TextView name, Modifiers& mods) {
+    bool* taste = gleich_ohne_Fall(name, u"Strg")       ? &mods.ctrl
+                  : gleich_ohne_Fall(name, u"Umschalt") ? &mods.shift
+                  : gleich_ohne_Fall(name, u"Alt")      ? &mods.alt
+                                                        : nullptr;
+    if (taste) *taste = true;
+    return taste != nullptr;
+}
+
+// --- tables: arrows mark, with Shift they extend; Pos1 and Ende go to the first and last shown column
+
+int nächste_Zeile(const Table& table, int row, int schritt) {
+    for (int ziel = row + schritt; ziel >= table.fixed_rows() && ziel < table.rows(); ziel += schritt)
+        if (table.row_height(ziel) != 0) return ziel;
+    return row;
+}
+
+int nächste_Spalte(const Table& table, int col, int schritt) {
+    for (int ziel = col + schritt; ziel >= table.fixed_cols() && ziel < table.cols(); ziel += schritt)
+        if (table.col_width(ziel) != 0) return ziel;
+    return col;
+}
+
+std::optional<Tabellenzelle> Ziel(const Table& table, TextView taste, Tabellenzelle von) {
+    if (taste == u"Auf") return Tabellenzelle{nächste_Zeile(table, von.row, -1), von.col};
+    if (taste == u"Ab") return Tabellenzelle{nächste_Zeile(table, von.row, 1), von.col};
+    if (taste == u"Links") return Tabellenzelle{von.row, nächste_Spalte(table, von.col, -1)};
+    if (taste == u"Rechts") return Tabellenzelle{von.row, nächste_Spalte(table, von.col, 1)};
+    if (taste == u"Pos1") return Tabellenzelle{von.row, nächste_Spalte(table, table.fixed_cols() - 1, 1)};
+    if (taste == u"Ende") return Tabellenzelle{von.row, nächste_Spalte(table, table.cols(), -1)};
+    return std::nullopt;
+}
+
+void Tabellentaste(Table& table, const Key& taste) {
+    const Selection& s = table.selection();
+    const bool markiert = table.HighLight() && s.row_sel >= table.fixed_rows() && s.row_sel < table.rows() &&
+                          s.col_sel >= table.fixed_cols() && s.col_sel < table.cols();
+    // Without a marking the first arrow marks today, or the first day, in the first row.
+    const Tabellenzelle erste{nächste_Zeile(table, table.fixed_rows() - 1, 1),
+                              nächste_Spalte(table, std::max(table.fixed_cols(), table.marked_col()) - 1, 1)};
+    const auto ziel = Ziel(table, taste.code, markiert ? Tabellenzelle{s.row_sel, s.col_sel} : erste);
+    if (!ziel) return;
+    Tabellenzelle ende = markiert ? *ziel : erste;
+    if (ende.row < table.fixed_rows() || ende.col < table.fixed_cols()) return; // an empty table
+    Selection neu{ende.row, ende.col, ende.row, ende.col};
+    if (taste.mods.shift && markiert) {
+        neu.row = s.row;
+        neu.col = s.col;
+    }
+    table.user_select(neu, ende.row);
+}
+
+void Controltaste(Control& control, const Key& taste) {
+    if (auto* table = dynamic_cast<Table*>(&control)) return Tabellentaste(*table, taste);
+    if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
+        if (taste.code == u"Links") tabs->user_arrow(-1);
+        if (taste.code == u"Rechts") tabs->user_arrow(1);
+    }
+    if (auto* box = dynamic_cast<ComboBox*>(&control)) {
+        if (taste.code == u"Auf") box->user_select(box->selected() - 1);
+        if (taste.code == u"Ab") box->user_select(box->selected() + 1);
+    }
+    if (auto* button = dynamic_cast<Button*>(&control))
+        if (taste.code == u"Leertaste" || taste.code == u"Eingabe") button->user_click(taste.mods);
+}
+
+bool schließt(const Form& form, const Key& taste) {
+    const bool Alt_F4 = taste.code == u"F4" && taste.mods == Modifiers{.alt = true};
+    return Alt_F4 || (form.modal() && taste.code == u"Esc");
+}
+
+} // namespace
+
+Key Taste_aus(TextView name) {
+    Key taste;
+    TextView rest = name;
+    for (int plus = position(rest, u"+"); plus > 1 && Umschalttaste(links(rest, plus - 1), taste.mods);
+         plus = position(rest, u"+"))
+        rest = mitte(rest, plus + 1);
+    taste.code = Tastenname(rest);
+    return taste;
+}
+
+void Taste_drücken(KonsolenFenstersystem& system, Form& form, const Key& taste) {
+    if (!form.app().accepts(form)) throw Kommandofehler(u"Das Programm ist beschäftigt");
+    const int schleifen = system.Schleifenzahl();
+    if (form.user_key(taste) || system.Schleifenzahl() != schleifen || system.beendet(form)) return;
+    if (schließt(form, taste)) {
+        system.schließen(form);
+        return;
+    }
+    Control* fokus = system.sicht(form).fokus();
+    if (fokus && fokus->reachable()) Controltaste(*fokus, taste);
+}
+
+} // namespace kalvora

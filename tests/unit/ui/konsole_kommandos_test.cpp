@@ -1,0 +1,182 @@
+// The commands of the console on a small window: what reaches the window, what is refused and how it is told.
+#include <gtest/gtest.h>
+
+#include "unit/ui/probefenster.h"
+
+namespace kalvora {
+namespace {
+
+struct Fall {
+    const char *zeile, *protokoll;
+};
+
+template <std::size_t N>
+void prüfe(Probelauf& lauf, const Fall (&fälle)[N]) {
+    for (const Fall& fall : fälle)
+        EXPECT_EQ(lauf(fall.zeile), fall.protokoll) << fall.zeile;
+}
+
+TEST(Kommandos, bedienen_Knöpfe_Listen_und_Reiter) {
+    Probelauf lauf;
+    EXPECT_EQ(lauf.anfang, "FENSTER frmProbe \"Probe\"\n");
+    const Fall FÄLLE[] = {
+        {"klick cmdAuswahl(1)", "HINWEIS \"Klick\"\n"},
+        {"klick cmdAuswahl(1) strg umschalt alt", "HINWEIS \"Klick umschalt strg alt\"\n"},
+        {"klick cmdAuswahl(2)", ""},
+        {"wähle tabMonate Februar", "HINWEIS \"Monat, vorher 0\"\n"},
+        {"wähle tabMonate #0", "HINWEIS \"Monat, vorher 1\"\n"},
+        {"wähle cmbGruppe #2", "HINWEIS \"Gruppe 2\"\n"},
+        {"wähle cmbGruppe \"#1\"", "HINWEIS \"Gruppe 1\"\n"},
+        {"wähle cmbGruppe Alle", "HINWEIS \"Gruppe 0\"\n"},
+        {"fenster", "frmProbe \"Probe\"\n"},
+    };
+    prüfe(lauf, FÄLLE);
+    EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\nENDE\n");
+    EXPECT_EQ(lauf.konsole().Fehlerzahl(), 0);
+}
+
+TEST(Kommandos, melden_was_nicht_geht_mit_der_Zeile) {
+    Probelauf lauf;
+    lauf.window->cmdAuswahl2.set_enabled(false);
+    lauf.window->cmbGruppe.set_visible(false);
+    lauf.window->mnuMenü.set_visible(false);
+    const Fall FÄLLE[] = {
+        {"klicke cmdOK", "FEHLER 1: Unbekanntes Kommando \"klicke\"\n"},
+        {"klick cmdFehlt(3)", "FEHLER 2: Kein Steuerelement \"cmdFehlt(3)\" in frmProbe\n"},
+        {"klick", "FEHLER 3: Gebrauch: klick CONTROL [umschalt] [strg] [alt]\n"},
+        {"klick cmdAuswahl(2)", "FEHLER 4: cmdAuswahl(2) ist gesperrt\n"},
+        {"wähle cmbGruppe #0", "FEHLER 5: cmbGruppe ist nicht sichtbar\n"},
+        {"menü mnuEintrag", "FEHLER 6: mnuEintrag ist nicht sichtbar\n"},
+        {"wähle tabMonate März", "FEHLER 7: tabMonate hat die Bedienung abgelehnt\n"},
+        {"wähle tabMonate #3", "FEHLER 8: tabMonate hat keinen Eintrag \"#3\"\n"},
+        {"wähle cmdAuswahl(1) #0", "FEHLER 9: cmdAuswahl(1) hat nichts zu wählen\n"},
+        {"setze lblText neu", "FEHLER 10: lblText nimmt keinen Text an\n"},
+        {"klick tabMonate", "FEHLER 11: tabMonate lässt sich nicht anklicken\n"},
+        {"klick cmdAuswahl(1) shift", "FEHLER 12: Umschalttaste erwartet statt \"shift\"\n"},
+        {"maus links tabMonate 1 1", "FEHLER 13: tabMonate ist keine Tabelle\n"},
+        {"maus mitte msgFlexGrid 1 1", "FEHLER 14: Unbekannte Maustaste \"mitte\"\n"},
+        {"taste Strg+Quark", "FEHLER 15: Unbekannte Taste \"Quark\"\n"},
+        {"antworte vielleicht", "FEHLER 16: Unbekannte Antwort \"vielleicht\"\n"},
+        {"warte bald", "FEHLER 17: Keine Zeit in Sekunden: \"bald\"\n"},
+        {"farbe rot", "FEHLER 18: Keine Farbe: \"rot\"\n"},
+        {"klick \"cmdAuswahl(1)", "FEHLER 19: Das schließende Anführungszeichen fehlt\n"},
+        {"klick cmdAuswahl(1)", "HINWEIS \"Klick\"\n"},
+    };
+    prüfe(lauf, FÄLLE);
+    EXPECT_EQ(lauf.konsole().Fehlerzahl(), 19);
+}
+
+TEST(Maus, meldet_was_eine_Hand_täte) {
+    Probelauf lauf;
+    const Fall FÄLLE[] = {
+        {"maus links msgFlexGrid 1 2",
+         "HINWEIS \"ab 1,2\"\nHINWEIS \"markiert 1,2-1,2\"\nHINWEIS \"auf 1,2\"\n"},
+        {"maus links msgFlexGrid Adam 1 bis \"17\" 3",
+         "HINWEIS \"ab 1,1\"\nHINWEIS \"markiert 1,1-1,1\"\nHINWEIS \"markiert 1,1-4,3\"\nHINWEIS \"auf "
+         "4,3\"\n"},
+        {"maus links msgFlexGrid 2 3 umschalt",
+         "HINWEIS \"ab 2,3 umschalt\"\nHINWEIS \"markiert 1,1-2,3\"\nHINWEIS \"auf 2,3\"\n"},
+        {"maus links msgFlexGrid 2 3 bis 0 0", "HINWEIS \"ab 2,3\"\nHINWEIS \"markiert 2,3-2,3\"\nHINWEIS "
+                                               "\"markiert 2,3-1,0\"\nHINWEIS \"auf 0,0\"\n"},
+        {"maus links msgFlexGrid 0 1", "HINWEIS \"ab 0,1\"\nHINWEIS \"auf 0,1\"\n"},
+        {"maus links msgFlexGrid 1 0", "HINWEIS \"ab 1,0\"\nHINWEIS \"auf 1,0\"\n"},
+        {"maus rechts msgFlexGrid 1 2 umschalt", "HINWEIS \"ab 1,2 rechts umschalt\"\nHINWEIS \"auf 1,2\"\n"},
+        {"maus doppel msgFlexGrid 2 1",
+         "HINWEIS \"ab 2,1\"\nHINWEIS \"markiert 2,1-2,1\"\nHINWEIS \"auf 2,1\"\nHINWEIS \"doppelt 2,1\"\n"
+         "HINWEIS \"auf 2,1\"\n"},
+        // A window that the press opens takes the rest of the movement.
+        {"maus links msgFlexGrid 1 1 strg", "HINWEIS \"ab 1,1 strg\"\nFENSTER frmUnter \"Unter\"\n"},
+        {"klick cmdOK", "GESCHLOSSEN frmUnter\nHINWEIS \"zurück\"\n"},
+        {"maus links msgFlexGrid Cäsar 1", "FEHLER 11: Keine Zeile \"Cäsar\" in msgFlexGrid\n"},
+        {"maus links msgFlexGrid Berta 1", "FEHLER 12: \"Berta\" steht in mehreren Zeilen von msgFlexGrid\n"},
+        {"maus links msgFlexGrid Verborgen 1", "FEHLER 13: Keine Zeile \"Verborgen\" in msgFlexGrid\n"},
+        {"maus links msgFlexGrid 5 1", "FEHLER 14: Die Zeile 5 von msgFlexGrid ist ausgeblendet\n"},
+        {"maus links msgFlexGrid 1 4", "FEHLER 15: Die Spalte 4 von msgFlexGrid ist ausgeblendet\n"},
+        {"maus links msgFlexGrid 6 1", "FEHLER 16: msgFlexGrid hat keine Zeile 6\n"},
+        {"maus links msgFlexGrid 1 5", "FEHLER 17: msgFlexGrid hat keine Spalte \"5\"\n"},
+        {"maus links msgFlexGrid 1 1 bis 2", "FEHLER 18: Hinter bis fehlen Zeile und Spalte\n"},
+    };
+    prüfe(lauf, FÄLLE);
+}
+
+TEST(Tastatur, gibt_Tasten_mit_Namen_an_das_Fenster) {
+    Probelauf lauf;
+    lauf.window->zeigt_Tasten = true;
+    const Fall FÄLLE[] = {
+        {"taste F5", "HINWEIS \"Taste F5\"\n"},
+        {"taste strg+z", "HINWEIS \"Taste Z strg\"\n"},
+        {"taste Strg+Umschalt+P", "HINWEIS \"Taste P umschalt strg\"\n"},
+        {"taste Alt+F7", "HINWEIS \"Taste F7 alt\"\n"},
+        {"taste bild-AB", "HINWEIS \"Taste Bild-ab\"\n"},
+        {"taste ä", "HINWEIS \"Taste Ä\"\n"},
+        {"taste Strg++", "HINWEIS \"Taste + strg\"\n"},
+        {"taste F13", "FEHLER 8: Unbekannte Taste \"F13\"\n"},
+        {"taste Strg+", "FEHLER 9: Unbekannte Taste \"\"\n"},
+    };
+    prüfe(lauf, FÄLLE);
+}
+
+TEST(Tastatur, bewegt_was_den_Fokus_hat) {
+    Probelauf lauf;
+    lauf.window->msgFlexGrid.on_mouse_down = lauf.window->msgFlexGrid.on_mouse_up = nullptr;
+    const Fall FÄLLE[] = {
+        {"taste Rechts", ""}, // nothing has the focus yet
+        {"maus links msgFlexGrid 2 2", "HINWEIS \"markiert 2,2-2,2\"\n"},
+        {"taste Rechts", "HINWEIS \"markiert 2,3-2,3\"\n"},
+        {"taste Rechts", "HINWEIS \"markiert 2,3-2,3\"\n"}, // column 4 is hidden
+        {"taste Umschalt+Auf", "HINWEIS \"markiert 2,3-1,3\"\n"},
+        {"taste Umschalt+Pos1", "HINWEIS \"markiert 2,3-1,1\"\n"},
+        {"taste Ende", "HINWEIS \"markiert 1,3-1,3\"\n"},
+        {"wähle tabMonate #0", ""},
+        {"taste Rechts", "HINWEIS \"Monat, vorher 0\"\n"},
+        {"taste Alt+F4", "GESCHLOSSEN frmProbe\nENDE\n"},
+    };
+    prüfe(lauf, FÄLLE);
+}
+
+TEST(Zeige, nennt_was_zu_sehen_ist) {
+    Probelauf lauf;
+    lauf.window->cmdAuswahl2.set_enabled(false);
+    lauf.window->picKommentar.show(u"Kur", 1, 2);
+    EXPECT_EQ(lauf("zeige"), "KOMMENTAR \"Kur\"\n"
+                             "lblText = \"Zeile 1\\nZeile \\\"2\\\"\"\n"
+                             "tabMonate = \"Januar\"\n"
+                             "cmbGruppe = -\n"
+                             "msgFlexGrid =\n"
+                             "Name\tMo\\n1\tMo\\n2\tMo\\n3\n"
+                             "Adam\t\tU\t\n"
+                             "Berta\t\t\t\n"
+                             "Berta\t\t\t\n"
+                             "17\t\t\t\n"
+                             "cmdAuswahl(1) = \"&Urlaub\"\n"
+                             "cmdAuswahl(2) = \"Krank\" gesperrt\n"
+                             "picKommentar = \"Kur\"\n"
+                             "mnuMenü = \"&Menü\"\n"
+                             "mnuEintrag = \"&Eintrag ...\"\n");
+    lauf.window->mnuMenü.set_enabled(false);
+    lauf.window->lblText.set_visible(false);
+    const Fall FÄLLE[] = {
+        {"zeige mnuEintrag", "\"&Eintrag ...\" gesperrt\n"},
+        {"zeige lblText", "verborgen\n"},
+        {"zeige tmrKurz", "FEHLER 4: tmrKurz hat keinen Wert\n"},
+        {"zelle msgFlexGrid Adam 2", "\"U\" &H0000FF &HC0FFC0 fett \"Kur\\nBad\"\n"},
+        {"zelle msgFlexGrid 5 0", "\"Verborgen\" &H000000 &HFFFFFF normal \"\"\n"},
+    };
+    prüfe(lauf, FÄLLE);
+}
+
+TEST(Kommentar, wird_einmal_gemeldet_solange_er_steht) {
+    Probelauf lauf;
+    FloatingBox& box = lauf.window->picKommentar;
+    box.show(u"a", 1, 1);
+    box.show(u"a", 1, 1);
+    box.show(u"a", 1, 2);
+    box.show(u"b", 1, 2);
+    box.hide();
+    box.show(u"b", 1, 2);
+    EXPECT_EQ(lauf("fenster"),
+              "KOMMENTAR \"a\"\nKOMMENTAR \"a\"\nKOMMENTAR \"b\"\nKOMMENTAR \"b\"\nfrmProbe \"Probe\"\n");
+}
+
+} // namespace
+} // namespace kalvora

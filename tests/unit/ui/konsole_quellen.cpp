@@ -1,0 +1,13 @@
+// The console's sources as part of this test program, which links the core alone.
+#include "ui/konsole/bedienung.cpp"
+#include "ui/konsole/kommandos.cpp"
+#include "ui/konsole/konsole.cpp"
+#include "ui/konsole/konsolen_fenstersystem.cpp"
+#include "ui/konsole/konsolen_sicht.cpp"
+#include "ui/konsole/maus.cpp"
+#include "ui/konsole/monatsbild.cpp"
+#include "ui/konsole/protokoll.cpp"
+#include "ui/konsole/skriptleser.cpp"
+#include "ui/konsole/skriptuhr.cpp"
+#include "ui/konsole/tastatur.cpp"
+#include "ui/konsole/zeitgeber.cpp"
