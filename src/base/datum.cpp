@@ -41,7 +41,8 @@ Datumsteile nach_Reihenfolge(const std::vector<Text>& teile, Datumsreihenfolge r
 
 // Short forms of a typed date brought to digits with separators; `fehler` is set when nothing can be made of
 // it.
-Datumsprüfung ergänzt(Text text, char16_t trenner) {
+Datumsprüfung ergänzt(Text text, const Datumsformat& format) {
+    const char16_t trenner = format.trennzeichen;
     if (text.size() == 3 && text[1] == trenner) text = Text(u"0") + text[0] + trenner + u'0' + text[2];
     if (text.size() < 4) return {{}, u"Das eingegebene Datum ist zu kurz"};
     if (text.find(trenner) == Text::npos) {
@@ -55,7 +56,9 @@ Datumsprüfung ergänzt(Text text, char16_t trenner) {
             return {{}, Text(u"Unzulässiges Zeichen '") + c + u"' im Datum enthalten"};
     const auto anzahl = std::count(text.begin(), text.end(), trenner);
     if (anzahl == 0) return {{}, Text(u"Kein Datumstrennzeichen '") + trenner + u"' gefunden"};
-    if (anzahl == 1) text += trenner;
+    // Only the year can be missing, wherever the order has it.
+    const bool jahr_vorn = format.reihenfolge == Datumsreihenfolge::JahrMonatTag;
+    if (anzahl == 1) text = jahr_vorn ? trenner + text : text + trenner;
     return {text, {}};
 }
 
@@ -144,7 +147,7 @@ Text Datumsformat::FormatDatumAS(TextView a) const {
 Datumsprüfung CheckDatum(TextView eingabe, const Datumsformat& format, Datum heute, int höchstlänge) {
     const Text roh(trimmen(eingabe));
     if (roh.empty()) return {roh, {}};
-    const Datumsprüfung form = ergänzt(roh, format.trennzeichen);
+    const Datumsprüfung form = ergänzt(roh, format);
     if (!form.gültig()) return {roh, form.fehler};
     const Datumsteile teile = nach_Reihenfolge(teilen(form.text, format.trennzeichen), format.reihenfolge);
     const long tag = Val(teile.tag);

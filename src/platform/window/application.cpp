@@ -16,6 +16,27 @@ private:
     Application& app_;
 };
 
+// A nested window has a busy counter of its own; the outer one comes back however the window ends.
+class Application::Verschachtelt {
+public:
+    Verschachtelt(Application& app, Form& form)
+        : app_(app), form_(form), outer_busy_(std::exchange(app.busy_, 0)), was_modal_(form.modal()) {
+        form.set_modal(true);
+    }
+    ~Verschachtelt() {
+        app_.busy_ = outer_busy_;
+        form_.set_modal(was_modal_);
+    }
+    Verschachtelt(const Verschachtelt&) = delete;
+    Verschachtelt& operator=(const Verschachtelt&) = delete;
+
+private:
+    Application& app_;
+    Form& form_;
+    int outer_busy_;
+    bool was_modal_;
+};
+
 void Application::Hinweis(const Text& text) {
     Beschäftigt beschäftigt(*this);
     if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
@@ -41,7 +62,12 @@ void Application::Pause(double seconds) {
 
 void Application::open(Form& form) {
     forms_.push_back(&form);
-    windows_.open(form);
+    try {
+        windows_.open(form);
+    } catch (...) { // a control that the layout does not have
+        std::erase(forms_, &form);
+        throw;
+    }
 }
 
 void Application::close(Form& form) {
@@ -52,12 +78,15 @@ void Application::close(Form& form) {
 }
 
 void Application::open_modal(Form& form) {
-    const int outer = std::exchange(busy_, 0); // the new window has a counter of its own
-    form.set_modal(true);
-    open(form);
-    windows_.run_modal(form);
+    try {
+        const Verschachtelt nested(*this, form);
+        open(form);
+        windows_.run_modal(form);
+    } catch (...) {
+        close(form);
+        throw;
+    }
     close(form);
-    busy_ = outer;
     check_error();
 }
 

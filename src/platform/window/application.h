@@ -67,6 +67,7 @@ public:
 
 private:
     class Beschäftigt;
+    class Verschachtelt;
     WindowSystem& windows_;
     std::vector<Form*> forms_;
     int busy_ = 0;

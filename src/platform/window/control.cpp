@@ -42,6 +42,11 @@ bool Button::user_click(Modifiers mods) {
            });
 }
 
+void ComboBox::set_items(std::vector<Text> items) {
+    if (selected_ >= static_cast<int>(items.size())) selected_ = -1;
+    assign(items_, std::move(items), Aspect::Items);
+}
+
 bool ComboBox::user_select(int item) {
     if (!reachable() || item < 0 || item >= static_cast<int>(items_.size())) return false;
     return fire([&] {

@@ -104,7 +104,7 @@ public:
     ComboBox(Form& form, Text name, int index = 0)
         : Control(form, ControlKind::ComboBox, std::move(name), index) {}
     const std::vector<Text>& items() const { return items_; }
-    void set_items(std::vector<Text> items) { assign(items_, std::move(items), Aspect::Items); }
+    void set_items(std::vector<Text> items);   // a choice beyond the last item becomes none
     int selected() const { return selected_; } // from 0; -1 none
     void set_selected(int item) { assign(selected_, item, Aspect::Selection); }
 

@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include "base/datum.h"
+
+namespace kalvora {
+namespace {
+
+std::string S(TextView t) {
+    return zu_utf8(t);
+}
+
+constexpr auto MTJ = Datumsreihenfolge::MonatTagJahr;
+constexpr auto TMJ = Datumsreihenfolge::TagMonatJahr;
+constexpr auto JMT = Datumsreihenfolge::JahrMonatTag;
+
+TEST(Datum, Zaehlung_und_Ueberlauf) {
+    struct Fall {
+        int j, m, t;
+        Datum d;
+    };
+    for (const Fall& f : {Fall{1899, 12, 30, 0}, Fall{1900, 1, 1, 2}, Fall{1899, 12, 29, -1},
+                          Fall{2026, 11, 16, 46342}, Fall{2024, 2, 29, 45351}, Fall{2024, 3, 1, 45352},
+                          Fall{2000, 2, 29, 36585}, Fall{1970, 1, 1, 25569}})
+        EXPECT_EQ(Datum_aus(f.j, f.m, f.t), f.d) << f.j << "-" << f.m << "-" << f.t;
+    EXPECT_EQ(Datum_aus(2026, 13, 1), Datum_aus(2027, 1, 1));
+    EXPECT_EQ(Datum_aus(2026, 0, 1), Datum_aus(2025, 12, 1));
+    EXPECT_EQ(Datum_aus(2026, -12, 1), Datum_aus(2024, 12, 1));
+    EXPECT_EQ(Datum_aus(2026, 3, 0), Datum_aus(2026, 2, 28));
+    EXPECT_EQ(Datum_aus(2025, 2, 29), Datum_aus(2025, 3, 1));
+}
+
+TEST(Datum, Jeder_Tag_folgt_auf_den_vorigen) {
+    Kalendertag vorher = Kalendertag_aus(Datum_aus(1899, 1, 1) - 1);
+    for (Datum d = Datum_aus(1899, 1, 1); d <= Datum_aus(2101, 1, 1); ++d) {
+        const Kalendertag k = Kalendertag_aus(d);
+        ASSERT_EQ(Datum_aus(k.jahr, k.monat, k.tag), d);
+        const bool folgt = k.jahr == vorher.jahr && k.monat == vorher.monat ? k.tag == vorher.tag + 1
+                                                                            : k.tag == 1 && vorher.tag >= 28;
+        ASSERT_TRUE(folgt) << d;
+        vorher = k;
+    }
+}
+
+TEST(Datum, Monatslaengen) {
+    EXPECT_EQ(Tage_im_Monat(u"2402"), 29);
+    EXPECT_EQ(Tage_im_Monat(2024, 2), 29);
+    EXPECT_EQ(Tage_im_Monat(u"2602"), 28);
+    EXPECT_EQ(Tage_im_Monat(u"0002"), 29);
+    EXPECT_EQ(Tage_im_Monat(1900, 2), 28);
+    EXPECT_EQ(Tage_im_Monat(u"2612"), 31);
+    EXPECT_EQ(Tage_im_Monat(u"2604"), 30);
+}
+
+TEST(Datum, Wochentage_und_Kalenderwochen) {
+    struct Fall {
+        int j, m, t;
+        const char* tag;
+        int woche;
+    };
+    for (const Fall& f :
+         {Fall{2026, 11, 16, "Mo", 47}, Fall{2024, 12, 29, "So", 52}, Fall{2024, 12, 30, "Mo", 1},
+          Fall{2025, 1, 1, "Mi", 1}, Fall{2026, 1, 1, "Do", 1}, Fall{2025, 12, 28, "So", 52},
+          Fall{2025, 12, 29, "Mo", 1}, Fall{2026, 12, 31, "Do", 53}, Fall{2027, 1, 1, "Fr", 53},
+          Fall{2027, 1, 3, "So", 53}, Fall{2027, 1, 4, "Mo", 1}, Fall{2021, 1, 1, "Fr", 53},
+          Fall{2022, 1, 1, "Sa", 52}, Fall{2023, 1, 1, "So", 52}, Fall{2020, 12, 31, "Do", 53},
+          Fall{1899, 12, 30, "Sa", 52}}) {
+        const Datum d = Datum_aus(f.j, f.m, f.t);
+        EXPECT_EQ(S(Wochentag_kurz(Wochentag(d))), f.tag) << f.j << "-" << f.m << "-" << f.t;
+        EXPECT_EQ(Kalenderwoche(d), f.woche) << f.j << "-" << f.m << "-" << f.t;
+    }
+    EXPECT_EQ(Wochentag_kurz(0), u"");
+    EXPECT_EQ(Wochentag_kurz(8), u"");
+}
+
+TEST(Datum, Zweistellige_Jahre) {
+    EXPECT_EQ(volles_Jahr(0), 2000);
+    EXPECT_EQ(volles_Jahr(30), 2030);
+    EXPECT_EQ(volles_Jahr(79), 2079);
+    EXPECT_EQ(volles_Jahr(80), 1980);
+    EXPECT_EQ(volles_Jahr(99), 1999);
+    EXPECT_EQ(Jahr(FormatDatumSD(u"520101")), 2052) << "the years held run that far";
+}
+
+TEST(Datum, Formen) {
+    struct Fall {
+        Datumsformat format;
+        const char* a;
+    };
+    const Datum d = Datum_aus(2026, 3, 9);
+    EXPECT_EQ(S(FormatDatumDS(d)), "260309");
+    EXPECT_EQ(FormatDatumSD(u"260309"), d);
+    for (const Fall& f :
+         {Fall{{MTJ, u'/'}, "03/09/26"}, Fall{{TMJ, u'.'}, "09.03.26"}, Fall{{JMT, u'-'}, "26-03-09"}}) {
+        EXPECT_EQ(S(f.format.FormatDatumDA(d)), f.a);
+        EXPECT_EQ(S(f.format.FormatDatumSA(u"260309")), f.a);
+        EXPECT_EQ(S(f.format.FormatDatumAS(aus_utf8(f.a))), "260309") << f.a;
+        EXPECT_EQ(f.format.FormatDatumAD(aus_utf8(f.a)), d) << f.a;
+    }
+    EXPECT_EQ(S(FormatZeit({{2026, 1, 1}, 7, 5, 0})), "07:05:00");
+}
+
+TEST(CheckDatum, Eingaben) {
+    struct Fall {
+        const char* eingabe;
+        Datumsreihenfolge reihenfolge;
+        char16_t trenner;
+        int länge;
+        const char* text;
+        const char* fehler;
+    };
+    const char* const KURZ = "Das eingegebene Datum ist zu kurz";
+    const char* const UNSINN = "Datumseingabe nicht plausibel";
+    for (const Fall& f : {
+             Fall{"", TMJ, u'.', 8, "", ""},
+             Fall{"   ", TMJ, u'.', 8, "", ""},
+             Fall{"3112", TMJ, u'.', 8, "31.12.26", ""},
+             Fall{" 311227 ", TMJ, u'.', 8, "31.12.27", ""},
+             Fall{"1.3", TMJ, u'.', 8, "01.03.26", ""},
+             Fall{"1.3.", TMJ, u'.', 8, "01.03.26", ""},
+             Fall{"1.3.27", TMJ, u'.', 8, "01.03.27", ""},
+             Fall{"01.03.2027", TMJ, u'.', 8, "01.03.27", ""},
+             Fall{"31.02.", TMJ, u'.', 8, "28.02.26", ""},
+             Fall{"31.02.28", TMJ, u'.', 8, "29.02.28", ""},
+             Fall{"31.04.26", TMJ, u'.', 8, "30.04.26", ""},
+             Fall{"29.02.00", TMJ, u'.', 8, "29.02.00", ""},
+             Fall{"3112", TMJ, u'.', 6, "31.12.", ""},
+             Fall{"12/31", MTJ, u'/', 8, "12/31/26", ""},
+             Fall{"12/31/27", MTJ, u'/', 6, "12/31/", ""},
+             Fall{"1231", MTJ, u'/', 8, "12/31/26", ""},
+             Fall{"27-12-31", JMT, u'-', 8, "27-12-31", ""},
+             Fall{"271231", JMT, u'-', 6, "12-31", ""},
+             Fall{"12-31", JMT, u'-', 6, "12-31", ""}, // what the field itself shows is read again
+             Fall{"1231", JMT, u'-', 8, "26-12-31", ""},
+             Fall{"1.", TMJ, u'.', 8, "1.", KURZ},
+             Fall{"123", TMJ, u'.', 8, "123", KURZ},
+             Fall{"12345", TMJ, u'.', 8, "12345", "Kein Datumstrennzeichen '.' gefunden"},
+             Fall{"1a.3", TMJ, u'.', 8, "1a.3", "Unzulässiges Zeichen 'a' im Datum enthalten"},
+             Fall{"1/3/26", TMJ, u'.', 8, "1/3/26", "Unzulässiges Zeichen '/' im Datum enthalten"},
+             Fall{"1. 3.26", TMJ, u'.', 8, "1. 3.26", "Unzulässiges Zeichen ' ' im Datum enthalten"},
+             Fall{"00.01.26", TMJ, u'.', 8, "00.01.26", UNSINN},
+             Fall{"32.01.26", TMJ, u'.', 8, "32.01.26", UNSINN},
+             Fall{"01.13.26", TMJ, u'.', 8, "01.13.26", UNSINN},
+             Fall{"01.00.26", TMJ, u'.', 8, "01.00.26", UNSINN},
+             Fall{"13/01/26", MTJ, u'/', 8, "13/01/26", UNSINN},
+             Fall{"....", TMJ, u'.', 8, "....", UNSINN},
+         }) {
+        const Datumsformat format{f.reihenfolge, f.trenner};
+        const Datumsprüfung p = CheckDatum(aus_utf8(f.eingabe), format, 46342, f.länge);
+        EXPECT_EQ(S(p.text), f.text) << f.eingabe;
+        EXPECT_EQ(S(p.fehler), f.fehler) << f.eingabe;
+        EXPECT_EQ(p.gültig(), *f.fehler == 0) << f.eingabe;
+    }
+}
+
+} // namespace
+} // namespace kalvora

@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include "base/cp1252.h"
+#include "base/farbe.h"
+#include "base/feld.h"
+#include "base/text.h"
+
+namespace kalvora {
+namespace {
+
+std::string S(TextView t) {
+    return zu_utf8(t);
+}
+
+TEST(Text, Stuecke_laufen_nie_ueber_den_Rand) {
+    const TextView t = u"Kürz";
+    struct Fall {
+        int n;
+        const char16_t *links, *rechts;
+    };
+    for (const Fall& f : {Fall{-1, u"", u""}, Fall{0, u"", u""}, Fall{1, u"K", u"z"}, Fall{3, u"Kür", u"ürz"},
+                          Fall{4, u"Kürz", u"Kürz"}, Fall{2'000'000'000, u"Kürz", u"Kürz"}}) {
+        EXPECT_EQ(S(links(t, f.n)), S(f.links)) << f.n;
+        EXPECT_EQ(S(rechts(t, f.n)), S(f.rechts)) << f.n;
+    }
+    struct Mitte {
+        int von, n;
+        const char16_t* stück;
+    };
+    for (const Mitte& f :
+         {Mitte{1, 2, u"Kü"}, Mitte{2, 1, u"ü"}, Mitte{2, -1, u"ürz"}, Mitte{4, 9, u"z"}, Mitte{5, 1, u""},
+          Mitte{99, -1, u""}, Mitte{2, 0, u""}, Mitte{0, 2, u"K"}, Mitte{-3, 2, u""}, Mitte{-3, -1, u"Kürz"}})
+        EXPECT_EQ(S(mitte(t, f.von, f.n)), S(f.stück)) << f.von << ", " << f.n;
+    EXPECT_EQ(zeichen(t, 0), 0);
+    EXPECT_EQ(zeichen(t, 4), u'z');
+    EXPECT_EQ(zeichen(t, 5), 0);
+    EXPECT_EQ(S(rechts(u"", 3)), "");
+}
+
+TEST(Text, Position_zaehlt_ab_eins) {
+    EXPECT_EQ(position(u"ab:cd:", u":"), 3);
+    EXPECT_EQ(position(u"ab:cd:", u":", 3), 3);
+    EXPECT_EQ(position(u"ab:cd:", u":", 4), 6);
+    EXPECT_EQ(position(u"ab:cd:", u":", 7), 0);
+    EXPECT_EQ(position(u"ab:cd:", u":", 99), 0);
+    EXPECT_EQ(position(u"ab:cd:", u":", -5), 3);
+    EXPECT_FALSE(enthält(u"ab", u"B"));
+}
+
+TEST(Text, Trimmen_nimmt_nur_Leerzeichen) {
+    const Text fest = Text(1, FESTES_LEERZEICHEN) + u" x\t ";
+    EXPECT_EQ(trimmen(u"  a b  "), u"a b");
+    EXPECT_EQ(trimmen(u" " + fest), Text(1, FESTES_LEERZEICHEN) + u" x\t") << "160 and tab are data";
+    EXPECT_EQ(trimmen_links(u"  a "), u"a ");
+    EXPECT_EQ(trimmen_rechts(u"  a "), u"  a");
+    EXPECT_EQ(trimmen(u"   "), u"");
+}
+
+TEST(Text, Gross_und_klein_ueber_die_ganze_Codepage) {
+    EXPECT_EQ(S(klein(u"AZ ÄÖÜ ŠŒŽŸ ÀÞ ß×÷ [@`{ 09")), "az äöü šœžÿ àþ ß×÷ [@`{ 09");
+    EXPECT_TRUE(gleich_ohne_Fall(u"ÜSTUNDEN Ÿ", u"üstunden ÿ"));
+    EXPECT_FALSE(gleich_ohne_Fall(u"Straße", u"STRASSE"));
+    EXPECT_FALSE(gleich_ohne_Fall(u"×", u"÷")) << "16 apart as letters are, but none";
+    EXPECT_TRUE(beginnt_ohne_Fall(u"ÄRZTE", u"är"));
+    EXPECT_FALSE(beginnt_ohne_Fall(u"är", u"ärz"));
+    EXPECT_TRUE(endet_ohne_Fall(u"2611 261116 DATA.DAT", u"data.dat"));
+    EXPECT_FALSE(endet_ohne_Fall(u"t", u"at"));
+}
+
+TEST(Text, Masken) {
+    struct Fall {
+        const char16_t *name, *maske;
+        bool passt;
+    };
+    for (const Fall& f :
+         {Fall{u"2611 261116 Data.dat", u"*Data.dat", true},
+          Fall{u"2611 261116 DATA.DAT", u"2611*data.dat", true},
+          Fall{u"2611 261116 Data.dat.alt", u"*Data.dat", false},
+          Fall{u".2611 261116 Data.dat.platz.17", u"*Data.dat", false},
+          Fall{u"Data.datData.dat", u"*Data.dat", true},
+          Fall{u"ÜStunden 2026.dat", u"üstunden ????.dat", true},
+          Fall{u"ÜStunden 26.dat", u"üstunden ????.dat", false}, Fall{u"", u"*", true},
+          Fall{u"", u"?", false}, Fall{u"", u"", true}, Fall{u"a", u"", false},
+          Fall{u"abcabd", u"*ab?", true}, Fall{u"aXbXc", u"a*b*c*", true}, Fall{u"ab", u"a**b", true},
+          Fall{u"a*b", u"a*b", true}, Fall{u"axb", u"a?", false}, Fall{u"a.b", u"a[.]b", false}})
+        EXPECT_EQ(passt_auf_Maske(f.name, f.maske), f.passt) << S(f.name) << " ~ " << S(f.maske);
+    // No mask may take a time that grows with a power of its stars.
+    const Text viel(3000, u'a');
+    EXPECT_FALSE(passt_auf_Maske(viel, u"*a*a*a*a*a*a*a*a*b"));
+}
+
+TEST(Text, Ersetzen_sieht_Eingesetztes_nicht_an) {
+    EXPECT_EQ(Ersetzen(u"a|b|c", u"|", u"||"), u"a||b||c");
+    EXPECT_EQ(Ersetzen(u"aaa", u"aa", u"a"), u"aa");
+    EXPECT_EQ(Ersetzen(u"abab", u"ab", u""), u"");
+    EXPECT_EQ(Ersetzen(u"Ab", u"a", u"x"), u"Ab") << "case counts";
+    EXPECT_EQ(Ersetzen(u"ab", u"", u"x"), u"ab");
+}
+
+TEST(Text, Teilen_behaelt_leere_Stuecke) {
+    EXPECT_EQ(teilen(u"a::b:", u':'), (std::vector<Text>{u"a", u"", u"b", u""}));
+    EXPECT_EQ(teilen(u"", u':'), std::vector<Text>{u""});
+}
+
+TEST(Text, Val) {
+    struct Fall {
+        const char16_t* text;
+        long wert;
+    };
+    for (const Fall& f :
+         {Fall{u"2611 K", 2611}, Fall{u"  12", 12}, Fall{u"-7x", -7}, Fall{u"", 0}, Fall{u"-", 0},
+          Fall{u"x1", 0}, Fall{u"007", 7}, Fall{u"1,5", 1}, Fall{u"1 2", 1}, Fall{u"1e3", 1}})
+        EXPECT_EQ(Val(f.text), f.wert) << S(f.text);
+    EXPECT_GT(Val(Text(400, u'9')), 0) << "no overflow";
+    EXPECT_LT(Val(u"-" + Text(400, u'9')), 0);
+}
+
+TEST(Text, Ziffern) {
+    EXPECT_EQ(ziffern(7, 2), u"07");
+    EXPECT_EQ(ziffern(123, 2), u"123");
+    EXPECT_EQ(ziffern(-7, 2), u"-07");
+    EXPECT_EQ(ziffern(0), u"0");
+    EXPECT_TRUE(nur_Ziffern(u"0129"));
+    EXPECT_FALSE(nur_Ziffern(u""));
+    EXPECT_FALSE(nur_Ziffern(u"12²")) << "a superscript is no digit";
+}
+
+TEST(Text, Utf8_hin_und_zurueck_und_verdorben) {
+    const std::string gut = "Łódź – 1 €, ß, \xF0\x9F\x98\x80";
+    EXPECT_EQ(zu_utf8(aus_utf8(gut)), gut);
+    struct Fall {
+        const char* bytes;
+        const char16_t* text;
+    };
+    for (const Fall& f :
+         {Fall{"a\xFC", u"a\uFFFD"}, Fall{"\xFCx", u"\uFFFDx"}, Fall{"\xC3", u"\uFFFD"},
+          Fall{"\xE2\x82", u"\uFFFD\uFFFD"}, Fall{"\xC3(", u"\uFFFD("}, Fall{"\xC0\x80", u"\uFFFD"},
+          Fall{"\xED\xA0\x80", u"\uFFFD"}, Fall{"\xF4\x90\x80\x80", u"\uFFFD"}, Fall{"\x80", u"\uFFFD"}})
+        EXPECT_EQ(aus_utf8(f.bytes), f.text) << testing::PrintToString(f.bytes);
+    EXPECT_EQ(zu_utf8(Text(1, u'\xD800') + u"x"), "\xEF\xBF\xBDx") << "half a pair";
+}
+
+TEST(Cp1252, Jedes_Byte_ueberlebt) {
+    std::string alle;
+    for (int b = 0; b < 256; ++b)
+        alle += static_cast<char>(b);
+    const Text text = aus_cp1252(alle);
+    EXPECT_EQ(text.size(), 256u);
+    EXPECT_EQ(zu_cp1252(text), alle);
+    EXPECT_TRUE(cp1252_darstellbar(text));
+    EXPECT_EQ(aus_cp1252("\x80\x8A\x9F\xFF\x81"), u"€ŠŸÿ\u0081");
+}
+
+TEST(Cp1252, Was_nicht_geht) {
+    EXPECT_EQ(zu_cp1252(u"Łuk 😀."), "?uk ??.");
+    EXPECT_FALSE(cp1252_darstellbar(u"Łuk"));
+    EXPECT_FALSE(cp1252_darstellbar(u"\uFFFD"));
+    EXPECT_TRUE(cp1252_darstellbar(u"„Größe – 5 €…“"));
+}
+
+TEST(Cp1252, Faltung_der_Bytes_wie_der_Zeichen) {
+    for (unsigned b = 0; b < 256; ++b) {
+        const auto byte = static_cast<std::uint8_t>(b);
+        EXPECT_EQ(cp1252_zeichen(cp1252_klein(byte)), klein(cp1252_zeichen(byte))) << b;
+    }
+}
+
+TEST(Farbe, Hex_hat_Blau_vorn) {
+    EXPECT_EQ(HexFarbe(255), u"&H0000FF");
+    EXPECT_EQ(HexFarbe(0xAA123456), u"&H123456") << "a fourth byte is ignored";
+    EXPECT_EQ(Farbe_aus_Hex(u"&H0A0b0C"), 0x0A0B0Cu);
+    EXPECT_EQ(rot(*Farbe_aus_Hex(u"&H010203")), 3);
+    EXPECT_EQ(grün(*Farbe_aus_Hex(u"&H010203")), 2);
+    EXPECT_EQ(blau(*Farbe_aus_Hex(u"&H010203")), 1);
+    for (const Text& falsch :
+         std::vector<Text>{u"", u"&H12345", u"&H1234567", u"#H123456", u"&H12345G", u"&H-12345", u" &H12345"})
+        EXPECT_EQ(Farbe_aus_Hex(falsch), std::nullopt) << S(falsch);
+}
+
+TEST(Feld, Zaehlt_ab_eins_und_prueft_jeden_Zugriff) {
+    Feld<int> f(3, 7);
+    f(1) = 1;
+    f(3) = 3;
+    EXPECT_EQ(f(2), 7);
+    for (int index : {-1, 0, 4})
+        EXPECT_THROW((void)f(index), Laufzeitfehler) << index;
+    Feld<Text, 0> null(1);
+    EXPECT_EQ(null.oben(), 0);
+    EXPECT_EQ(Feld<int>().oben(), 0);
+    EXPECT_THROW((void)Feld<int>()(1), Laufzeitfehler);
+}
+
+TEST(Fehler, Innerste_Prozedur_bleibt) {
+    try {
+        als_Prozedur(u"außen", [] { als_Prozedur(u"innen", [] { throw Laufzeitfehler(53, u"fehlt"); }); });
+        FAIL();
+    } catch (const Laufzeitfehler& fehler) {
+        EXPECT_EQ(fehler.prozedur, u"innen");
+        EXPECT_STREQ(fehler.what(), "fehlt");
+    }
+    EXPECT_TRUE(ist_Dateifehler(52) && ist_Dateifehler(76));
+    EXPECT_FALSE(ist_Dateifehler(51) || ist_Dateifehler(77));
+}
+
+} // namespace
+} // namespace kalvora
