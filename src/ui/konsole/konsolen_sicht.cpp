@@ -12,6 +12,8 @@ constexpr int BILDSCHIRMHÖHE = 1080 * 15;
 
 KonsolenSicht::KonsolenSicht(Form& form, Protokoll& protokoll, Zeitgeber& zeitgeber, Skriptuhr& uhr)
     : form_(form), protokoll_(protokoll), zeitgeber_(zeitgeber), uhr_(uhr) {
+    if (form_.start_geometry) set_geometry(*form_.start_geometry);
+    zustand_ = form_.start_state;
     form_.set_view(this);
     zeitgeber_.beachten(form_, uhr_.steady());
 }
