@@ -84,6 +84,7 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
     OffeneDatei datei(fs_, *h);
     const auto vorher = fs_.info(*datei);
     if (!vorher) return E::fehler(vorher.nummer());
+    if (vorher->size == 0) fs_.copy_rights(*datei, Rechte_neuer_Datei(pfad));
     std::string zeilen;
     if (vorher->size > 0) {
         char letztes = '\n';
@@ -123,7 +124,7 @@ Fehlercode Dateiwerk::in_nebendatei(const Text& neben, std::string_view bytes,
     if (!h) return h.nummer();
     OffeneDatei datei(fs_, *h);
     Fehlercode f = alles_schreiben(*datei, bytes);
-    if (!f && vorbild) fs_.copy_rights(*datei, *vorbild);
+    if (!f) fs_.copy_rights(*datei, vorbild ? *vorbild : Rechte_neuer_Datei(neben));
     if (!f) f = fs_.sync(*datei);
     const Fehlercode beim_schließen = datei.schließen();
     if (!f) f = beim_schließen;
@@ -131,15 +132,34 @@ Fehlercode Dateiwerk::in_nebendatei(const Text& neben, std::string_view bytes,
     return f;
 }
 
+// Where the folder lets the group or others write, its new files let them append: a month's first save must
+// not shut the colleagues out.
+FileInfo Dateiwerk::Rechte_neuer_Datei(const Text& pfad) const {
+    const auto ordner = fs_.info(ParentDir(pfad));
+    FileInfo rechte;
+    rechte.mode = 0600 | (ordner ? ordner->mode & 0066 : 0044);
+    rechte.group = ordner ? ordner->group : 0;
+    return rechte;
+}
+
+// A share may carry a rename out and lose the answer: the sibling is gone and the file holds its bytes.
+bool Dateiwerk::angekommen(const Text& neben, const Text& pfad, std::string_view bytes) const {
+    const auto rest = fs_.info(neben);
+    if (rest || rest.nummer() != FEHLER_NICHT_GEFUNDEN) return false;
+    const auto da = lesen(pfad);
+    return da && da->sicht() == bytes;
+}
+
 Fehlercode Dateiwerk::unterschieben(const Text& neben, const Text& pfad, std::string_view bytes) const {
     Fehlercode f = 0;
     for (int versuch = 1; versuch <= UMBENENNEN_VERSUCHE; ++versuch) {
         f = fs_.rename(neben, pfad);
-        if (!f) return 0;
+        if (!f || angekommen(neben, pfad, bytes)) return 0;
         if (versuch < UMBENENNEN_VERSUCHE) uhr_.sleep(UMBENENNEN_PAUSE);
     }
     // Some servers refuse to rename over a file that somebody reads. The sibling is whole and synced: it
     // stays as the copy behind which the old file may be written in place.
+    if (!fs_.info(neben)) return f;
     auto h = fs_.open(pfad, OpenMode::Overwrite);
     if (!h) {
         fs_.remove(neben); // nothing was touched: the old state stands
@@ -168,6 +188,7 @@ Fehlercode Dateiwerk::neu_anlegen(const Text& pfad, std::string_view bytes) cons
     const Text neben = nebendatei(pfad);
     if (const Fehlercode f = in_nebendatei(neben, bytes, nullptr)) return f;
     const Fehlercode f = fs_.rename_new(neben, pfad);
+    if (f && angekommen(neben, pfad, bytes)) return 0;
     if (f) fs_.remove(neben);
     return f;
 }

@@ -43,7 +43,9 @@ public:
 private:
     Text nebendatei(const Text& pfad) const;
     Fehlercode in_nebendatei(const Text& neben, std::string_view bytes, const FileInfo* vorbild) const;
+    FileInfo Rechte_neuer_Datei(const Text& pfad) const;
     Fehlercode alles_schreiben(FileSystem::Handle, std::string_view bytes) const;
+    bool angekommen(const Text& neben, const Text& pfad, std::string_view bytes) const;
     Fehlercode unterschieben(const Text& neben, const Text& pfad, std::string_view bytes) const;
     FileSystem& fs_;
     Clock& uhr_;

@@ -1,0 +1,200 @@
+#include "files/dateikanal.h"
+
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+const Text PFAD = u"/srv/x/Data/Probe.dat";
+
+template <class Ausnahme>
+Text text_von(const std::function<void()>& tat) {
+    try {
+        tat();
+    } catch (const Ausnahme& fehler) {
+        return fehler.text();
+    } catch (const Fehler& anderer) {
+        ADD_FAILURE() << "another fault: " << anderer.what();
+    }
+    return u"<nichts>";
+}
+
+TEST(Dateikanal, SchreibenUndLesen) {
+    Prüfplatz p;
+    p.kanal.Daten_geändert = false;
+    ASSERT_TRUE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Output));
+    EXPECT_TRUE(p.kanal.Daten_geändert);
+    p.kanal.LineOut(u"Grüße: ½ €");
+    p.kanal.LineOut(u"");
+    EXPECT_FALSE(p.fs.gibt_es(PFAD)) << "nothing reaches the disk before the close";
+    EXPECT_EQ(p.kanal.Letzte_Datei(), PFAD);
+    EXPECT_EQ(p.kanal.Datei_schließen(), 0);
+    EXPECT_EQ(p.kanal.Letzte_Datei(), u"");
+    EXPECT_EQ(p.kanal.Stand().time, p.fs.platte().finde(PFAD)->info.time);
+
+    p.kanal.Daten_geändert = false;
+    ASSERT_TRUE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Input));
+    EXPECT_FALSE(p.kanal.Daten_geändert);
+    EXPECT_EQ(p.kanal.LineIn(), u"Grüße: ½ €");
+    EXPECT_EQ(p.kanal.LineIn(), u"");
+    EXPECT_EQ(p.kanal.Zeilennummer(), 2);
+    EXPECT_TRUE(p.kanal.Dateiende());
+    try {
+        p.kanal.LineIn();
+        ADD_FAILURE() << "read past the end";
+    } catch (const Laufzeitfehler& fehler) {
+        EXPECT_EQ(fehler.nummer, FEHLER_DATEIENDE);
+        EXPECT_EQ(fehler.datei, PFAD);
+        EXPECT_EQ(fehler.prozedur, u"modKalvora - LineIn");
+    }
+    EXPECT_THROW(p.kanal.LineOut(u"x"), Laufzeitfehler);
+}
+
+TEST(Dateikanal, VerwerfenSchreibtNichts) {
+    Prüfplatz p;
+    p.kanal.Datei_öffnen(PFAD, Dateimodus::Output);
+    p.kanal.LineOut(u"x");
+    p.kanal.verwerfen();
+    EXPECT_EQ(p.kanal.Datei_schließen(), 0);
+    EXPECT_FALSE(p.fs.gibt_es(PFAD));
+    EXPECT_EQ(p.kanal.Letzte_Datei(), PFAD);
+}
+
+TEST(Dateikanal, LeereRohzeile) {
+    Prüfplatz p;
+    for (const auto& [name, erlaubt] : {std::pair{u"2611 261116 Data.dat", true}, {u"Probe.dat", false}}) {
+        const Text pfad = p.daten(name);
+        p.fs.schreibe(pfad, "\r\n" + als_Datei({u"danach"}));
+        p.kanal.Datei_öffnen(pfad, Dateimodus::Input);
+        if (erlaubt) {
+            EXPECT_EQ(p.kanal.LineIn(), u"");
+        } else {
+            EXPECT_THROW(p.kanal.LineIn(), Laufzeitfehler);
+        }
+        EXPECT_EQ(p.kanal.LineIn(), u"danach");
+        p.kanal.Datei_schließen();
+    }
+}
+
+TEST(Dateikanal, DateiDerLängeNull) {
+    const Text warten =
+        u"Die Datei '/srv/x/Data/Probe.dat' wird gerade von jemand anderem benutzt. Bitte einige "
+        u"Sekunden warten und dann fortsetzen.";
+    Prüfplatz p;
+    p.fs.schreibe(PFAD, "");
+    EXPECT_EQ(text_von<Dateischaden>([&] { p.kanal.Datei_öffnen(PFAD, Dateimodus::Input); }),
+              u"Die Datei '/srv/x/Data/Probe.dat' ist leer.");
+    EXPECT_EQ(p.fenster.hinweise, std::vector<Text>{warten});
+    EXPECT_FALSE(p.app.Sanduhr_an());
+
+    p.fenster.beim_Warten = [&] { p.lege(PFAD, {u"da"}); };
+    ASSERT_TRUE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Input));
+    EXPECT_EQ(p.kanal.LineIn(), u"da");
+    p.kanal.Datei_schließen();
+    EXPECT_EQ(p.fenster.hinweise.size(), 2u);
+
+    p.fenster.beim_Warten = nullptr;
+    p.fs.schreibe(p.daten(u"X.INI"), "");
+    EXPECT_TRUE(p.kanal.Datei_öffnen(p.daten(u"X.INI"), Dateimodus::Input));
+    EXPECT_TRUE(p.kanal.Dateiende());
+    p.fs.schreibe(PFAD, "");
+    p.kanal.Reparatursperre = true;
+    EXPECT_TRUE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Input));
+}
+
+TEST(Dateikanal, ÖffnenScheitert) {
+    const Text anfang =
+        u"Die Datei '/srv/x/Data/Probe.dat' konnte nicht geöffnet werden.\n\nVermutlich haben Sie "
+        u"keine ausreichenden Zugriffsberechtigungen für den Ordner '/srv/x/Data'";
+    const Text ende = u" oder die Datei ist nicht vorhanden";
+    const std::function<void(Prüfplatz&)> hindernisse[] = {
+        [](Prüfplatz& p) { p.fs.platte().mache_ordner(PFAD); },
+        [](Prüfplatz& p) { p.fs.störe({.aufruf = "info", .nummer = 70, .dauernd = true}); },
+    };
+    for (const auto& hindernis : hindernisse)
+        for (const auto modus : {Dateimodus::Input, Dateimodus::Output, Dateimodus::Append}) {
+            Prüfplatz p;
+            p.fs.schreibe(u"/srv/x/Data/Andere.dat", "");
+            hindernis(p);
+            const Text mitte = modus == Dateimodus::Input ? u"" : u", ist die Datei schreibgeschützt";
+            EXPECT_EQ(text_von<Programmabbruch>([&] { p.kanal.Datei_öffnen(PFAD, modus); }),
+                      anfang + mitte + ende);
+            EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, modus, Fehlerweg::IgnoreErrors));
+            EXPECT_TRUE(p.fenster.hinweise.empty());
+            EXPECT_EQ(p.kanal.Letzte_Datei(), u"");
+        }
+    Prüfplatz p;
+    EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Input, Fehlerweg::IgnoreErrors));
+    EXPECT_FALSE(p.kanal.Datei_öffnen(u"/srv/y/Probe.dat", Dateimodus::Output, Fehlerweg::IgnoreErrors));
+    p.fs.schreibe(PFAD, "x");
+    p.fs.platte().setze_rechte(PFAD, 0444);
+    EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Output, Fehlerweg::IgnoreErrors));
+    try {
+        p.kanal.Datei_öffnen(PFAD, Dateimodus::Output);
+        ADD_FAILURE();
+    } catch (const Programmabbruch& abbruch) {
+        EXPECT_EQ(abbruch.logtext, u"Fehler beim Dateizugriff auf '/srv/x/Data/Probe.dat', Modus 'Output'");
+    }
+}
+
+TEST(Dateikanal, NeuErsetztNie) {
+    Prüfplatz p;
+    p.lege(PFAD, {u"des anderen"});
+    p.kanal.Datei_öffnen(PFAD, Dateimodus::Neu);
+    p.kanal.LineOut(u"meine");
+    EXPECT_EQ(p.kanal.Datei_schließen(), FEHLER_EXISTIERT);
+    EXPECT_EQ(p.zeilen(PFAD), std::vector<Text>{u"des anderen"});
+}
+
+TEST(Dateikanal, AndereSchreibweiseWirdZurKanonischen) {
+    Prüfplatz p;
+    p.lege(p.daten(u"PROBE.DAT"), {u"alt"});
+    p.kanal.Datei_öffnen(PFAD, Dateimodus::Output);
+    p.kanal.LineOut(u"neu");
+    p.kanal.Datei_schließen();
+    EXPECT_EQ(p.zeilen(PFAD), std::vector<Text>{u"neu"});
+    EXPECT_FALSE(p.fs.gibt_es(p.daten(u"PROBE.DAT")));
+}
+
+TEST(Dateikanal, SchließenScheitertUndDauert) {
+    Prüfplatz p;
+    int langsam = 0;
+    p.kanal.bei_langsamem_Schließen = [&] { ++langsam; };
+    p.lege(PFAD, {u"alt"});
+    const auto schreiben = [&](Fehlerweg weg) {
+        p.kanal.Datei_öffnen(PFAD, Dateimodus::Output, weg);
+        p.kanal.LineOut(u"neu");
+        return p.kanal.Datei_schließen();
+    };
+    p.fs.störe({.aufruf = "sync", .nummer = 61, .dauernd = true});
+    EXPECT_EQ(schreiben(Fehlerweg::IgnoreErrors), FEHLER_VOLL);
+    try {
+        schreiben(Fehlerweg::Melden);
+        ADD_FAILURE() << "the fault was swallowed";
+    } catch (const Laufzeitfehler& fehler) {
+        EXPECT_EQ(fehler.nummer, FEHLER_VOLL);
+        EXPECT_EQ(fehler.datei, PFAD);
+        EXPECT_EQ(p.kanal.Letzte_Datei(), PFAD);
+    }
+    EXPECT_EQ(p.zeilen(PFAD), std::vector<Text>{u"alt"});
+    EXPECT_EQ(langsam, 0);
+
+    p.fs.störe_nicht();
+    p.fs.störe({.aufruf = "rename", .beim = 1});
+    p.fs.störe({.aufruf = "rename", .beim = 2});
+    EXPECT_EQ(schreiben(Fehlerweg::Melden), 0);
+    EXPECT_EQ(langsam, 1) << "two waits of 0.2 s lie in that close";
+}
+
+TEST(Dateikanal, DateifehlerInAllenArten) {
+    const Text neu = u" Installieren Sie das Programm erneut, um dieses Problem zu beheben";
+    const Text fehlt = u"Die Datei '/srv/x/Data/Probe.dat' wurde nicht gefunden.";
+    const Text kopf = u"Der Dateiheader [Wort] der Datei '/srv/x/Data/Probe.dat' wurde nicht erkannt.";
+    EXPECT_EQ(text_von<Dateischaden>([] { Dateifehler(1, PFAD); }), fehlt);
+    EXPECT_EQ(text_von<Dateischaden>([] { Dateifehler(2, PFAD, u"Wort"); }), kopf);
+    EXPECT_EQ(text_von<Programmabbruch>([] { Dateifehler(3, PFAD, {}, u"mod"); }), fehlt + neu);
+    EXPECT_EQ(text_von<Programmabbruch>([] { Dateifehler(4, PFAD, u"Wort", u"mod"); }), kopf + neu);
+}
+
+} // namespace
+} // namespace kalvora
