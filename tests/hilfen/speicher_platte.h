@@ -43,9 +43,7 @@ public:
     bool gibt_es(const Text& pfad) const { return finde(pfad) != nullptr; }
     void entferne(const Text& pfad) { knoten_.erase(ohne_strich(pfad)); }
     void setze_rechte(const Text& pfad, unsigned mode) { knoten_.at(ohne_strich(pfad))->info.mode = mode; }
-    void setze_stempel(const Text& pfad, Zeitstempel neu) {
-        knoten_.at(ohne_strich(pfad))->info.time = neu;
-    }
+    void setze_stempel(const Text& pfad, Zeitstempel neu) { knoten_.at(ohne_strich(pfad))->info.time = neu; }
     // All files with their bytes: for "nothing has changed".
     std::map<Text, std::string> abbild() const {
         std::map<Text, std::string> alle;

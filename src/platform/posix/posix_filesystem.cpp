@@ -69,7 +69,7 @@ Fehlercode folder_fault(int error, const std::string& path) {
 }
 
 bool not_supported(int error) {
-    return error == EINVAL || error == ENOTSUP || error == EOPNOTSUPP || error == ENOSYS;
+    return error == EINVAL || error == ENOTSUP || error == ENOSYS; // EOPNOTSUPP is ENOTSUP here
 }
 
 FileInfo info_of(const struct stat& s) {
