@@ -1,0 +1,311 @@
+#include "files/konfigdaten.h"
+
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+struct Konfigprobe : Prüfplatz {
+    const Text pfad = daten(u"Konfigdaten.dat");
+    Konfigdaten konfig{kanal, platz};
+    const Konfiguration& werte() const { return konfig.werte(); }
+    // The standard file with some of its lines (from 1) replaced.
+    void lege_Standard(const std::map<size_t, Text>& andere = {}, const std::vector<Text>& dahinter = {}) {
+        std::vector<Text> zeilen = standard();
+        for (const auto& [n, zeile] : andere)
+            zeilen[n - 1] = zeile;
+        zeilen.insert(zeilen.end(), dahinter.begin(), dahinter.end());
+        lege(pfad, zeilen);
+    }
+    static std::vector<Text> standard() {
+        return {u"[Kalvora]",
+                u"Reserve",
+                u"1.16.1",
+                u"[Firma]",
+                u"Muster & Söhne",
+                u"Werk 2",
+                u"[Settings]",
+                u"0000000000000101110U½##K310030100####0000010000000",
+                u"a:b:c",
+                u"void",
+                u"[Wochenende]",
+                u"SaSo",
+                u"[Grundfarben]",
+                u"&HFFFFFF",
+                u"&HE8E8E8",
+                u"&HC0C0FF",
+                u"&HFFF8F4",
+                u"&HFFE8CE",
+                u"&HAFAFAF",
+                u"&HE8FFFF",
+                u"&HE8FFFF",
+                u"&HC0FFFF",
+                u"[Schaltflächen]",
+                u"&H000000:&H80FF80:0:U:Urlaub",
+                u"&H000000:&H80FF80:0:½:½ Urlaub",
+                u"&H000000:&H80C0FF:0:Z:Zeitausgleich",
+                u"&H000000:&H80FFFF:0:D:Dienstreise",
+                u"&H000000:&H8F8FFF:1:K:Krank",
+                u"&H000000:&HFFFF80:0:S:Sonstiges",
+                u"&HFFFFFF:&HFFFFFF:0: :Löschen",
+                u"[Administratoren]",
+                u"A:Chef:boss"};
+    }
+    Text lies() {
+        return ausgang(*this, pfad, [&] { konfig.Konfigdaten_lesen(); });
+    }
+};
+
+TEST(Konfigdaten, StandardLesenUndUnverändertSchreiben) {
+    Konfigprobe p;
+    p.lege_Standard();
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.werte().Firma, u"Muster & Söhne");
+    EXPECT_EQ(p.werte().U(), 7);
+    EXPECT_EQ(p.werte().Grundfarben(0), 0xFFFFFFu) << "index 0 is line 14";
+    EXPECT_EQ(p.werte().Grundfarben(8), 0xC0FFFFu);
+    EXPECT_EQ(p.werte().SF(5).SF_Kennbuchstabe, u'K');
+    EXPECT_EQ(p.werte().SF(5).SF_Nur_Admin, 1);
+    EXPECT_EQ(p.werte().SF_Urlaub, 1);
+    EXPECT_EQ(p.werte().SF_Halburlaub, 2);
+    EXPECT_EQ(p.werte().SF_Urlaub2, 0);
+    EXPECT_EQ(p.werte().SF_Krank, 0) << "Setting 5 is off";
+    EXPECT_EQ(p.werte().Urlaubsjahr_Monat, 1);
+    EXPECT_EQ(p.werte().SF_Breite, 0);
+    p.konfig.Konfigdaten_schreiben();
+    EXPECT_EQ(p.zeilen(p.pfad), Konfigprobe::standard());
+}
+
+TEST(Konfigdaten, StandardinhaltIstDieserInhalt) {
+    Konfigprobe p;
+    p.konfig.ändern() = Konfiguration_Standard(u"boss");
+    p.konfig.Konfigdaten_schreiben(Dateimodus::Neu);
+    auto erwartet = Konfigprobe::standard();
+    erwartet[1] = erwartet[4] = erwartet[5] = u"";
+    erwartet[8] = u"::";
+    erwartet.back() = u"A:<Name Vorname>:boss";
+    EXPECT_EQ(p.zeilen(p.pfad), erwartet);
+}
+
+TEST(Konfigdaten, Benutzerrolle) {
+    const Text eingeschränkt = u"0000000000000100110U½##K310030100####0000010000000"; // Setting 16 off
+    const std::tuple<std::vector<Text>, bool, int> fälle[] = {
+        {{u"A:Chef:boss"}, false, 0},
+        {{u"A:Chef:boss", u"P:*:*"}, false, 1},
+        {{u"A:Chef:boss", u"P:Meier:meier", u"P:*:*"}, false, 0}, // only as the first privileged row
+        {{u"A:Chef:boss", u"P:M:MUSTER"}, false, 1},
+        {{u"A:Chef:boss", u"P:M:muster", u"A:M:muster"}, false, 2},
+        {{u"A:M:Muster", u"P:M:muster", u"A:Chef:boss"}, false, 2},
+        {{u"A:Chef:boss", u"P:M:hausmuster"}, false, 0}, // the whole name, not its end
+        {{u"NoAdmins"}, false, 2},
+        {{u"NoAdmins", u"P:Meier:meier"}, false, 2},
+        {{}, false, 2},
+        {{u"A:Chef:boss"}, true, 2}, // Setting 16
+    };
+    for (const auto& [zeilen, alle, rolle] : fälle) {
+        Konfigprobe p;
+        auto datei = Konfigprobe::standard();
+        datei.pop_back();
+        if (!alle) datei[7] = eingeschränkt;
+        datei.insert(datei.end(), zeilen.begin(), zeilen.end());
+        p.lege(p.pfad, datei);
+        ASSERT_EQ(p.lies(), u"");
+        EXPECT_EQ(p.werte().Benutzerrolle, rolle) << (zeilen.empty() ? "" : zu_utf8(zeilen.back()));
+    }
+    Konfigprobe p;
+    p.lege_Standard({{8, eingeschränkt}});
+    p.konfig.Dienstlauf(true);
+    p.lies();
+    EXPECT_EQ(p.werte().Benutzerrolle, 2) << "after every read";
+}
+
+TEST(Konfigdaten, WächterzeilenKommenNurEinmalInDieDatei) {
+    Konfigprobe p;
+    p.lege_Standard({{32, u"NoAdmins"}}, {u"P:Meier:meier"});
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.werte().Administratoren, (Feld<Text>{Text(u"NoAdmins")}));
+    EXPECT_EQ(p.werte().Privilegierte, (Feld<Text>{Text(u"P:Meier:meier")}));
+    p.konfig.ändern().Privilegierte = {Text(u"NoAdmins")};
+    p.konfig.Konfigdaten_schreiben();
+    EXPECT_EQ(p.zeilen(p.pfad).back(), u"NoAdmins");
+    EXPECT_EQ(p.zeilen(p.pfad)[30], u"[Administratoren]");
+}
+
+TEST(Konfigdaten, WenigerUndMehrFarben) {
+    Konfigprobe p;
+    auto zeilen = Konfigprobe::standard();
+    zeilen[13] = u"&H000001";
+    zeilen.erase(zeilen.begin() + 15, zeilen.begin() + 22);
+    p.lege(p.pfad, zeilen);
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.werte().Grundfarben(0), 1u);
+    EXPECT_EQ(p.werte().Grundfarben(8), 0xC0FFFFu) << "the missing ones keep their default";
+    zeilen = Konfigprobe::standard();
+    zeilen.insert(zeilen.begin() + 22, {u"&H000001", u"keine Farbe"});
+    p.lege(p.pfad, zeilen);
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.werte().Grundfarben.anzahl(), GRUNDFARBEN);
+    EXPECT_EQ(p.werte().U(), 7);
+}
+
+TEST(Konfigdaten, VerborgeneGründe) {
+    const Text nur_eigene_krank = u"0000100000000101110U½##K310030100####0000010000000";
+    Konfigprobe p;
+    p.lege_Standard({{8, nur_eigene_krank}});
+    p.lies();
+    EXPECT_EQ(p.werte().SF_Krank, 5) << "the only record with the letter, though for administrators";
+    EXPECT_EQ(p.werte().SF(5).SF_Verbergen, 1);
+    p.konfig.ändern().settings.SetSetting(5, 0);
+    p.konfig.ableiten();
+    EXPECT_EQ(p.werte().SF(5).SF_Verbergen, 0);
+
+    p.lege_Standard({{8, nur_eigene_krank}, {10, u"0100000"}});
+    p.lies();
+    EXPECT_EQ(p.werte().SF(2).SF_Verbergen, 1);
+    EXPECT_EQ(p.werte().SF(5).SF_Verbergen, 0) << "with a hide string sickness has no rule of its own";
+}
+
+TEST(Konfigdaten, SchaltflächenNummer) {
+    const auto satz = [](char16_t c, int admin, TextView text) {
+        return Schaltfläche{0, 0, admin, c, Text(text), 0};
+    };
+    Konfiguration k;
+    k.SF = {satz(u'R', 0, u"Rest"),   satz(u'R', 0, u"RTT jour"), satz(u'U', 1, u"U"),
+            satz(u'U', 0, u"U2"),     satz(u'X', 0, u"X"),        satz(u'X', 1, u"X2"),
+            satz(u' ', 0, u"Löschen")};
+    const std::tuple<int, int, char16_t, TextView, int> fälle[] = {
+        // country, Setting 33, letter, kind, record
+        {0, 0, u'U', u"", 3},    {0, 0, u'X', u"", 6},    {0, 0, u'R', u"RTT", 1}, {0, 0, u'Q', u"", 0},
+        {2, 1, u'R', u"RTT", 2}, {2, 1, u'R', u"", 1},    {2, 0, u'R', u"", 1},    {2, 0, u'X', u"", 5},
+        {2, 1, u'X', u"RTT", 5}, {2, 1, u'Q', u"RTT", 0},
+    };
+    for (const auto& [land, sonder, buchstabe, art, nummer] : fälle) {
+        k.settings.SetSetting(15, land);
+        k.settings.SetSetting(33, sonder);
+        EXPECT_EQ(k.Schaltflächen_Nummer(buchstabe, art), nummer)
+            << land << sonder << zu_utf8(Text(1, buchstabe));
+    }
+}
+
+TEST(Konfigdaten, Satzzeilen) {
+    Schaltfläche sf;
+    EXPECT_TRUE(Schaltfläche_aus_Zeile(u"&H0000FF:&H80FF80:1:U:mit: Doppelpunkt", sf));
+    EXPECT_EQ(sf, (Schaltfläche{255, 0x80FF80, 1, u'U', u"mit: Doppelpunkt", 0}));
+    EXPECT_EQ(Schaltfläche_als_Zeile(sf), u"&H0000FF:&H80FF80:1:U:mit: Doppelpunkt");
+    EXPECT_TRUE(Schaltfläche_aus_Zeile(u"&H0000FF:&H80FF80:0:U:", sf));
+    for (const TextView zeile : {u"", u"&H0000FF", u"&H0000FF:&H80FF80:0:U", u"&H0000FG:&H80FF80:0:U:Urlaub",
+                                 u"&H0000FF:&H80FF8:0:U:Urlaub", u"&H0000FF:&H80FF80:x:U:Urlaub",
+                                 u"&H0000FF;&H80FF80:0:U:Urlaub", u"&H0000FF:&H80FF80:0:UU:Urlaub"})
+        EXPECT_FALSE(Schaltfläche_aus_Zeile(zeile, sf)) << zu_utf8(Text(zeile));
+}
+
+TEST(Konfigdaten, FremdeInhalteNennenDateiUndZeile) {
+    const std::pair<size_t, Text> fälle[] = {{10, u"nichts"},
+                                             {12, u"SaXx"},
+                                             {12, u"SaS"},
+                                             {14, u"weiß"},
+                                             {20, u"&HFFF"},
+                                             {24, u"kein Satz"},
+                                             {30, u"&HFFFFFF:&HFFFFFF:0:L:Löschen"},
+                                             {32, u"Meier"},
+                                             {32, u"A:Meier"},
+                                             {32, u""}};
+    for (const auto& [n, zeile] : fälle) {
+        Konfigprobe p;
+        p.lege_Standard({{n, zeile}});
+        EXPECT_EQ(p.lies(), u"Zeile " + ziffern(static_cast<long>(n)) +
+                                u" der Datei '/srv/x/Data/Konfigdaten.dat' ist fehlerhaft.");
+    }
+    for (const auto& [n, wort] : {std::pair<size_t, Text>{1, u"Kalvora"},
+                                  {4, u"Firma"},
+                                  {7, u"Settings"},
+                                  {11, u"Wochenende"},
+                                  {13, u"Grundfarben"},
+                                  {23, u"Schaltflaechen"},
+                                  {31, u"Administratoren"}}) {
+        Konfigprobe p;
+        p.lege_Standard({{n, u"[Anders]"}});
+        EXPECT_EQ(p.lies(), u"Der Dateiheader [" + wort +
+                                u"] der Datei '/srv/x/Data/Konfigdaten.dat' wurde nicht erkannt.");
+    }
+    Konfigprobe p;
+    auto zeilen = Konfigprobe::standard();
+    zeilen.insert(zeilen.begin() + 23, 18, zeilen[23]);
+    p.lege(p.pfad, zeilen);
+    EXPECT_EQ(p.lies(), u"") << "25 records";
+    zeilen.insert(zeilen.begin() + 23, zeilen[23]);
+    p.lege(p.pfad, zeilen);
+    EXPECT_NE(p.lies(), u"") << "26 records";
+    EXPECT_EQ(p.werte().U(), 25);
+}
+
+TEST(Konfigdaten, Verwüstet) {
+    Konfigprobe p;
+    EXPECT_EQ(p.lies(), u"Die Datei '/srv/x/Data/Konfigdaten.dat' wurde nicht gefunden.");
+    p.lege_Standard();
+    verwüsten(
+        p, p.pfad, [&] { p.konfig.Konfigdaten_lesen(); },
+        [&] {
+            EXPECT_EQ(p.werte().Firma, u"Muster & Söhne");
+            EXPECT_EQ(p.werte().Administratoren(1), u"A:Chef:boss");
+        });
+}
+
+TEST(Konfigdaten, OrdnerAnStelleDerDatei) {
+    Konfigprobe p;
+    p.fs.platte().mache_ordner(p.pfad);
+    EXPECT_THROW(p.konfig.Konfigdaten_lesen(), Programmabbruch);
+    EXPECT_THROW(p.konfig.Konfigdaten_schreiben(), Programmabbruch);
+}
+
+TEST(Konfigdaten, GeändertNachStempelUndFrist) {
+    Konfigprobe p;
+    p.lege_Standard();
+    EXPECT_TRUE(p.konfig.Datei_geändert(false)) << "never read";
+    p.lies();
+    EXPECT_FALSE(p.konfig.Datei_geändert(true));
+    EXPECT_FALSE(p.konfig.Datei_geändert(false));
+    p.konfig.Konfigdaten_schreiben();
+    EXPECT_FALSE(p.konfig.Datei_geändert(true)) << "the writer stores the stamp too";
+    p.lege_Standard();
+    EXPECT_TRUE(p.konfig.Datei_geändert(true));
+    p.konfig.Setting_setzen(39, 1);
+    EXPECT_FALSE(p.konfig.Datei_geändert(true));
+    EXPECT_TRUE(p.konfig.Datei_geändert(false));
+    p.konfig.Setting_setzen(39, 0);
+    for (const auto& [tage, erwartet] : {std::pair{3, true}, {4, false}, {-5, true}}) {
+        p.platz.Heute = Datum_aus(2026, 11, 16) + tage;
+        EXPECT_EQ(p.konfig.Datei_geändert(true), erwartet) << tage;
+        EXPECT_TRUE(p.konfig.Datei_geändert(false));
+    }
+    p.platz.Heute = Datum_aus(2026, 11, 16);
+    p.fs.platte().entferne(p.pfad);
+    EXPECT_FALSE(p.konfig.Datei_geändert(true));
+    EXPECT_TRUE(p.konfig.Datei_geändert(false));
+}
+
+TEST(Konfigdaten, AndereSchreibweiseDesNamens) {
+    Konfigprobe p;
+    p.lege(p.daten(u"KONFIGDATEN.DAT"), Konfigprobe::standard());
+    p.konfig.Konfigdaten_lesen();
+    EXPECT_FALSE(p.konfig.Datei_geändert(false));
+    p.konfig.Konfigdaten_schreiben();
+    EXPECT_TRUE(p.fs.gibt_es(p.pfad));
+    EXPECT_FALSE(p.fs.gibt_es(p.daten(u"KONFIGDATEN.DAT")));
+}
+
+TEST(Konfigdaten, Administratorenliste) {
+    Konfiguration k;
+    EXPECT_EQ(k.Administratorenliste(), u"");
+    k.Administratoren = {Text(u"A:Meier, Uwe:meier"), Text(u"A:*:*"), Text(u"A:Schulz:schulz")};
+    k.Privilegierte = {Text(u"P:Adam:adam")};
+    EXPECT_EQ(k.Administratorenliste(), u"Meier, Uwe (meier), Schulz (schulz)");
+    EXPECT_EQ(k.Administratorenliste(true), u"Meier, Uwe (meier), Schulz (schulz), Adam (adam)");
+    for (int n = 0; n < 40; ++n)
+        k.Administratoren.anfügen(u"A:Jemand Anderes:jemand");
+    EXPECT_TRUE(k.Administratorenliste().ends_with(u"Jemand Anderes (jemand) ..."));
+    EXPECT_LT(k.Administratorenliste().size(), 300u);
+}
+
+} // namespace
+} // namespace kalvora

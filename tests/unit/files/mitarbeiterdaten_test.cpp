@@ -1,0 +1,201 @@
+#include "files/mitarbeiterdaten.h"
+
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+const Text LANG = u"250101:991231:002,5:030,0:030,0:012,5:-03,0:001,0:000,0:000,0:000,0:Meier, Uwe:meier";
+const Text KURZ = u"000000:999999:010,0:000:030:030:030:Schulz:SCHULZ";
+const Text KURZ_ALS_LANG =
+    u"000000:999999:010,0:000,0:030,0:030,0:030,0:000,0:000,0:000,0:000,0:Schulz:SCHULZ";
+
+struct Personalprobe : Prüfplatz {
+    const Text pfad = daten(u"Mitarbeiterdaten.dat");
+    Konfigdaten konfig{kanal, platz};
+    Mitarbeiterdaten personal{kanal, platz, konfig};
+    Personalprobe() { konfig.ändern() = Konfiguration_Standard(u"boss"); }
+    void lege_Zeilen(std::vector<Text> zeilen) {
+        zeilen.insert(zeilen.begin(), {u"[Mitarbeiterdaten]", u"Reserve", u"2025"});
+        lege(pfad, zeilen);
+    }
+    Text lies() {
+        return ausgang(*this, pfad, [&] { personal.Mitarbeiterdaten_lesen(); });
+    }
+    std::vector<Text> hin_und_zurück(const std::vector<Text>& zeilen) {
+        lege_Zeilen(zeilen);
+        EXPECT_EQ(lies(), u"");
+        EXPECT_TRUE(personal.Mitarbeiterdaten_schreiben());
+        auto neu = this->zeilen(pfad);
+        neu.erase(neu.begin(), neu.begin() + 3);
+        return neu;
+    }
+};
+
+TEST(Mitarbeiterdaten, BeideFormenWerdenGelesen) {
+    Personalprobe p;
+    p.lege_Zeilen({u">Büro", LANG, KURZ, u""});
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.platz.Startjahr, 2025);
+    ASSERT_EQ(p.personal.MA().anzahl(), 4);
+    EXPECT_EQ(p.personal.MA()(1), (Mitarbeiter{u">Büro", {}, {}, {}, {}, {}}));
+    EXPECT_EQ(p.personal.MA()(2), (Mitarbeiter{u"Meier, Uwe", u"meier", u"250101", u"991231",
+                                               u"002,5:030,0:030,0:012,5:-03,0", u"001,0"}));
+    EXPECT_EQ(p.personal.MA()(3), (Mitarbeiter{u"Schulz", u"SCHULZ", u"000000", u"999999",
+                                               u"010,0:000,0:030,0:030,0:030,0", u"000,0"}));
+    EXPECT_TRUE(p.personal.MA()(4).Überschrift());
+}
+
+TEST(Mitarbeiterdaten, DieFormGiltFürDieGanzeDatei) {
+    const Text halber_Rest = u"000000:999999:002,5:000:030:030:-03:Schulz:SCHULZ";
+    const Text sonder = u"000000:999999:000,0:000,0:000,0:000,0:000,0:000,5:000,0:000,0:000,0:A:a";
+    Personalprobe p;
+    EXPECT_EQ(p.hin_und_zurück({u">Büro", KURZ}), (std::vector<Text>{u">Büro", KURZ}));
+    EXPECT_EQ(p.hin_und_zurück({halber_Rest}), std::vector<Text>{halber_Rest});
+    EXPECT_EQ(p.hin_und_zurück({KURZ_ALS_LANG}), std::vector<Text>{KURZ});
+    EXPECT_EQ(p.hin_und_zurück({KURZ, LANG}), (std::vector<Text>{KURZ_ALS_LANG, LANG}));
+    EXPECT_EQ(p.hin_und_zurück({sonder}), std::vector<Text>{sonder});
+    EXPECT_EQ(p.hin_und_zurück({u"NoNames"}), std::vector<Text>{u"NoNames"});
+    EXPECT_EQ(p.zeilen(p.pfad)[1], u"Reserve");
+}
+
+TEST(Mitarbeiterdaten, DezimaltrennzeichenDesArbeitsplatzes) {
+    Personalprobe p;
+    p.platz.gebiet.Dezimaltrennzeichen = u'.';
+    p.lege_Zeilen({LANG});
+    p.lies();
+    EXPECT_EQ(p.personal.MA()(1).MA_Urlaub, u"002.5:030.0:030.0:012.5:-03.0");
+    EXPECT_EQ(p.hin_und_zurück({LANG}), std::vector<Text>{LANG}) << "the file keeps the comma";
+}
+
+TEST(Mitarbeiterdaten, FremdeZeilen) {
+    const std::vector<Text> fremde{
+        u":",
+        u"2501:991231:010,0:000:030:030:030:A:a",
+        u"25010x:999999:010,0:000:030:030:030:A:a",
+        u"000000:999999:010,0:000:030:030:030:Ohne Kennung",
+        u"000000:999999:010,0:000:030:030:030:Ohne Kennung:",
+        u"000000:999999:010,0:000:030:030:030:Zu:viele:Felder",
+        u"000000:999999:010,0:000:030:030",
+        u"000000:999999:0100:000:030:030:030:A:a",
+        u"000000:999999:010,0:00x:030:030:030:A:a",
+        Text(links(LANG, 68)),
+        Text(links(LANG, 40)),
+        LANG.substr(0, 49) + u"           " + LANG.substr(60),
+    };
+    for (const Text& zeile : fremde) {
+        Personalprobe p;
+        p.lege_Zeilen({KURZ, zeile});
+        EXPECT_EQ(p.lies(), u"Zeile 5 der Datei '/srv/x/Data/Mitarbeiterdaten.dat' ist fehlerhaft.")
+            << zu_utf8(zeile);
+    }
+    for (const TextView jahr : {u"1999", u"2080", u"25", u"20255", u"abcd", u"", u"-999"}) {
+        Personalprobe p;
+        p.platz.Startjahr = 2024;
+        p.lege(p.pfad, {u"[Mitarbeiterdaten]", u"", Text(jahr), KURZ});
+        EXPECT_EQ(p.lies(), u"Zeile 3 der Datei '/srv/x/Data/Mitarbeiterdaten.dat' ist fehlerhaft.");
+        EXPECT_EQ(p.platz.Startjahr, 2024);
+    }
+}
+
+TEST(Mitarbeiterdaten, Verwüstet) {
+    Personalprobe p;
+    EXPECT_EQ(p.lies(), u"Die Datei '/srv/x/Data/Mitarbeiterdaten.dat' wurde nicht gefunden.");
+    p.lege_Zeilen({u">Büro", LANG, KURZ});
+    verwüsten(
+        p, p.pfad, [&] { p.personal.Mitarbeiterdaten_lesen(); },
+        [&] {
+            EXPECT_EQ(p.platz.Startjahr, 2025);
+            EXPECT_EQ(p.personal.MA().anzahl(), 3);
+        });
+}
+
+TEST(Mitarbeiterdaten, LeereListe) {
+    Personalprobe p;
+    p.lege_Zeilen({});
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_TRUE(p.personal.leer());
+    EXPECT_FALSE(p.personal.Mitarbeiter_vorhanden());
+    EXPECT_EQ(p.fenster.hinweise, std::vector<Text>{Text(Mitarbeiterdaten::KEINE_MITARBEITER)});
+}
+
+TEST(Mitarbeiterdaten, NichtEingetragen) {
+    Personalprobe p;
+    p.konfig.Setting_setzen(1, 1);
+    p.lege_Zeilen({KURZ});
+    p.lies();
+    EXPECT_EQ(p.platz.Startmeldung,
+              u"Sie sind mit Ihrem Windows-Benutzernamen 'Muster' nicht als Mitarbeiter im Kalvora "
+              u"eingetragen.\n\nBitte wenden Sie sich zur Aufnahme in den Kalvora an einen Administrator: "
+              u"<Name Vorname> (boss)");
+    for (const auto& [benutzer, setting, rolle] :
+         {std::tuple{u"schulz", 1, 0}, {u"Muster", 0, 0}, {u"Muster", 1, 1}}) {
+        Personalprobe q;
+        q.platz.Benutzername = benutzer;
+        q.konfig.Setting_setzen(1, setting);
+        q.konfig.ändern().Benutzerrolle = rolle;
+        q.lege_Zeilen({KURZ});
+        q.lies();
+        EXPECT_EQ(q.platz.Startmeldung, u"");
+        EXPECT_EQ(q.personal.Benutzer_eingetragen(), Text(benutzer) == u"schulz");
+    }
+}
+
+TEST(Mitarbeiterdaten, KeineUrlaubsansprüche) {
+    const Text nur_Rest = u"000000:999999:010,0:000:030:030:030:A:a";
+    const Text mit_Anspruch = u"000000:999999:010,0:001:030:030:030:A:a";
+    for (const auto& [zeile, beginn, verfall, erwartet] : {std::tuple{nur_Rest, 1, 4, true},
+                                                           {mit_Anspruch, 1, 4, false},
+                                                           {nur_Rest, 1, 0, false},
+                                                           {nur_Rest, 1, 1, false},
+                                                           {nur_Rest, 4, 4, false}}) {
+        Personalprobe p;
+        p.konfig.ändern().Urlaubsjahr_Monat = beginn;
+        p.konfig.ändern().Resturlaub_Monat = verfall;
+        p.lege_Zeilen({u">Büro", zeile});
+        p.lies();
+        EXPECT_EQ(p.personal.Keine_Urlaubsansprüche(), erwartet) << beginn << verfall;
+    }
+}
+
+TEST(Mitarbeiterdaten, Namen) {
+    Personalprobe p;
+    p.konfig.ändern().Administratoren = {Text(u"A:<Name Vorname>:boss"), Text(u"A:Chef:CHEF")};
+    p.konfig.ändern().Privilegierte = {Text(u"P:Adam, Eva:adam")};
+    p.lege_Zeilen({u">Büro", KURZ});
+    p.lies();
+    for (const auto& [id, name] : {std::pair<Text, Text>{u"schulz", u"Schulz"},
+                                   {u"chef", u"Chef"},
+                                   {u"ADAM", u"Adam, Eva"},
+                                   {u"boss", u""},
+                                   {u"niemand", u""},
+                                   {u"", u""}})
+        EXPECT_EQ(p.personal.Name_zu_BenutzerID(id), name);
+    EXPECT_EQ(p.personal.Zeile_zu_BenId(u"Schulz"), 2);
+    EXPECT_EQ(p.personal.Zeile_zu_BenId(u""), 0) << "a heading is nobody";
+}
+
+TEST(Mitarbeiterdaten, SchreibenScheitert) {
+    Personalprobe p;
+    p.lege_Zeilen({KURZ});
+    p.lies();
+    const auto vorher = p.fs.inhalt(p.pfad);
+    for (const Mitarbeiter& m : {Mitarbeiter{u"A: B", u"", u"", u"", u"", u""},
+                                 Mitarbeiter{u"A:B", u"ab", u"000000", u"999999", u"", u""},
+                                 Mitarbeiter{u"A", u"a", u"", u"999999", u"", u""}}) {
+        auto& zeilen = p.personal.ändern();
+        zeilen.anfügen(m);
+        EXPECT_THROW(p.personal.Mitarbeiterdaten_schreiben(), Laufzeitfehler);
+        p.lies();
+    }
+    for (const char* aufruf : {"open", "sync", "write"}) {
+        p.fs.störe({.aufruf = aufruf, .nummer = 70, .dauernd = true});
+        EXPECT_FALSE(p.personal.Mitarbeiterdaten_schreiben(Fehlerweg::IgnoreErrors));
+        p.fs.störe_nicht();
+    }
+    EXPECT_EQ(p.fs.inhalt(p.pfad), vorher);
+    EXPECT_FALSE(p.personal.Datei_geändert(false));
+}
+
+} // namespace
+} // namespace kalvora
