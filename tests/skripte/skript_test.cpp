@@ -124,11 +124,18 @@ std::string Inhalte(const fs::path& ordner, const std::vector<Text>& masken) {
     return ergebnis;
 }
 
+// Today and the user are those of the run unless the script says otherwise: the last word on an option
+// counts.
 bool Firma_gründen(const Kopf& kopf, const fs::path& ordner) {
-    std::string befehl = "'" KALVORA_BIN_DIR "/kalvora-firma' --ziel '" + ordner.string() + "'";
-    for (const std::string& wort : kopf.firma)
+    const Kalendertag& tag = kopf.uhr.tag;
+    const Text heute = ziffern(tag.tag, 2) + ziffern(tag.monat, 2) + ziffern(tag.jahr % 100, 2);
+    std::vector<std::string> worte{"--ziel",       ordner.string(), "--heute",
+                                   zu_utf8(heute), "--benutzer",    zu_utf8(kopf.benutzer)};
+    worte.insert(worte.end(), kopf.firma.begin(), kopf.firma.end());
+    std::string befehl = "'" KALVORA_BIN_DIR "/kalvora-firma'";
+    for (const std::string& wort : worte)
         befehl += " '" + wort + "'";
-    return std::system((befehl + " >/dev/null").c_str()) == 0; // NOLINT(cert-env33-c): own program, own words
+    return std::system((befehl + " >/dev/null").c_str()) == 0;
 }
 
 class Skriptlauf {

@@ -11,9 +11,9 @@ namespace kalvora {
 
 namespace {
 
-constexpr std::array<TextView, 16> TASTENNAMEN{
-    u"Esc",  u"Eingabe",  u"Tab",     u"Leertaste", u"Rück",   u"Entf", u"Einfg", u"Pos1",
-    u"Ende", u"Bild-auf", u"Bild-ab", u"Links",     u"Rechts", u"Auf",  u"Ab",    u"Druck"};
+constexpr std::array<TextView, 15> TASTENNAMEN{u"Esc",     u"Eingabe", u"Tab",    u"Leer", u"Rück",
+                                               u"Entf",    u"Einfg",   u"Pos1",   u"Ende", u"Bild-auf",
+                                               u"Bild-ab", u"Links",   u"Rechts", u"Auf",  u"Ab"};
 
 bool ist_Funktionstaste(TextView name) {
     const int nummer = static_cast<int>(Val(mitte(name, 2)));
@@ -98,7 +98,7 @@ void Controltaste(Control& control, const Key& taste) {
         if (taste.code == u"Ab") box->user_select(box->selected() + 1);
     }
     if (auto* button = dynamic_cast<Button*>(&control))
-        if (taste.code == u"Leertaste" || taste.code == u"Eingabe") button->user_click(taste.mods);
+        if (taste.code == u"Leer" || taste.code == u"Eingabe") button->user_click(taste.mods);
 }
 
 bool schließt(const Form& form, const Key& taste) {
