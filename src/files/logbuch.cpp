@@ -110,9 +110,14 @@ void Logbuch::Logbuch_bereinigen(TextView art) {
     // Whoever has appended meanwhile keeps his record: tomorrow's run does the work.
     const auto jetzt = kanal_.werk().stand(pfad);
     if (!jetzt || jetzt->size != gelesen.size || jetzt->time != gelesen.time) return;
+    std::erase(*zeilen, Text());
+    if (zeilen->empty()) { // a file of length zero would count as somebody's rewrite
+        Datei_löschen(kanal_.fs(), pfad);
+        return;
+    }
     if (!kanal_.Datei_öffnen(platz_.Logpfad + name, Dateimodus::Output, Fehlerweg::IgnoreErrors)) return;
     for (const Text& zeile : *zeilen)
-        if (!zeile.empty()) kanal_.LineOut(zeile);
+        kanal_.LineOut(zeile);
     kanal_.Datei_schließen();
 }
 

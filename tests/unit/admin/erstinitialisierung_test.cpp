@@ -1,0 +1,156 @@
+#include "admin/erstinitialisierung.h"
+
+#include "files/mitarbeiterdaten.h"
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+struct Setupprobe : Prüfplatz {
+    Konfigdaten konfig{kanal, platz};
+    Logbuch log{kanal, platz, konfig};
+    Setup setup{kanal, platz, konfig, log};
+    const Text setupdatei = platz.Systempfad + u"KalvoraSetup.dat";
+    Setupprobe() {
+        lege(setupdatei, {u"[Firma]", u"Muster GmbH", u"Werk 2", u"eins", u"zwei"});
+        std::vector<Text> vorlage{u"[KalvoraFeiertageDat]", u"[049:Deutschland]"};
+        vorlage.resize(18, u"1:01.01.:Neujahr");
+        lege(platz.Systempfad + u"KalvoraFtg.dat", vorlage);
+    }
+    std::vector<Text> monatsdateien() { return Dateien(fs, platz.Datenpfad, u"*Data.dat"); }
+};
+
+TEST(Erstinitialisierung, LeererOrdner) {
+    Setupprobe p;
+    p.setup.Erstinitialisierung();
+    const auto konfig = p.zeilen(p.daten(u"Konfigdaten.dat"));
+    ASSERT_EQ(konfig.size(), 32u);
+    EXPECT_EQ(konfig[4], u"Muster GmbH");
+    EXPECT_EQ(konfig[8], u"eins:zwei:");
+    EXPECT_EQ(konfig[31], u"A:<Name Vorname>:Muster");
+    EXPECT_EQ(p.zeilen(p.daten(u"Mitarbeiterdaten.dat")),
+              (std::vector<Text>{u"[Mitarbeiterdaten]", u"", u"2025", u"NoNames"}));
+    const auto feiertage = p.zeilen(p.daten(u"Feiertage.dat"));
+    ASSERT_EQ(feiertage.size(), 19u);
+    EXPECT_EQ(feiertage[2], u"Deutschland");
+    ASSERT_EQ(p.monatsdateien().size(), 36u);
+    EXPECT_EQ(p.monatsdateien().front(), u"2501 261116 Data.dat");
+    EXPECT_EQ(p.monatsdateien().back(), u"2712 261116 Data.dat");
+    EXPECT_EQ(p.zeilen(p.daten(u"2712 261116 Data.dat")), (std::vector<Text>{u"[2712]", u"", u"NoEx:NoEx"}));
+    EXPECT_EQ(
+        p.zeilen(p.platz.Logpfad + u"2611 Kalvora.log"),
+        std::vector<Text>{u"16.11.26 12:00:00|Muster|KalvoAdmin|Programm initialisiert (Ländercode 049)"});
+    EXPECT_FALSE(p.fs.gibt_es(p.setupdatei));
+    EXPECT_TRUE(p.fs.gibt_es(p.platz.Systempfad + u"KalvoraFtg.dat"));
+
+    // What was written is what the readers take, and the second run changes nothing.
+    Mitarbeiterdaten personal(p.kanal, p.platz, p.konfig);
+    Feiertagsdatei datei(p.kanal, p.platz);
+    p.konfig.Konfigdaten_lesen();
+    personal.Mitarbeiterdaten_lesen();
+    datei.Feiertage_lesen();
+    EXPECT_TRUE(personal.leer());
+    p.lege(p.setupdatei, {u"[Firma]", u"Andere AG", u""});
+    p.platz.Logpfad = u"";
+    auto vorher = p.fs.platte().abbild();
+    vorher.erase(p.setupdatei);
+    p.setup.Erstinitialisierung();
+    EXPECT_EQ(p.fs.platte().abbild(), vorher);
+}
+
+TEST(Erstinitialisierung, BestehendesBleibt) {
+    Setupprobe p;
+    auto k = Konfiguration_Standard(u"chef");
+    k.Reservezeile = u"Reserve";
+    p.konfig.ändern() = k;
+    p.konfig.Konfigdaten_schreiben();
+    auto erwartet = p.zeilen(p.daten(u"Konfigdaten.dat"));
+    auto alt = erwartet;
+    alt[2] = u"1.12.0";
+    alt.push_back(u"P:Adam:adam");
+    erwartet.push_back(u"P:Adam:adam");
+    p.lege(p.daten(u"Konfigdaten.dat"), alt);
+    p.lege(p.daten(u"MITARBEITERDATEN.DAT"), {u"[Mitarbeiterdaten]", u"", u"2024", u">Büro"});
+    p.lege(p.daten(u"2403 240301 Data.dat"), {u"[2403]", u"", u"Sa:NoEx"});
+    p.setup.Erstinitialisierung();
+    EXPECT_EQ(p.zeilen(p.daten(u"Konfigdaten.dat")), erwartet) << "only the version line is new";
+    EXPECT_EQ(p.platz.Startjahr, 2024) << "the years of the data that are there";
+    EXPECT_FALSE(p.fs.gibt_es(p.daten(u"Mitarbeiterdaten.dat")));
+    EXPECT_EQ(p.monatsdateien().size(), 36u);
+    EXPECT_EQ(p.zeilen(p.daten(u"2403 240301 Data.dat")).back(), u"Sa:NoEx");
+    EXPECT_EQ(p.zeilen(p.daten(u"2404 261116 Data.dat"))[1], u"Reserve")
+        << "taken over from the configuration";
+    EXPECT_EQ(p.zeilen(p.daten(u"Feiertage.dat"))[1], u"Reserve");
+}
+
+TEST(Erstinitialisierung, SchadenWirdNichtÜberschrieben) {
+    const std::pair<TextView, std::string> fälle[] = {
+        {u"Mitarbeiterdaten.dat", als_Datei({u"[Mitarbeiterdaten]", u"", u"kein Jahr"})},
+        {u"Konfigdaten.dat", als_Datei({u"[Anders]", u"", u"1.0.0"})},
+        {u"Konfigdaten.dat", als_Datei({u"[Kalvora]", u"", u"1.0.0", u"[Firma]"}).substr(0, 30)},
+    };
+    for (const auto& [name, bytes] : fälle) {
+        Setupprobe p;
+        p.fs.schreibe(p.daten(name), bytes);
+        EXPECT_NE(ausgang(p, p.daten(name), [&] { p.setup.Erstinitialisierung(); }), u"");
+        EXPECT_TRUE(p.fs.gibt_es(p.setupdatei)) << "the next start goes on from here";
+    }
+    Setupprobe p; // a folder in a file's place is not "missing"
+    p.fs.platte().mache_ordner(p.daten(u"Mitarbeiterdaten.dat"));
+    EXPECT_THROW(p.setup.Erstinitialisierung(), Programmabbruch);
+}
+
+TEST(Erstinitialisierung, EinAndererWarSchneller) {
+    Setupprobe ungestört;
+    ungestört.setup.Erstinitialisierung();
+    const int neue = ungestört.fs.anzahl("rename_new");
+    ASSERT_EQ(neue, 39);
+    for (int n = 1; n <= neue; n += 5) {
+        Setupprobe p;
+        p.fs.störe({.aufruf = "rename_new", .beim = n, .nummer = FEHLER_EXISTIERT});
+        p.setup.Erstinitialisierung();
+        EXPECT_EQ(p.fs.anzahl("rename_new"), neue) << "it goes on with the other files";
+    }
+    Setupprobe p;
+    p.fs.störe({.aufruf = "rename_new", .beim = 3, .wirkung = Wirkung::Ende});
+    EXPECT_THROW(p.setup.Erstinitialisierung(), Programmende);
+    p.fs.neu_starten();
+    p.setup.Erstinitialisierung();
+    EXPECT_EQ(p.monatsdateien().size(), 36u);
+}
+
+TEST(Erstinitialisierung, Ländercode) {
+    const std::tuple<int, Text, int, Text> fälle[] = {
+        {49, u"DEU", 0, u"049"}, {43, u"AUT", 1, u"043"}, {352, u"LUX", 0, u"352"}, {1, u"USA", 0, u"001"},
+        {1, u"CAD", 0, u"002"},  {1, u"JAM", 0, u"049"},  {1, u"JAM", 2, u"033"},   {0, u"", 0, u"049"},
+        {0, u"", 1, u"001"},     {0, u"", 2, u"033"},     {0, u"", 3, u"034"},      {0, u"", 7, u"049"}};
+    for (const auto& [nummer, kürzel, setting, code] : fälle) {
+        Setupprobe p;
+        p.platz.gebiet.Ländernummer = nummer;
+        p.platz.gebiet.Landeskürzel = kürzel;
+        p.konfig.Setting_setzen(15, setting);
+        EXPECT_EQ(p.setup.Ländercode_ermitteln(), code) << nummer << setting;
+    }
+}
+
+TEST(Erstinitialisierung, DieSetupdatei) {
+    Setupprobe p;
+    p.platz.Programmpfad = p.platz.Systempfad;
+    p.setup.Erstinitialisierung();
+    EXPECT_TRUE(p.fs.gibt_es(p.setupdatei)) << "the delivered file itself is never deleted";
+    const std::string ganz = als_Datei({u"[Firma]", u"Muster", u""});
+    for (const std::string& bytes : {als_Datei({u"[Anders]", u"", u""}), ganz.substr(0, 12),
+                                     ganz.substr(0, 18), ganz.substr(0, ganz.size() - 1), std::string()}) {
+        Setupprobe q;
+        q.fs.schreibe(q.setupdatei, bytes);
+        EXPECT_THROW(q.setup.Erstinitialisierung(), Programmabbruch) << bytes.size();
+        EXPECT_TRUE(q.monatsdateien().empty());
+    }
+    Setupprobe q;
+    q.lege(q.setupdatei, {u"[Firma]", u"Muster", u""});
+    q.setup.Erstinitialisierung();
+    EXPECT_EQ(q.zeilen(q.daten(u"Konfigdaten.dat"))[8], u"::");
+}
+
+} // namespace
+} // namespace kalvora

@@ -1,0 +1,117 @@
+#include "files/kalvoradat.h"
+
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+struct Pfadprobe : Prüfplatz {
+    const Text pfad = platz.Systempfad + u"Kalvora.dat";
+    Pfadprobe() { platz.Datenpfad = platz.Logpfad = u""; }
+    Text lies() {
+        return ausgang(*this, pfad, [&] { Kalvoradat_lesen(kanal, platz); });
+    }
+};
+
+TEST(Kalvoradat, PfadeInBackslashform) {
+    Pfadprobe p;
+    p.platz.Datenpfad = u"/srv/ä x/Data/";
+    p.platz.Logpfad = u"/srv/ä x/Data/Logs/";
+    Kalvoradat_schreiben(p.kanal, p.platz);
+    EXPECT_EQ(p.zeilen(p.pfad), (std::vector<Text>{u"[Kalvora]", u"data_pfad=\\srv\\ä x\\Data\\",
+                                                   u"log_pfad=\\srv\\ä x\\Data\\Logs\\"}));
+    p.platz.Datenpfad_alt = u"/alt/Data/";
+    Kalvoradat_schreiben(p.kanal, p.platz);
+    EXPECT_EQ(p.zeilen(p.pfad).at(3), u"data_pfad_alt=\\alt\\Data\\");
+    p.platz.Datenpfad = p.platz.Logpfad = p.platz.Datenpfad_alt = u"";
+    ASSERT_EQ(p.lies(), u"");
+    EXPECT_EQ(p.platz.Datenpfad, u"/srv/ä x/Data/");
+    EXPECT_EQ(p.platz.Logpfad, u"/srv/ä x/Data/Logs/");
+    EXPECT_EQ(p.platz.Datenpfad_alt, u"/alt/Data/");
+}
+
+TEST(Kalvoradat, AltePlainFormUndProgrammordner) {
+    Pfadprobe p;
+    Kalvoradat_lesen(p.kanal, p.platz);
+    EXPECT_EQ(p.platz.Datenpfad, u"") << "no file: the paths stay empty";
+    p.fs.schreibe(u"/opt/kalvora/KALVORA.DAT", "[Kalvora]\r\ndata_pfad=/srv/y/Data\r\nlog_pfad=/l");
+    Kalvoradat_lesen(p.kanal, p.platz);
+    EXPECT_EQ(p.platz.Datenpfad, u"/srv/y/Data/");
+    EXPECT_EQ(p.platz.Logpfad, u"/l/");
+    p.lege(p.pfad, {u"[Kalvora]", u"data_pfad=/srv/z/Data/", u"log_pfad=/l/"});
+    Kalvoradat_lesen(p.kanal, p.platz);
+    EXPECT_EQ(p.platz.Datenpfad, u"/srv/z/Data/") << "Systempfad comes first";
+}
+
+TEST(Kalvoradat, Schäden) {
+    const auto variable = [](TextView name) {
+        return u"Variable '" + Text(name) + u"' in 'Kalvora.dat' konnte nicht ausgewertet werden.";
+    };
+    const std::pair<std::vector<Text>, Text> fälle[] = {
+        {{u"[Anders]"},
+         u"Der Dateiheader [Kalvora] der Datei '/home/muster/kalvora/Kalvora.dat' wurde nicht erkannt."},
+        {{u"[Kalvora]"}, variable(u"data_pfad")},
+        {{u"[Kalvora]", u"pfad=/x/"}, variable(u"data_pfad")},
+        {{u"[Kalvora]", u"data_pfad=/x/", u"data_pfad=/x/"}, variable(u"log_pfad")},
+    };
+    for (const auto& [zeilen, text] : fälle) {
+        Pfadprobe p;
+        p.lege(p.pfad, zeilen);
+        EXPECT_EQ(p.lies(), text);
+    }
+    Pfadprobe p;
+    p.lege(p.pfad, {u"[Kalvora]", u"data_pfad=\\srv\\x\\Data\\", u"log_pfad=\\srv\\x\\Data\\Logs\\"});
+    const std::string ganz = *p.fs.inhalt(p.pfad);
+    ASSERT_EQ(p.lies(), u"");
+    for (size_t n = 0; n < ganz.size(); ++n) {
+        p.fs.schreibe(p.pfad, ganz.substr(0, n));
+        EXPECT_NE(p.lies(), u"") << n;
+        EXPECT_EQ(p.platz.Logpfad, u"/srv/x/Data/Logs/") << n;
+    }
+}
+
+TEST(Kalvoradat, ZurückZumFrüherenOrdner) {
+    const std::vector<Text> zeilen{u"[Kalvora]", u"data_pfad=", u"log_pfad=", u"data_pfad_alt=\\alt\\Data\\"};
+    Pfadprobe p;
+    p.lege(p.pfad, zeilen);
+    p.fs.schreibe(u"/alt/Data/2611 261101 Data.dat", "x");
+    Kalvoradat_lesen(p.kanal, p.platz);
+    EXPECT_EQ(p.platz.Datenpfad, u"") << "without logs it is no data folder";
+    EXPECT_EQ(p.platz.Datenpfad_alt, u"/alt/Data/");
+    EXPECT_EQ(
+        p.fenster.hinweise,
+        std::vector<Text>{u"Hinweis: Keine Daten im Ordner '/alt/Data' gefunden. Sie können den Ordner mit "
+                          u"den Daten auswählen über den Menüpunkt 'Datei - Datenordner ändern'"});
+    p.fs.schreibe(u"/alt/Data/Logs/2611 Kalvora.log", "x");
+    Kalvoradat_lesen(p.kanal, p.platz);
+    EXPECT_EQ(p.platz.Datenpfad, u"/alt/Data/");
+    EXPECT_EQ(p.platz.Logpfad, u"/alt/Data/Logs/");
+    EXPECT_EQ(p.platz.Datenpfad_alt, u"");
+    EXPECT_EQ(p.zeilen(p.pfad),
+              (std::vector<Text>{u"[Kalvora]", u"data_pfad=\\alt\\Data\\", u"log_pfad=\\alt\\Data\\Logs\\"}));
+}
+
+TEST(Kalvoradat, NichtSpeicherbar) {
+    const std::function<void(Pfadprobe&)> hindernisse[] = {
+        [](Pfadprobe& p) { p.fs.störe({.aufruf = "open", .nummer = 70, .dauernd = true}); },
+        [](Pfadprobe& p) { p.fs.störe({.aufruf = "sync", .nummer = 61, .dauernd = true}); },
+        [](Pfadprobe& p) { p.platz.Datenpfad = u"/srv/\u0142/Data/"; },
+    };
+    for (const auto& hindernis : hindernisse) {
+        Pfadprobe p;
+        p.lege(p.pfad, {u"alt"});
+        hindernis(p);
+        try {
+            Kalvoradat_schreiben(p.kanal, p.platz);
+            ADD_FAILURE() << "nothing was told";
+        } catch (const Programmabbruch& abbruch) {
+            EXPECT_TRUE(
+                abbruch.text().starts_with(u"Der Datenordner kann nicht in "
+                                           u"'/home/muster/kalvora/Kalvora.dat' gespeichert werden.\n"));
+        }
+        EXPECT_EQ(p.zeilen(p.pfad), std::vector<Text>{u"alt"});
+    }
+}
+
+} // namespace
+} // namespace kalvora

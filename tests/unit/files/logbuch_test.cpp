@@ -1,0 +1,155 @@
+#include "files/logbuch.h"
+
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+struct Logprobe : Prüfplatz {
+    Konfigdaten konfig{kanal, platz};
+    Logbuch log{kanal, platz, konfig};
+    const Text datei = platz.Logpfad + u"2611 Kalvora.log";
+    const Text kopie = platz.Temppfad + u"2611 Kalvora.log";
+    std::vector<Text> log_zeilen() const { return zeilen(datei); }
+};
+
+TEST(Logbuch, DieSätze) {
+    Logprobe p;
+    p.platz.gebiet.datum = {Datumsreihenfolge::MonatTagJahr, u'/'}; // the log keeps its own form
+    p.uhr.stelle({{2027, 1, 2}, 9, 5, 7});                          // Heute stays as it was at the start
+    p.log.Logbuch_ergänzen(1, u"meier|Urlaub|161126|171126");
+    p.log.Logbuch_ergänzen(2, u"Größe: ½");
+    EXPECT_EQ(p.log_zeilen(), (std::vector<Text>{u"16.11.26 09:05:07|Muster|meier|Urlaub|161126|171126",
+                                                 u"16.11.26 09:05:07|Muster|KalvoAdmin|Größe: ½"}));
+    p.log.Logbuch_ÜStd_ergänzen(1, u"meier|+2");
+    p.log.Logbuch_ÜStd_ergänzen(2, u"x");
+    EXPECT_EQ(p.zeilen(p.platz.Logpfad + u"2611 ÜStunden.log"),
+              (std::vector<Text>{u"261116|090507|Muster|meier|+2", u"261116|090507|Muster|UStdAdmin|x"}));
+    EXPECT_TRUE(als_Zeilen(p.fs.inhalt(p.kopie).value_or("")).empty());
+}
+
+TEST(Logbuch, SammelnUndAusgeben) {
+    Logprobe p;
+    p.log.Sammeln(true);
+    p.log.Logbuch_ergänzen(1, u"");
+    EXPECT_FALSE(p.fs.gibt_es(p.datei)) << "an empty buffer writes nothing";
+    p.log.Logbuch_ergänzen(1, u"a");
+    p.log.Logbuch_ergänzen(1, u"b");
+    EXPECT_FALSE(p.fs.gibt_es(p.datei));
+    EXPECT_EQ(p.log.Logpuffer().size(), 2u);
+    p.konfig.Setting_setzen(2, 1);
+    p.fs.tagebuch_leeren();
+    p.log.Logbuch_ergänzen(1, u"");
+    EXPECT_EQ(p.fs.anzahl("write", u"/2611 Kalvora.log"), 2) << "one write each, log and copy";
+    p.log.Logbuch_ergänzen(1, u"");
+    p.log.Sammeln(false);
+    p.log.Logbuch_ergänzen(1, u"");
+    ASSERT_EQ(p.log_zeilen().size(), 2u);
+    EXPECT_TRUE(p.log_zeilen()[1].ends_with(u"|Muster|b"));
+    EXPECT_EQ(p.zeilen(p.kopie), std::vector<Text>{p.log_zeilen()[1]}) << "of a flush the last record alone";
+    p.log.Logbuch_ergänzen(2, u"c");
+    EXPECT_EQ(p.zeilen(p.kopie).size(), 2u);
+}
+
+TEST(Logbuch, EinFehlerHältNiemandenAuf) {
+    Logprobe p;
+    p.platz.Logpfad = u"";
+    p.log.Logbuch_ergänzen(2, u"früh");
+    p.log.Logbuch_bereinigen(u"T");
+    p.platz.Logpfad = u"/nirgends/";
+    p.log.Logbuch_ergänzen(2, u"verloren");
+    p.platz.Logpfad = u"/srv/x/Data/Logs/";
+    for (const char* aufruf : {"open", "write", "sync", "info"}) {
+        p.fs.störe({.aufruf = aufruf, .nummer = 70, .dauernd = true});
+        p.log.Sammeln(true);
+        p.log.Logbuch_ergänzen(1, u"x");
+        p.log.Logbuch_ergänzen(1, u"");
+        p.log.Sammeln(false);
+        p.fs.störe_nicht();
+        EXPECT_TRUE(p.log.Logpuffer().empty());
+    }
+    p.fs.platte().entferne(p.datei);
+    p.fs.platte().mache_ordner(p.datei);
+    p.log.Logbuch_ergänzen(2, u"ein Ordner steht da");
+    p.log.Logbuch_bereinigen(u"T");
+    EXPECT_TRUE(p.fenster.hinweise.empty());
+}
+
+std::vector<Text> mit_Zeit(const std::vector<Text>& texte) {
+    std::vector<Text> zeilen;
+    for (size_t n = 0; n < texte.size(); ++n)
+        zeilen.push_back(u"16.11.26 09:05:" + ziffern(static_cast<long>(n), 2) + u"|" + texte[n]);
+    return zeilen;
+}
+
+TEST(Logbuch, Bereinigen) {
+    const std::pair<std::vector<Text>, std::vector<size_t>> fälle[] = {
+        // payloads, indexes of those that stay
+        {{u"M|a", u"M|a:Storno"}, {}},
+        {{u"M|a", u"N|a:Storno"}, {0, 1}},
+        {{u"M|a:Storno", u"M|a"}, {0, 1}},
+        {{u"M|a", u"M|a", u"M|b", u"M|a:Storno"}, {0, 2}},
+        {{u"M|a", u"M|a:Storno", u"M|a:Storno"}, {2}},
+        {{u"M|a", u"M|a", u"M|a:Storno", u"M|a:Storno"}, {}},
+        {{u":Storno", u"M|b"}, {0, 1}},
+    };
+    for (const auto& [texte, bleiben] : fälle) {
+        Logprobe p;
+        const auto alle = mit_Zeit(texte);
+        p.lege(p.datei, alle);
+        const auto vorher = p.fs.platte().abbild();
+        p.log.Logbuch_bereinigen(u"T");
+        std::vector<Text> erwartet;
+        for (const size_t n : bleiben)
+            erwartet.push_back(alle[n]);
+        EXPECT_EQ(p.log_zeilen(), erwartet) << zu_utf8(texte.back());
+        EXPECT_EQ(p.fs.gibt_es(p.datei), !bleiben.empty()) << "no file of length zero";
+        EXPECT_TRUE(bleiben.size() != alle.size() || p.fs.platte().abbild() == vorher);
+    }
+}
+
+TEST(Logbuch, BereinigenDesVormonats) {
+    for (const auto& [heute, name] : {std::pair{u"261116", u"2610 Kalvora.log"},
+                                      {u"270131", u"2612 Kalvora.log"},
+                                      {u"260331", u"2602 Kalvora.log"}}) {
+        Logprobe p;
+        p.platz.Heute_S = heute;
+        const Text datei = p.platz.Logpfad + Text(name);
+        p.lege(datei, mit_Zeit({u"M|a", u"M|b", u"M|a:Storno"}));
+        p.log.Logbuch_bereinigen(u"T");
+        EXPECT_EQ(p.zeilen(datei).size(), 3u);
+        p.log.Logbuch_bereinigen(u"M");
+        EXPECT_EQ(p.zeilen(datei).size(), 1u);
+    }
+}
+
+TEST(Logbuch, BereinigenVerliertKeinenSatz) {
+    // A line that somebody is just writing, garbage, or an append between reading and writing.
+    Logprobe p;
+    const std::string paar = als_Datei(mit_Zeit({u"M|a", u"M|a:Storno", u"M|b"}));
+    p.fs.schreibe(p.datei, paar + "Axyz");
+    p.log.Logbuch_bereinigen(u"T");
+    EXPECT_EQ(p.fs.inhalt(p.datei), paar + "Axyz");
+
+    p.fs.schreibe(p.datei, "\r\n" + paar + "\r\n" + als_Datei({u"kurz"}));
+    p.log.Logbuch_bereinigen(u"T");
+    EXPECT_EQ(p.log_zeilen().size(), 2u);
+    EXPECT_EQ(p.log_zeilen().back(), u"kurz");
+
+    p.fs.schreibe(p.datei, "");
+    p.log.Logbuch_bereinigen(u"T");
+    EXPECT_TRUE(p.fenster.hinweise.empty());
+
+    for (const char* aufruf : {"rename", "write", "sync"}) {
+        p.fs.schreibe(p.datei, paar);
+        p.fs.störe({.aufruf = aufruf, .nummer = 61, .dauernd = true});
+        p.fs.störe(
+            {.aufruf = "open", .maske = u"2611 Kalvora.log", .beim = 4, .nummer = 61, .dauernd = true});
+        p.log.Logbuch_bereinigen(u"T");
+        p.fs.störe_nicht();
+        EXPECT_EQ(p.fs.inhalt(p.datei), paar);
+    }
+}
+
+} // namespace
+} // namespace kalvora
