@@ -16,14 +16,17 @@ Text yymm_des_Monats(int Startjahr, int monat) {
 
 } // namespace
 
-void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
+// False: a line is no row; it is left out.
+bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
     const Codefilter filter(konfig_.werte().U());
-    const int länge = Tage_im_Monat(links(version.stamm, 4));
+    const Text yymm(links(version.stamm, 4));
+    const int länge = Tage_im_Monat(yymm);
+    bool fehlerfrei = true;
     kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
-    for (int kopf = 1; kopf <= 3; ++kopf)
-        if (!kanal_.nächste_Klarzeile()) break;
+    Kopf_einlesen(kanal_, pfad(version.name), yymm);
     while (const auto zeile = kanal_.nächste_Klarzeile()) {
         const Zeilenbefund b = Zeile_prüfen(zeile->bytes);
+        fehlerfrei = fehlerfrei && (b.art == Zeilenbefund::Art::A || b.art == Zeilenbefund::Art::K);
         if (b.art != Zeilenbefund::Art::A) continue;
         for (int i = wer.finden(b.schlüssel); i > 0; i = wer.nächster_gleicher(i)) {
             char* ziel = daten_.zelle(monat, i);
@@ -32,6 +35,22 @@ void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, 
         }
     }
     kanal_.Datei_schließen();
+    return fehlerfrei;
+}
+
+// As with the shown month, what looks damaged or has gone is looked at a second time: it may have been the
+// middle of somebody else's rewrite, or a version that was deleted behind a newer one.
+void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
+    try {
+        if (Version_in_Monatsdaten(version, monat, wer)) return;
+    } catch (const Dateischaden&) {    // NOLINT(bugprone-empty-catch): the second reading decides
+    } catch (const Programmabbruch&) { // NOLINT(bugprone-empty-catch): the same
+    }
+    kanal_.verwerfen();
+    kanal_.app().Pause(KURZ_WARTEN);
+    daten_.Monat_leeren(monat);
+    const Version jetzt = in_Kraft(links(version.stamm, 4));
+    if (!jetzt.stamm.empty()) Version_in_Monatsdaten(jetzt, monat, wer);
 }
 
 void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {

@@ -10,8 +10,6 @@ namespace kalvora {
 
 namespace {
 
-constexpr double KURZ_WARTEN = 0.4; // seconds until a doubtful view is looked at again
-
 // Only these names are versions: "dddd dddddd Data.dat".
 bool ist_Version(TextView name) {
     return name.size() == 20 && nur_Ziffern(name.substr(0, 4)) && name[4] == u' ' &&
@@ -153,15 +151,18 @@ bool Erfassungsdateien::Datensatz_speichern(const Text& zeile) {
 
 bool Erfassungsdateien::schreiben(const std::vector<Text>& zeilen) {
     const bool Gründe_gelten = !vor_dem_Schreiben || vor_dem_Schreiben();
-    const auto alle_zulässig = [&] { return std::all_of(zeilen.begin(), zeilen.end(), [&](const Text& z) { return zulässig(z); }); };
+    const auto alle_zulässig = [&] {
+        return std::all_of(zeilen.begin(), zeilen.end(), [&](const Text& z) { return zulässig(z); });
+    };
     Text grund;
     if (personal_.leer())
         grund = Mitarbeiterdaten::KEINE_MITARBEITER;
     else if (!lesbar_)
         grund = u"Der Monat konnte nicht gelesen werden und nimmt deshalb keine Einträge an.";
     else if (!Gründe_gelten || !alle_zulässig())
-        grund = u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe zwischenzeitlich "
-                u"geändert wurden. Die Anzeige wird jetzt neu geladen.";
+        grund =
+            u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe zwischenzeitlich "
+            u"geändert wurden. Die Anzeige wird jetzt neu geladen.";
     if (!grund.empty()) {
         kanal_.app().Hinweis(grund);
         return false;

@@ -69,6 +69,7 @@ public:
     void Alte_Erfassungsdateien_löschen(TextView stamm) const;
 
 private:
+    static constexpr double KURZ_WARTEN = 0.4; // seconds until a doubtful view is looked at again
     struct Ausstehend {
         Text yymm, stamm, zeile, vorher;
         std::uint64_t davor = 0;
@@ -102,6 +103,7 @@ private:
     enum class Verbleib { Gesehen, Verloren };
     Verbleib verbleib(const Ausstehend& a, const Monatsinhalt& inhalt) const;
     void Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
+    bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
 
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;

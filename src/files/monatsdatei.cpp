@@ -124,10 +124,18 @@ Zeilenbefund Zeile_prüfen(std::string_view zeile) {
     return b;
 }
 
+Monatskopf Kopf_einlesen(Dateikanal& kanal, const Text& pfad, const Text& yymm) {
+    Kopf_prüfen(aus_cp1252(Kopfzeile(kanal, pfad)), yymm, pfad);
+    Monatskopf kopf;
+    kopf.Reservezeile = aus_cp1252(Kopfzeile(kanal, pfad));
+    kopf.Ausnahmedaten = aus_cp1252(Kopfzeile(kanal, pfad));
+    return kopf;
+}
+
 void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filter, Monatsinhalt& inhalt) {
-    Kopf_prüfen(aus_cp1252(Kopfzeile(kanal, pfad)), inhalt.yymm, pfad);
-    inhalt.Reservezeile = aus_cp1252(Kopfzeile(kanal, pfad));
-    inhalt.Ausnahmedaten = aus_cp1252(Kopfzeile(kanal, pfad));
+    Monatskopf kopf = Kopf_einlesen(kanal, pfad, inhalt.yymm);
+    inhalt.Reservezeile = std::move(kopf.Reservezeile);
+    inhalt.Ausnahmedaten = std::move(kopf.Ausnahmedaten);
     if (!enthält(inhalt.Ausnahmedaten, u":")) {
         inhalt.Ausnahmezeile_ohne_Doppelpunkt = true;
         inhalt.Ausnahmedaten = KEINE_AUSNAHMEN;

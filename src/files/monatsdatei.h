@@ -84,6 +84,11 @@ struct Zeilenbefund {
 };
 Zeilenbefund Zeile_prüfen(std::string_view zeile);
 
+// The head of an opened capture file; Dateischaden when the first line is not "[yymm]" or lines are missing.
+struct Monatskopf {
+    Text Reservezeile, Ausnahmedaten;
+};
+Monatskopf Kopf_einlesen(Dateikanal& kanal, const Text& pfad, const Text& yymm);
 // Reads head and rows of an opened capture file into `inhalt`. Dateischaden when the first line is not
 // "[yymm]" or the head is cut. Days beyond the month's length are blank.
 void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filter, Monatsinhalt& inhalt);

@@ -12,6 +12,10 @@ void Monatsdaten::setzen(int N) {
     daten_.assign(static_cast<std::size_t>(N) * MONATE * TAGE, ' ');
 }
 
+void Monatsdaten::Monat_leeren(int monat) {
+    if (n_ > 0) std::fill_n(zelle(monat, 1), static_cast<std::size_t>(n_) * TAGE, ' ');
+}
+
 std::size_t Monatsdaten::stelle(int monat, int i) const {
     if (monat < 1 || monat > MONATE || i < 1 || i > n_)
         throw Laufzeitfehler(9, u"Index außerhalb der Monatsdaten");

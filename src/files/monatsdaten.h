@@ -17,6 +17,7 @@ inline constexpr int MONATE = 36;
 class Monatsdaten {
 public:
     void setzen(int N); // all blank
+    void Monat_leeren(int monat);
     int Mitarbeiterzahl() const { return n_; }
     // 31 codes, blanks where nothing was entered.
     std::string_view tage(int monat, int i) const { return {zelle(monat, i), TAGE}; }

@@ -1,0 +1,193 @@
+#include "files/monatsdatei.h"
+
+#include "unit/frame/erfassungsplatz.h"
+
+namespace kalvora {
+namespace {
+
+using Art = Zeilenbefund::Art;
+
+Monatsinhalt eingelesen(const std::string& bytes, const Text& yymm = u"2611", int U = 7) {
+    Prüfplatz p;
+    const Text pfad = p.daten(yymm + u" 261116 Data.dat");
+    p.fs.schreibe(pfad, bytes);
+    Monatsinhalt inhalt;
+    inhalt.yymm = yymm;
+    p.kanal.Datei_öffnen(pfad, Dateimodus::Input);
+    Monat_einlesen(p.kanal, pfad, Codefilter(U), inhalt);
+    return inhalt;
+}
+
+Monatsinhalt inhalt_aus(const std::vector<Text>& zeilen, const Text& yymm = u"2611") {
+    return eingelesen(als_Datei(Monat(zeilen, yymm)), yymm);
+}
+
+TEST(Monatsdatei, ZeileGeprüft) {
+    const std::string voll(31, ' ');
+    const struct {
+        std::string zeile;
+        Art art;
+        std::string schlüssel, inhalt;
+    } tafel[] = {
+        {"A:meier:" + voll, Art::A, "meier", voll},
+        {"A::" + voll, Art::A, "", voll},
+        {"A:meier:" + voll.substr(1), Art::ZweiteArt, "meier", ""},
+        {"A:meier:" + voll + " ", Art::ZweiteArt, "meier", ""},
+        {"A:meier:", Art::ZweiteArt, "meier", ""},
+        {"K:meier:03-05:Kur: Bad", Art::K, "meier", "Kur: Bad"},
+        {"K:meier:01-31:", Art::K, "meier", ""},
+        {"K:meier:05-05", Art::ZweiteArt, "meier", ""},
+        {"K:meier:3-05:x ", Art::ZweiteArt, "meier", ""},
+        {"K:meier:0x-05:x", Art::ZweiteArt, "meier", ""},
+        {"K:meier:05- 6:x", Art::ZweiteArt, "meier", ""},
+        {"K:meier:00-05:x", Art::ZweiteArt, "meier", ""},
+        {"K:meier:05-32:x", Art::ZweiteArt, "meier", ""},
+        {"K:meier:06-05:x", Art::ZweiteArt, "meier", ""},
+        {"K:meier:05/06:x", Art::ZweiteArt, "meier", ""},
+        {"", Art::ErsteArt, "", ""},
+        {"A", Art::ErsteArt, "", ""},
+        {"A:", Art::ErsteArt, "", ""},
+        {"A:meier", Art::ErsteArt, "", ""},
+        {"a:meier:" + voll, Art::ErsteArt, "", ""},
+        {"B:meier:" + voll, Art::ErsteArt, "", ""},
+        {"Ameier:" + voll, Art::ErsteArt, "", ""},
+    };
+    for (const auto& fall : tafel) {
+        const Zeilenbefund b = Zeile_prüfen(fall.zeile);
+        EXPECT_EQ(static_cast<int>(b.art), static_cast<int>(fall.art)) << fall.zeile;
+        EXPECT_EQ(b.schlüssel, fall.schlüssel) << fall.zeile;
+        const bool gut = fall.art == Art::A || fall.art == Art::K;
+        EXPECT_EQ(gut ? b.inhalt : std::string_view(), fall.inhalt) << fall.zeile;
+    }
+}
+
+TEST(Monatsdatei, FremdeCodesUndTageHinterDemMonatSindLeer) {
+    // U is 7: codes are 1 to 6 and 8.
+    const auto november = inhalt_aus({A(u"meier", u"12345678Z?  " + Text(17, u' ') + u"111")});
+    ASSERT_EQ(november.Erfassungsdaten.anzahl(), 1);
+    EXPECT_EQ(november.Erfassungsdaten(1).tage, tage(u"123456 8" + Text(21, u' ') + u"1"));
+    EXPECT_FALSE(november.fehlerhaft());
+    for (const auto& [yymm, länge] : {std::pair{u"2602", 28}, {u"2802", 29}, {u"2611", 30}, {u"2612", 31}}) {
+        const auto inhalt = inhalt_aus({A(u"meier", Text(31, u'1'))}, yymm);
+        EXPECT_EQ(inhalt.Erfassungsdaten(1).tage, tage(Text(static_cast<size_t>(länge), u'1')));
+    }
+}
+
+TEST(Monatsdatei, FehlerWerdenGezähltUndAusgelassen) {
+    const auto inhalt = inhalt_aus({A(u"meier", u"1"), u"Unsinn", u"A:kurz:111", A(u"schulz", u"2"), u"",
+                                    u"K:schulz:05-04:x", u"K:schulz:01-01:y"});
+    EXPECT_EQ(inhalt.fehler_erster_Art, 2);
+    EXPECT_EQ(inhalt.fehler_zweiter_Art, (std::vector<Text>{u"kurz", u"schulz"}));
+    EXPECT_EQ(inhalt.Erfassungsdaten.anzahl(), 2);
+    EXPECT_EQ(inhalt.letzter_Satz(u"SCHULZ"), 2);
+    EXPECT_EQ(inhalt.Kommentardaten.anzahl(), 1);
+    EXPECT_TRUE(inhalt.fehlerhaft());
+}
+
+TEST(Monatsdatei, HalbeZeilenUndLöcher) {
+    const std::string kopf = als_Datei(Monat({A(u"meier", u"1")}));
+    const std::string zeile = als_Datei({A(u"meier", u"2")});
+    const std::string loch(40, '\0');
+    const struct {
+        std::string bytes;
+        int sätze;
+        char16_t tag1;
+    } tafel[] = {
+        {kopf + zeile, 2, u'2'},
+        {kopf + zeile.substr(0, zeile.size() - 2), 1, u'1'}, // the line's end has not arrived
+        {kopf + zeile.substr(0, zeile.size() - 1), 1, u'1'},
+        {kopf + zeile.substr(0, 5), 1, u'1'},
+        {kopf + loch + zeile, 2, u'2'},
+        {kopf + loch, 1, u'1'},
+        {kopf + loch + "\r\n" + zeile, 2, u'2'}, // a hole that an append has closed
+    };
+    for (const auto& fall : tafel) {
+        const auto inhalt = eingelesen(fall.bytes);
+        EXPECT_FALSE(inhalt.fehlerhaft());
+        ASSERT_EQ(inhalt.Erfassungsdaten.anzahl(), fall.sätze);
+        EXPECT_EQ(inhalt.Erfassungsdaten(inhalt.letzter_Satz(u"Meier")).tage[0], fall.tag1);
+    }
+    EXPECT_EQ(eingelesen(kopf + loch + zeile).Erfassungsdaten(2).stelle, kopf.size() + loch.size());
+}
+
+TEST(Monatsdatei, Kopf) {
+    const auto schaden = [](const std::vector<Text>& zeilen) {
+        try {
+            eingelesen(als_Datei(zeilen));
+        } catch (const Dateischaden& s) {
+            EXPECT_EQ(s.datei, u"/srv/x/Data/2611 261116 Data.dat");
+            EXPECT_TRUE(enthält(s.text(), u"2611 261116 Data.dat"));
+            return s.text();
+        }
+        return Text();
+    };
+    EXPECT_TRUE(schaden({u"[2612]", u"", u"NoEx:NoEx"})
+                    .starts_with(u"Dateikorruption entdeckt! Daten für '2611' erwartet, aber Daten für "
+                                 u"'2612' gefunden."));
+    for (const std::vector<Text>& kopf :
+         {std::vector<Text>{u"[2611"}, {u"2611]"}, {u"[2611] "}, {u"[2611]"}, {u"[2611]", u"R"}})
+        EXPECT_FALSE(schaden(kopf).empty());
+    EXPECT_EQ(schaden({u"[2611]", u"R", u"NoEx:NoEx"}), u"");
+
+    const auto ohne = eingelesen(als_Datei({u"[2611]", u"R", u"SaSo", A(u"meier", u"1")}));
+    EXPECT_TRUE(ohne.Ausnahmezeile_ohne_Doppelpunkt);
+    EXPECT_TRUE(ohne.fehlerhaft());
+    EXPECT_EQ(ohne.Ausnahmedaten, u"NoEx:NoEx");
+    EXPECT_EQ(ohne.Reservezeile, u"R");
+    EXPECT_EQ(ohne.Erfassungsdaten.anzahl(), 1) << "no reason to lose the month";
+}
+
+TEST(Monatsdatei, Verdichten) {
+    const Text a1 = A(u"meier", u"  111"), leer = A(u"meier", u"");
+    const std::vector<Text> nur_meier{u"meier"};
+    const struct {
+        const char* was;
+        std::vector<Text> zeilen, BenIds, ergebnis;
+    } tafel[] = {
+        {"the last row wins", {A(u"meier", u"2"), a1}, nur_meier, {a1}},
+        {"a comment over 3 to 5 with an entry on the 4th alone",
+         {A(u"meier", u"   1"), u"K:meier:03-05:Kur"},
+         nur_meier,
+         {A(u"meier", u"   1"), u"K:meier:04-04:Kur"}},
+        {"a blank day cuts a comment in two",
+         {A(u"meier", u"11 11"), u"K:meier:01-05:Kur"},
+         nur_meier,
+         {A(u"meier", u"11 11"), u"K:meier:01-02:Kur", u"K:meier:04-05:Kur"}},
+        {"a later comment wins where they overlap",
+         {a1, u"K:meier:03-05:alt", u"K:meier:04-04:neu"},
+         nur_meier,
+         {a1, u"K:meier:03-03:alt", u"K:meier:04-04:neu", u"K:meier:05-05:alt"}},
+        {"equal neighbours become one run",
+         {a1, u"K:meier:03-03:x", u"K:meier:04-05:x"},
+         nur_meier,
+         {a1, u"K:meier:03-05:x"}},
+        {"an empty comment takes away",
+         {a1, u"K:meier:03-05:x", u"K:meier:03-04:"},
+         nur_meier,
+         {a1, u"K:meier:05-05:x"}},
+        {"a row of blanks goes with its comments", {a1, leer, u"K:meier:03-05:x"}, nur_meier, {}},
+        {"a comment before its row counts", {u"K:meier:03-05:x", a1}, nur_meier, {a1, u"K:meier:03-05:x"}},
+        {"case of keys; the staff list's spelling is written",
+         {A(u"MÜLLER", u"1"), A(u"müller", u"2"), u"K:Müller:01-01:x"},
+         {u"Müller"},
+         {A(u"Müller", u"2"), u"K:Müller:01-01:x"}},
+        {"staff order; headings and foreign keys drop out",
+         {A(u"c", u"3"), A(u"fremd", u"1"), A(u"a", u"1"), A(u"", u"1"), u"K:fremd:01-01:x"},
+         {u"a", u"", u"b", u"c"},
+         {A(u"a", u"1"), A(u"c", u"3")}},
+        {"the 31st",
+         {A(u"meier", Text(30, u' ') + u"1"), u"K:meier:31-31:x"},
+         nur_meier,
+         {A(u"meier", Text(30, u' ') + u"1"), u"K:meier:31-31:x"}},
+    };
+    for (const auto& fall : tafel)
+        EXPECT_EQ(Zeilen_verdichten(inhalt_aus(fall.zeilen, u"2612"), fall.BenIds), fall.ergebnis)
+            << fall.was;
+    // What was compacted once stays as it is.
+    for (const auto& fall : tafel)
+        EXPECT_EQ(Zeilen_verdichten(inhalt_aus(fall.ergebnis, u"2612"), fall.BenIds), fall.ergebnis)
+            << fall.was;
+}
+
+} // namespace
+} // namespace kalvora

@@ -1,0 +1,147 @@
+#include "files/monatsdaten.h"
+
+#include "unit/frame/erfassungsplatz.h"
+
+namespace kalvora {
+namespace {
+
+std::string_view tage_von(const Erfassungsplatz& p, int monat, int i) {
+    return p.erfassung.Daten().tage(monat, i);
+}
+std::string voll(std::string tage) {
+    tage.resize(31, ' ');
+    return tage;
+}
+
+TEST(Schlüsselverzeichnis, Finden) {
+    const std::vector<std::string> schlüssel{"anna", "", "M\xDCller", "otto", "ANNA", "", "otto", "Anna"};
+    Schlüsselverzeichnis wer(schlüssel);
+    const auto alle = [&](std::string_view s) {
+        std::vector<int> zeilen;
+        for (int i = wer.finden(s); i > 0; i = wer.nächster_gleicher(i))
+            zeilen.push_back(i);
+        return zeilen;
+    };
+    const struct {
+        std::string gesucht;
+        std::vector<int> zeilen;
+    } tafel[] = {
+        {"anna", {1, 5, 8}}, {"ANNA", {1, 5, 8}}, {"m\xFCller", {3}},  {"otto", {4, 7}}, {"", {}},
+        {"nie", {}},         {"otto", {4, 7}},    {"anna", {1, 5, 8}}, {"ott", {}},
+    };
+    for (int runde = 0; runde < 2; ++runde) // hits before change where the search begins
+        for (const auto& fall : tafel)
+            EXPECT_EQ(alle(fall.gesucht), fall.zeilen) << fall.gesucht;
+    const std::vector<std::string> keine;
+    EXPECT_EQ(Schlüsselverzeichnis(keine).finden("anna"), 0);
+}
+
+TEST(Schlüsselverzeichnis, JedeReihenfolgeFindetJeden) {
+    std::vector<std::string> schlüssel;
+    for (int k = 0; k < 300; ++k)
+        schlüssel.push_back(k % 20 == 0 ? "" : "b" + std::to_string(k * 7919 % 1000));
+    Schlüsselverzeichnis wer(schlüssel);
+    for (int schritt : {1, 7, 299})
+        for (int k = 0; k < 300; ++k) {
+            const int stelle = k * schritt % 300;
+            const std::string& s = schlüssel[static_cast<size_t>(stelle)];
+            EXPECT_EQ(wer.finden(s), s.empty() ? 0 : stelle + 1);
+        }
+}
+
+TEST(Monatsdaten, Grenzen) {
+    Monatsdaten d;
+    EXPECT_FALSE(d.belegt(1, 36));
+    d.setzen(2);
+    EXPECT_FALSE(d.belegt(1, 36));
+    d.zelle(5, 2)[30] = '3';
+    EXPECT_TRUE(d.belegt(5, 5));
+    EXPECT_TRUE(d.belegt(1, 36));
+    EXPECT_FALSE(d.belegt(1, 4));
+    EXPECT_FALSE(d.belegt(6, 36));
+    EXPECT_FALSE(d.belegt(6, 5));
+    EXPECT_TRUE(d.Code_vorhanden('3'));
+    EXPECT_FALSE(d.Code_vorhanden('1'));
+    for (const auto& [monat, i] : {std::pair{0, 1}, {37, 1}, {1, 0}, {1, 3}})
+        EXPECT_THROW(d.tage(monat, i), Laufzeitfehler);
+    d.setzen(2);
+    EXPECT_FALSE(d.Code_vorhanden('3')) << "cleared before it is filled";
+}
+
+TEST(Monatsdaten, AlleErfassungsdatenEinlesen) {
+    Erfassungsplatz p({u"anna", u"", u"otto", u"ANNA"});
+    p.Monatsdatei(u"2501 260101", {A(u"anna", u"1"), A(u"Anna", u"2"), u"K:anna:01-01:x", A(u"weg", u"3")});
+    p.Monatsdatei(u"2611 261101", {A(u"otto", u"9")}); // older version; only the newest counts
+    p.Monatsdatei(u"2611 261115", {A(u"otto", Text(31, u'4')), A(u"anna", u"Z1"), u"Unsinn"});
+    p.Monatsdatei(u"2712 261101", {A(u"otto", Text(31, u'5'))});
+    p.Monatsdatei(u"2801 261101", {A(u"otto", u"6")}); // beyond the three years
+    p.erfassung.Erfassungsdaten_lesen(u"2501");
+    p.erfassung.Alle_Erfassungsdaten_einlesen(false);
+
+    EXPECT_EQ(tage_von(p, 1, 1), voll("2")) << "the last row wins";
+    EXPECT_EQ(tage_von(p, 1, 4), voll("2")) << "both rows of one key";
+    EXPECT_EQ(tage_von(p, 1, 2), voll("")) << "a heading";
+    EXPECT_EQ(tage_von(p, 23, 3), voll(std::string(30, '4'))) << "30 days";
+    EXPECT_EQ(tage_von(p, 23, 1), voll(" 1")) << "unknown codes are blank";
+    EXPECT_EQ(tage_von(p, 36, 3), std::string(31, '5'));
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_vorhanden(2));
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_vorhanden(6));
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_zu_Monaten_vorhanden(23, 23));
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_zu_Monaten_vorhanden(2, 22));
+    EXPECT_EQ(p.erfassung.monat().yymm, u"2501") << "the shown month is left alone";
+    EXPECT_EQ(p.erfassung.monat().Erfassungsdaten.anzahl(), 3);
+
+    // Half a minute long it is not read again, unless it must be.
+    p.fs.platte().entferne(p.pfad(u"2501 260101"));
+    p.erfassung.Alle_Erfassungsdaten_einlesen(true);
+    EXPECT_EQ(tage_von(p, 1, 1), voll("2"));
+    p.uhr.weiter(30);
+    p.erfassung.Alle_Erfassungsdaten_einlesen(true);
+    EXPECT_EQ(tage_von(p, 1, 1), voll("")) << "cleared before it is filled";
+}
+
+TEST(Monatsdaten, EinBlickMittenHineinZähltNicht) {
+    const struct {
+        const char* was;
+        std::string halb;
+    } tafel[] = {
+        {"deleted behind a newer version", "<weg>"},
+        {"the head has not arrived", als_Datei({u"[2611]"})},
+        {"another month's head", als_Datei({u"[2612]", u"", u"NoEx:NoEx"})},
+        {"a torn row", als_Datei(Monat({u"A:anna:11"}))},
+        {"an empty view", ""},
+    };
+    for (const auto& fall : tafel) {
+        Erfassungsplatz p({u"anna"});
+        const Text alt = p.Monatsdatei(u"2611 261115", {A(u"anna", u"1")});
+        int öffnungen = 0;
+        p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+            if (aufruf != "open" || pfad != alt || ++öffnungen > 1) return;
+            if (fall.halb == "<weg>")
+                p.fs.platte().entferne(alt);
+            else
+                p.fs.schreibe(alt, fall.halb);
+        };
+        const auto später = [&] { p.Monatsdatei(u"2611 261116", {A(u"anna", u"12")}); };
+        p.fenster.beim_Warten = später;
+        p.erfassung.Alle_Erfassungsdaten_einlesen(false);
+        EXPECT_EQ(tage_von(p, 23, 1), voll("12")) << fall.was;
+    }
+}
+
+TEST(Monatsdaten, LangsamesNetz) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(u"2611 261115", {});
+    double dauer = 0.1;
+    p.fs.davor = [&](const std::string& aufruf, const Text&) {
+        if (aufruf == "list") p.uhr.weiter(dauer);
+    };
+    p.erfassung.Alle_Erfassungsdaten_einlesen(false);
+    EXPECT_FALSE(p.platz.Langsames_Netz);
+    dauer = 0.3;
+    p.erfassung.Alle_Erfassungsdaten_einlesen(false);
+    EXPECT_TRUE(p.platz.Langsames_Netz);
+}
+
+} // namespace
+} // namespace kalvora
