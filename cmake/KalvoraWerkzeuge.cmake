@@ -1,7 +1,14 @@
 # The tools, and the delivered data files which one of them makes beside the programs.
 
 kalvora_programm(kalvora-feiertage tools/feiertage_bauen.cpp kalvora_kern)
-kalvora_programm(kalvora-firma tools/firma_erzeugen.cpp kalvora_kern)
+
+# The made-up company, also for tests and benchmarks: #include "firma/firma.h".
+kalvora_quellen(firma_quellen tools/firma)
+kalvora_bibliothek(kalvora_firma "${firma_quellen}" kalvora_kern)
+if(TARGET kalvora_firma)
+    target_include_directories(kalvora_firma PUBLIC "${CMAKE_SOURCE_DIR}/tools")
+endif()
+kalvora_programm(kalvora-firma tools/firma_erzeugen.cpp kalvora_firma kalvora_kern)
 
 set(KALVORA_DATEN "")
 if(TARGET kalvora-feiertage)
@@ -15,7 +22,7 @@ if(TARGET kalvora-feiertage)
         COMMENT "Holiday templates and setup file"
         VERBATIM)
     add_custom_target(kalvora_daten ALL DEPENDS ${KALVORA_DATEN})
-    foreach(programm kalvora kalvora-konsole)
+    foreach(programm kalvora kalvora-konsole kalvora-firma)
         if(TARGET ${programm})
             add_dependencies(${programm} kalvora_daten)
         endif()
