@@ -7,7 +7,7 @@ namespace kalvora {
 namespace {
 
 constexpr double LANGSAM_AB = 0.25; // seconds
-constexpr Farbe KOPFFARBE = 0xF0F0F0;
+constexpr Farbe KOPFFARBE = 0xF1EBE6;
 constexpr int ZWEIZEILIG_AB = 361; // twips: from this width on the weekday stands above the day
 
 bool ist_entfernt(const Cell& zelle) {

@@ -1,0 +1,198 @@
+#include "ui/qt/fenster_ansicht.h"
+
+#include <QApplication>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "base/fehler.h"
+#include "ui/qt/bausteine.h"
+#include "ui/qt/plan_ansicht.h"
+#include "ui/qt/qt_text.h"
+#include "ui/qt/tasten.h"
+
+namespace kalvora {
+
+FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window) : form_(form), window_(std::move(window)) {
+    if (!window_) throw Laufzeitfehler(438, u"Fenster ohne Formular: " + form.name());
+    join_columns();
+    bind();
+    title_changed();
+    form_.set_view(this);
+    attached_ = true;
+    window_->installEventFilter(this);
+    qApp->installEventFilter(this);
+}
+
+FensterAnsicht::~FensterAnsicht() {
+    detach();
+}
+
+void FensterAnsicht::detach() {
+    if (!std::exchange(attached_, false)) return;
+    form_.set_view(nullptr);
+    qApp->removeEventFilter(this);
+    window_->removeEventFilter(this);
+    for (auto& [control, adapter] : adapters_)
+        adapter->detach();
+    window_->hide();
+}
+
+// --- binding
+
+void FensterAnsicht::bind() {
+    for (Control* control : form_.controls()) {
+        if (control->kind() == ControlKind::MenuItem)
+            bind_menu(static_cast<MenuItem&>(*control));
+        else
+            adapters_.emplace(control, Adapter_für(*control, *window_));
+    }
+    for (Control* control : form_.controls())
+        adapters_.at(control)->show_all();
+}
+
+void FensterAnsicht::bind_menu(MenuItem& item) {
+    auto* main = qobject_cast<QMainWindow*>(window_.get());
+    const auto parent = menus_.find(item.parent());
+    if (!main || (!item.parent().empty() && parent == menus_.end()))
+        throw Laufzeitfehler(438, u"Menü fehlt im Fenster: " + form_.name() + u"." + item.name());
+    QAction* action = nullptr;
+    if (item.parent().empty()) {
+        QMenu* menu = main->menuBar()->addMenu(QString());
+        menus_[item.name()] = menu;
+        action = menu->menuAction();
+    } else {
+        action = parent->second->addAction(QString());
+    }
+    action->setObjectName(qt(item.name()));
+    adapters_.emplace(&item, Adapter_für(item, *action));
+}
+
+void FensterAnsicht::join_columns() {
+    for (auto* view : window_->findChildren<PlanAnsicht*>()) {
+        if (view->leading_name().isEmpty()) continue;
+        auto* leader = window_->findChild<PlanAnsicht*>(view->leading_name());
+        if (!leader) throw Laufzeitfehler(438, u"Leittabelle fehlt im Fenster: " + form_.name());
+        view->set_leader(*leader);
+    }
+}
+
+// --- what the logic asks for
+
+void FensterAnsicht::control_changed(Control& control, Aspect aspect) {
+    const auto hit = adapters_.find(&control);
+    if (hit != adapters_.end()) hit->second->show(aspect);
+}
+
+void FensterAnsicht::title_changed() {
+    // "[*]" would be taken for Qt's mark of a modified document.
+    window_->setWindowTitle(qt(form_.title()).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+}
+
+void FensterAnsicht::arrange() {
+    for (auto* bar : window_->findChildren<Flussleiste*>())
+        bar->arrange();
+    for (auto* view : window_->findChildren<PlanAnsicht*>())
+        view->relayout();
+}
+
+void FensterAnsicht::show_first() {
+    if (shown_) return;
+    shown_ = true;
+    if (form_.start_geometry) set_geometry(*form_.start_geometry);
+    if (form_.start_state == WindowState::Maximised) window_->setWindowState(Qt::WindowMaximized);
+    window_->show();
+}
+
+void FensterAnsicht::paint_now() {
+    show_first();
+    window_->repaint();
+}
+
+bool FensterAnsicht::row_visible(const Table& table, int row) {
+    const auto hit = adapters_.find(&table);
+    auto* view = hit == adapters_.end() ? nullptr : qobject_cast<PlanAnsicht*>(hit->second->widget());
+    return view && view->row_visible(row);
+}
+
+void FensterAnsicht::focus(Control& control) {
+    const auto hit = adapters_.find(&control);
+    if (hit != adapters_.end() && hit->second->widget()) hit->second->widget()->setFocus(Qt::OtherFocusReason);
+}
+
+Geometry FensterAnsicht::geometry() {
+    const bool normal = state() == WindowState::Normal || window_->normalGeometry().isEmpty();
+    const QRect r = normal ? window_->geometry() : window_->normalGeometry();
+    const QPoint corner = normal ? window_->pos() : r.topLeft(); // with the frame, as move() takes it
+    const auto twips = [this](int pixels) { return Twips_aus_Pixel(pixels, *window_); };
+    return {twips(corner.x()), twips(corner.y()), twips(r.width()), twips(r.height())};
+}
+
+void FensterAnsicht::set_geometry(const Geometry& g) {
+    const auto pixels = [this](int twips) { return Pixel_aus_Twips(twips, *window_); };
+    const QRect wish(pixels(g.left), pixels(g.top), pixels(g.width), pixels(g.height));
+    if (wish.width() < 1 || wish.height() < 1) return;
+    const QRect title(wish.left(), wish.top(), wish.width(), 30); // what a hand can take hold of
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect room = screen->availableGeometry();
+        const QRect seen = room.intersected(title);
+        if (seen.width() < 100 || seen.height() < 20) continue;
+        window_->resize(wish.size().boundedTo(room.size()).expandedTo(window_->minimumSizeHint()));
+        window_->move(wish.topLeft());
+        return;
+    }
+}
+
+WindowState FensterAnsicht::state() {
+    if (window_->isMinimized()) return WindowState::Minimised;
+    return window_->isMaximized() ? WindowState::Maximised : WindowState::Normal;
+}
+
+void FensterAnsicht::set_state(WindowState state) {
+    Qt::WindowStates states = window_->windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
+    if (state == WindowState::Minimised) states |= Qt::WindowMinimized;
+    if (state == WindowState::Maximised) states |= Qt::WindowMaximized;
+    window_->setWindowState(states);
+}
+
+// --- what the user does with the window as a whole
+
+bool FensterAnsicht::eventFilter(QObject* object, QEvent* event) {
+    const auto type = event->type();
+    if (type == QEvent::KeyPress || type == QEvent::ShortcutOverride) {
+        auto* widget = qobject_cast<QWidget*>(object);
+        if (!widget || widget->window() != window_.get()) return false;
+        // A refused key climbs from parent to parent: it is asked about once, where it arrives.
+        QWidget* focused = window_->focusWidget();
+        if (widget != (focused ? focused : window_.get())) return false;
+        return key_event(static_cast<QKeyEvent&>(*event), type == QEvent::ShortcutOverride);
+    }
+    return object == window_.get() && window_event(*event);
+}
+
+bool FensterAnsicht::window_event(QEvent& event) {
+    if (event.type() == QEvent::Resize) form_.user_resize();
+    if (event.type() != QEvent::Close) return false;
+    event.ignore();
+    Form& form = form_;
+    if (form.user_close() && form.view() == this) emit closed_by_user(&form);
+    return true;
+}
+
+bool FensterAnsicht::key_event(QKeyEvent& event, bool in_advance) {
+    const auto key = Taste_aus(event);
+    if (!key) return false;
+    if (in_advance) {
+        offered_ = {event.key(), event.modifiers(), false};
+        const bool handled = form_.user_key(*key);
+        offered_.handled = handled;
+        if (handled) event.accept(); // no shortcut: the press comes here
+        return handled;
+    }
+    const bool known = offered_.key == event.key() && offered_.mods == event.modifiers();
+    const bool handled = known ? offered_.handled : form_.user_key(*key);
+    offered_ = {};
+    return handled;
+}
+
+} // namespace kalvora

@@ -1,0 +1,209 @@
+#include "ui/qt/fenstersystem.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QWindow>
+#include <algorithm>
+
+#include "ui/qt/deutsche_texte.h"
+#include "ui/qt/farben.h"
+#include "ui/qt/logo.h"
+#include "ui/qt/plan_zugang.h"
+#include "ui/qt/qt_text.h"
+
+namespace kalvora {
+
+QtFenstersystem::QtFenstersystem() : german_(std::make_unique<DeutscheTexte>()) {
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setPalette(helle_Palette());
+    QApplication::setWindowIcon(Programmsymbol());
+    QApplication::setQuitOnLastWindowClosed(false);
+    QCoreApplication::installTranslator(german_.get());
+    Zugang_für_Pläne_einrichten();
+}
+
+QtFenstersystem::~QtFenstersystem() {
+    for (auto& view : views_)
+        delete view.data();
+    QCoreApplication::removeTranslator(german_.get());
+    set_pointer(Mauszeiger::Standard);
+}
+
+// --- windows
+
+void QtFenstersystem::open(Form& form) {
+    auto view = std::make_unique<FensterAnsicht>(form, Fenster_aus_Formular(form.name()));
+    QWidget& window = view->window();
+    if (form.modal()) {
+        if (QWidget* below = front()) window.setParent(below, Qt::Dialog);
+        window.setWindowModality(Qt::ApplicationModal);
+    }
+    connect(view.get(), &FensterAnsicht::closed_by_user, this, &QtFenstersystem::closed_by_user);
+    views_.emplace_back(view.release());
+    if (!window.property("sofort").toBool()) return;
+    // The splash window must be seen before the long work behind it begins.
+    views_.back()->show_first();
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 200 && !(window.windowHandle() && window.windowHandle()->isExposed()))
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    window.repaint();
+}
+
+void QtFenstersystem::close(Form& form) {
+    FensterAnsicht* gone = view(form);
+    if (!gone) return;
+    std::erase_if(views_, [gone](const auto& v) { return v == gone; });
+    gone->detach();
+    gone->deleteLater();
+    for (const Schleife& s : loops_)
+        if (s.form == &form) s.loop->quit();
+}
+
+void QtFenstersystem::closed_by_user(Form* form) {
+    for (const Schleife& s : loops_)
+        if (s.form == form) {
+            s.loop->quit(); // whoever runs the window closes it
+            return;
+        }
+    form->app().close(*form);
+}
+
+FensterAnsicht* QtFenstersystem::view(const Form& form) const {
+    for (const auto& v : views_)
+        if (v && &v->form() == &form) return v;
+    return nullptr;
+}
+
+QWidget* QtFenstersystem::window(const Form& form) const {
+    FensterAnsicht* v = view(form);
+    return v ? &v->window() : nullptr;
+}
+
+QWidget* QtFenstersystem::front() const {
+    for (auto v = views_.rbegin(); v != views_.rend(); ++v)
+        if (*v && (*v)->window().isVisible()) return &(*v)->window();
+    return nullptr;
+}
+
+void QtFenstersystem::show_waiting() {
+    for (const auto& v : views_)
+        if (v) v->show_first();
+}
+
+bool QtFenstersystem::active(const Form& form) {
+    const QWidget* w = window(form);
+    return w && w->isActiveWindow() && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
+}
+
+// --- loops
+
+void QtFenstersystem::enter(QEventLoop& loop, const Form* form) {
+    show_waiting();
+    loops_.push_back({&loop, form});
+    loop.exec();
+    loops_.pop_back();
+}
+
+void QtFenstersystem::loop_until_closed(const Form& form) {
+    if (!view(form)) return;
+    QEventLoop loop;
+    enter(loop, &form);
+}
+
+void QtFenstersystem::quit() {
+    for (const Schleife& s : loops_)
+        s.loop->quit();
+}
+
+void QtFenstersystem::process_events() {
+    show_waiting();
+    QCoreApplication::processEvents();
+}
+
+void QtFenstersystem::wait(double seconds) {
+    QEventLoop loop;
+    QTimer::singleShot(std::max(0, qRound(seconds * 1000)), &loop, &QEventLoop::quit);
+    enter(loop, nullptr);
+}
+
+// --- messages
+
+namespace {
+
+struct Knopf {
+    Antwort antwort;
+    const char16_t* text;
+    const char16_t* taste; // works without Alt, too
+    QMessageBox::ButtonRole rolle;
+};
+
+constexpr Knopf JA{Antwort::Ja, u"Ja", u"J", QMessageBox::YesRole};
+constexpr Knopf NEIN{Antwort::Nein, u"Nein", u"N", QMessageBox::NoRole};
+constexpr Knopf ABBRECHEN{Antwort::Abbrechen, u"Abbrechen", u"A", QMessageBox::RejectRole};
+
+void richte_ein(QMessageBox& box, const Text& text) {
+    box.setWindowTitle(QStringLiteral("Kalvora"));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(qt(text));
+    box.setWindowModality(Qt::ApplicationModal);
+}
+
+} // namespace
+
+void QtFenstersystem::message(const Text& text) {
+    show_waiting();
+    QMessageBox box(front());
+    richte_ein(box, text);
+    box.setIcon(QMessageBox::Warning);
+    auto* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    box.setDefaultButton(ok);
+    box.setEscapeButton(ok);
+    QEventLoop loop;
+    connect(&box, &QDialog::finished, &loop, &QEventLoop::quit);
+    box.show();
+    beep();
+    enter(loop, nullptr);
+}
+
+Antwort QtFenstersystem::question(const Text& text, const Frageart& art) {
+    show_waiting();
+    QMessageBox box(front());
+    richte_ein(box, text);
+    box.setIcon(art.symbol == Fragesymbol::Frage ? QMessageBox::Question : QMessageBox::Warning);
+    std::vector<Knopf> choice{JA, NEIN};
+    if (art.mit_Abbrechen) choice.push_back(ABBRECHEN);
+    const Antwort escape = choice.back().antwort;
+    std::vector<std::pair<QAbstractButton*, Antwort>> buttons;
+    for (const Knopf& k : choice) {
+        QPushButton* button = box.addButton(QString::fromUtf16(k.text), k.rolle);
+        button->setShortcut(QKeySequence(QString::fromUtf16(k.taste)));
+        if (k.antwort == art.vorgabe) box.setDefaultButton(button);
+        if (k.antwort == escape) box.setEscapeButton(button);
+        buttons.emplace_back(button, k.antwort);
+    }
+    QEventLoop loop;
+    connect(&box, &QDialog::finished, &loop, &QEventLoop::quit);
+    box.show();
+    beep();
+    enter(loop, nullptr);
+    for (const auto& [button, answer] : buttons)
+        if (box.clickedButton() == button) return answer;
+    return escape; // the loops were left
+}
+
+void QtFenstersystem::beep() {
+    QApplication::beep();
+}
+
+void QtFenstersystem::set_pointer(Mauszeiger pointer) {
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+    if (pointer == Mauszeiger::Standard) return;
+    QApplication::setOverrideCursor(pointer == Mauszeiger::Sanduhr ? Qt::WaitCursor : Qt::ArrowCursor);
+}
+
+} // namespace kalvora

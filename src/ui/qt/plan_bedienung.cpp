@@ -1,0 +1,259 @@
+// Mouse, wheel and keys of the table's view.
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QToolTip>
+#include <algorithm>
+
+#include "ui/qt/farben.h"
+#include "ui/qt/plan_ansicht.h"
+#include "ui/qt/qt_text.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr int MINDEST_TAG_SCHRITT = 13; // pixels sideways per tick of a drag beyond the edge
+
+Modifiers Zusatztasten(Qt::KeyboardModifiers m) {
+    return {m.testFlag(Qt::ShiftModifier), m.testFlag(Qt::ControlModifier), m.testFlag(Qt::AltModifier)};
+}
+
+} // namespace
+
+PlanAnsicht::Ort PlanAnsicht::place_at(const QPoint& p) const {
+    if (!table_) return {};
+    const int col = columns_->spalte_bei(p.x());
+    return {rows_.zeile_bei(p.y()), col < table_->cols() ? col : -1};
+}
+
+bool PlanAnsicht::in_body(const Ort& ort) const {
+    return ort.row >= table_->fixed_rows() && ort.row < table_->rows() && ort.col >= 1 && ort.col <= last_day_;
+}
+
+// The cell that a drag has reached: always one of the body, at its edge when the pointer is outside.
+PlanAnsicht::Ort PlanAnsicht::drag_place(const QPoint& p) const {
+    const QRect body = body_rect();
+    const int x = std::clamp(p.x(), body.left(), std::max(body.left(), body.right()));
+    const int y = std::clamp(p.y(), body.top(), std::max(body.top(), body.bottom()));
+    Ort ort = place_at({x, y});
+    if (ort.row < 0) ort.row = table_->rows() - 1;
+    if (ort.col < 0) ort.col = last_day_;
+    return {std::clamp(ort.row, table_->fixed_rows(), table_->rows() - 1), std::clamp(ort.col, 1, last_day_)};
+}
+
+// --- mouse
+
+void PlanAnsicht::mousePressEvent(QMouseEvent* event) {
+    const Ort ort = place_at(event->position().toPoint());
+    if (!table_ || !ort.gültig()) return;
+    const bool left = event->button() == Qt::LeftButton;
+    if (!left && event->button() != Qt::RightButton) return;
+    const Modifiers mods = Zusatztasten(event->modifiers());
+    const Table::Mouse mouse{left ? MouseButton::Left : MouseButton::Right, mods, ort.row, ort.col};
+    if (!table_->user_mouse_down(mouse) || !table_ || !left || !markierbar_ || !in_body(ort)) return;
+    const Selection before = table_->selection();
+    const bool extends = mods.shift && table_->HighLight() && before.row >= 1;
+    dragging_ = true;
+    select(extends ? Selection{before.row, before.col, ort.row, ort.col} : Selection{ort.row, ort.col, ort.row, ort.col});
+}
+
+void PlanAnsicht::mouseMoveEvent(QMouseEvent* event) {
+    if (!table_) return;
+    const QPoint p = event->position().toPoint();
+    if (dragging_ && event->buttons().testFlag(Qt::LeftButton)) {
+        drag_point_ = p;
+        if (body_rect().contains(p))
+            auto_timer_.stop();
+        else if (!auto_timer_.isActive())
+            auto_timer_.start();
+        drag_to(p);
+    }
+    const Ort ort = place_at(p);
+    if (ort == hover_ || !table_) return;
+    hover_ = ort;
+    QToolTip::hideText();
+    if (ort.gültig()) table_->user_mouse_move(ort.row, ort.col);
+}
+
+void PlanAnsicht::drag_to(const QPoint& p) {
+    const Ort ort = drag_place(p);
+    Selection s = table_->selection();
+    if (s.row_sel == ort.row && s.col_sel == ort.col) return;
+    s.row_sel = ort.row;
+    s.col_sel = ort.col;
+    select(s);
+}
+
+void PlanAnsicht::auto_scroll() {
+    if (!table_ || !dragging_) {
+        auto_timer_.stop();
+        return;
+    }
+    const QRect body = body_rect();
+    QScrollBar& v = *verticalScrollBar();
+    QScrollBar& h = *horizontalScrollBar();
+    if (drag_point_.y() < body.top()) v.setValue(v.value() - 1);
+    if (drag_point_.y() > body.bottom()) v.setValue(v.value() + 1);
+    if (drag_point_.x() < body.left()) h.setValue(h.value() - MINDEST_TAG_SCHRITT);
+    if (drag_point_.x() > body.right()) h.setValue(h.value() + MINDEST_TAG_SCHRITT);
+    if (table_) drag_to(drag_point_);
+}
+
+void PlanAnsicht::mouseReleaseEvent(QMouseEvent* event) {
+    const bool left = event->button() == Qt::LeftButton;
+    if (!table_ || (!left && event->button() != Qt::RightButton)) return;
+    auto_timer_.stop();
+    const bool dragged = left && std::exchange(dragging_, false);
+    const QPoint p = event->position().toPoint();
+    const Ort ort = dragged ? drag_place(p) : place_at(p);
+    if (!ort.gültig()) return;
+    table_->user_mouse_up({left ? MouseButton::Left : MouseButton::Right, Zusatztasten(event->modifiers()), ort.row, ort.col});
+}
+
+void PlanAnsicht::mouseDoubleClickEvent(QMouseEvent* event) {
+    const Ort ort = place_at(event->position().toPoint());
+    if (table_ && ort.gültig() && event->button() == Qt::LeftButton) table_->user_double_click(ort.row, ort.col);
+}
+
+// Up and down by rows, with Shift or a tilted wheel sideways; touch pads deliver parts of a step.
+void PlanAnsicht::wheelEvent(QWheelEvent* event) {
+    const QPoint angle = event->angleDelta();
+    const bool sideways = event->modifiers().testFlag(Qt::ShiftModifier) || std::abs(angle.x()) > std::abs(angle.y());
+    if (sideways) {
+        const int delta = angle.x() != 0 ? angle.x() : angle.y();
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - delta / 2);
+    } else {
+        constexpr int ROW = 40; // eighths of a degree: three rows for a notch of 15 degrees
+        wheel_rest_ += angle.y();
+        const int rows = wheel_rest_ / ROW;
+        wheel_rest_ -= rows * ROW;
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - rows);
+    }
+    event->accept();
+}
+
+void PlanAnsicht::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (!table_ || event->reason() != QContextMenuEvent::Keyboard || !table_->HighLight()) return;
+    const Selection s = table_->selection();
+    table_->user_mouse_down({MouseButton::Right, {}, s.row_sel, s.col_sel});
+}
+
+// --- tool tips
+
+QString PlanAnsicht::full_text_if_cut(const Ort& ort) const {
+    if (ort.col != 0 || ort.row < table_->fixed_rows()) return {};
+    const Cell& cell = table_->cell(ort.row, 0);
+    QFont bold = font();
+    bold.setBold(cell.bold || (table_->cols() > 32 && table_->cell(ort.row, 32).text.empty()));
+    const QString text = qt(cell.text);
+    return QFontMetrics(bold).horizontalAdvance(text) > columns_->fest() - 12 ? text : QString();
+}
+
+void PlanAnsicht::show_tip(const QPoint& p, const QPoint& global) {
+    const Ort ort = place_at(p);
+    QString text;
+    if (ort.gültig()) text = model_.data(model_.index(ort.row, ort.col), Qt::ToolTipRole).toString();
+    if (ort.gültig() && text.isEmpty()) text = full_text_if_cut(ort);
+    // Plain text whatever it holds: a tool tip would take "<b>" for markup.
+    if (!text.isEmpty())
+        QToolTip::showText(global, QStringLiteral("<span style='white-space:pre-wrap'>") + text.toHtmlEscaped() + QStringLiteral("</span>"),
+                           viewport(), cell_rect(ort.row, ort.col));
+    else
+        QToolTip::hideText();
+}
+
+// --- keys
+
+void PlanAnsicht::select(const Selection& selection) {
+    table_->user_select(selection, selection.row_sel);
+}
+
+// Where the keys begin when nothing is marked: today, or the first day, of the first person in view.
+PlanAnsicht::Ort PlanAnsicht::first_place() const {
+    int row = std::max(rows_.oben(), table_->fixed_rows());
+    while (table_->cols() > 32 && row < table_->rows() - 1 && table_->cell(row, 32).text.empty()) ++row;
+    const int today = table_->marked_col();
+    return {row, today > 0 && today <= last_day_ ? today : 1};
+}
+
+// Where a key leads from `ort`; false when it is none of the table's.
+bool PlanAnsicht::destination(const QKeyEvent& event, Ort& ort) const {
+    const bool ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+    const int top = table_->fixed_rows(), bottom = table_->rows() - 1, page = verticalScrollBar()->pageStep();
+    switch (event.key()) {
+    case Qt::Key_Left: --ort.col; break;
+    case Qt::Key_Right: ++ort.col; break;
+    case Qt::Key_Up: --ort.row; break;
+    case Qt::Key_Down: ++ort.row; break;
+    case Qt::Key_PageUp: ort.row -= page; break;
+    case Qt::Key_PageDown: ort.row += page; break;
+    case Qt::Key_Home: (ctrl ? ort.row : ort.col) = ctrl ? top : 1; break;
+    case Qt::Key_End: (ctrl ? ort.row : ort.col) = ctrl ? bottom : last_day_; break;
+    default: return false;
+    }
+    ort.row = std::clamp(ort.row, top, bottom);
+    ort.col = std::clamp(ort.col, 1, std::max(1, last_day_));
+    return true;
+}
+
+void PlanAnsicht::move_selection(QKeyEvent* event) {
+    const Selection s = table_->selection();
+    const bool marked = table_->HighLight() && s.row >= table_->fixed_rows();
+    Ort ort = marked ? Ort{s.row_sel, s.col_sel} : first_place();
+    Ort to = ort;
+    if (!destination(*event, to)) {
+        QAbstractScrollArea::keyPressEvent(event);
+        return;
+    }
+    const bool jumps = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+    if (!marked && !jumps) to = ort; // the first key shows where one is
+    scroll_to(to);
+    const bool extends = marked && event->modifiers().testFlag(Qt::ShiftModifier);
+    select(extends ? Selection{s.row, s.col, to.row, to.col} : Selection{to.row, to.col, to.row, to.col});
+    event->accept();
+}
+
+void PlanAnsicht::keyPressEvent(QKeyEvent* event) {
+    if (table_ && markierbar_ && table_->rows() > table_->fixed_rows() && last_day_ > 0)
+        move_selection(event);
+    else
+        QAbstractScrollArea::keyPressEvent(event);
+}
+
+void PlanAnsicht::scroll_to(const Ort& ort) {
+    QScrollBar& v = *verticalScrollBar();
+    if (ort.row < rows_.oben()) v.setValue(ort.row);
+    while (table_ && !row_visible(ort.row) && v.value() < v.maximum() && rows_.y(ort.row) > 0) {
+        const int before = v.value();
+        v.setValue(before + std::max(1, (rows_.y(ort.row + 1) - viewport()->height()) / standard_row_height()));
+        if (v.value() == before) break;
+    }
+    const QRect body = body_rect(), cell = cell_rect(ort.row, ort.col);
+    QScrollBar& h = *horizontalScrollBar();
+    if (cell.left() < body.left()) h.setValue(h.value() - (body.left() - cell.left()));
+    if (cell.right() > body.right()) h.setValue(h.value() + cell.right() - body.right());
+}
+
+void PlanAnsicht::focusInEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+    announce_focus();
+}
+
+void PlanAnsicht::focusOutEvent(QFocusEvent* event) {
+    QAbstractScrollArea::focusOutEvent(event);
+    viewport()->update();
+}
+
+// Screen readers follow the marking's moving end.
+void PlanAnsicht::announce_focus() {
+    if (!table_ || !QAccessible::isActive() || !table_->HighLight()) return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(table_->selection().row_sel * table_->cols() + table_->selection().col_sel);
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace kalvora

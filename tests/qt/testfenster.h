@@ -1,0 +1,31 @@
+// A main window with made-up contents on the real windowing system: November 2026, two weeks of holidays and
+// sick leave for a few dozen people below their headings. Every date is fixed.
+#pragma once
+
+#include <QWidget>
+
+#include "plan/frm_kalvora.h"
+#include "ui/qt/fenstersystem.h"
+#include "ui/qt/plan_ansicht.h"
+
+namespace kalvora {
+
+void fülle_Plan(frmKalvora& form, int personen, int heute = 18);
+
+struct Testfenster {
+    explicit Testfenster(int personen = 40, QSize größe = {1280, 720});
+    ~Testfenster();
+
+    QWidget& fenster() { return *system.window(form); }
+    PlanAnsicht& plan() { return *fenster().findChild<PlanAnsicht*>(QStringLiteral("msgFlexGrid")); }
+    PlanAnsicht& tabelle(const char* name) { return *fenster().findChild<PlanAnsicht*>(QLatin1String(name)); }
+    // Middle of a cell of the plan, viewport coordinates.
+    QPoint Mitte(int row, int col) { return plan().cell_rect(row, col).center(); }
+    void zeigen(); // lets Qt lay out and paint
+
+    QtFenstersystem system;
+    Application app{system};
+    frmKalvora form{app};
+};
+
+} // namespace kalvora
