@@ -20,6 +20,10 @@ struct Abweichung {
     bool am_Ende = false; // it is only too short
 };
 
+bool ist_Summenzeile(const Text& zeile) {
+    return zeile.size() == TASUM_LÄNGE && zeile.find_first_not_of(u"01") == Text::npos;
+}
+
 class Leser {
 public:
     explicit Leser(Dateikanal& kanal) : kanal_(kanal) {}
@@ -46,7 +50,7 @@ public:
     }
     Text Summenzeile() {
         Text zeile = Zeile();
-        if (zeile.size() != TASUM_LÄNGE || zeile.find_first_not_of(u"01") != Text::npos) throw Abweichung{};
+        if (!ist_Summenzeile(zeile)) throw Abweichung{};
         return zeile;
     }
 
@@ -141,6 +145,11 @@ std::vector<Text> Zeilen(const Anzeigewahl& wahl, const Konfiguration& k) {
         for (int n = von; n <= bis; ++n)
             z.push_back(ziffern(f(n)));
     };
+    // A value that the reader would refuse must not cost the whole file.
+    const auto einstellige = [&](int von, int bis) {
+        for (int n = von; n <= bis; ++n)
+            z.push_back(ziffern(n == fenster::NAMENSBREITE || (f(n) >= 0 && f(n) <= 9) ? f(n) : 0));
+    };
     zahlen(0, 19);
     z.insert(z.end(), {u"0", u"[Grundfarben]"});
     for (int n = 0; n < GRUNDFARBEN; ++n)
@@ -149,12 +158,12 @@ std::vector<Text> Zeilen(const Anzeigewahl& wahl, const Konfiguration& k) {
     for (const Text& ordner : wahl.Ordner)
         z.push_back(Wort_als_Zeile(Pfad_gespeichert(ordner)));
     z.push_back(u"[Settings]");
-    zahlen(21, 24);
-    z.insert(z.end(), {u"[TaSum]", wahl.TaSum});
+    einstellige(21, 24);
+    z.insert(z.end(), {u"[TaSum]", ist_Summenzeile(wahl.TaSum) ? wahl.TaSum : Anzeigewahl{}.TaSum});
     for (const Text& weitere : wahl.weitere_TaSum)
         z.push_back(Wort_als_Zeile(weitere));
     z.push_back(u"[ExtSettings]");
-    zahlen(25, 34);
+    einstellige(25, 34);
     z.insert(z.end(), {u"[Font]", Wort_als_Zeile(wahl.Schrift), u"[Printer]", Wort_als_Zeile(wahl.Drucker),
                        u"[SFBreite]"});
     zahlen(fenster::SF_BREITE_AN, fenster::SF_BREITE);

@@ -137,8 +137,14 @@ TEST(Inidatei, GrenzenBeimLesen) {
     EXPECT_EQ(p.f()(fenster::OBEN), -120);
     EXPECT_EQ(p.f()(fenster::NAMENSBREITE), 1200);
     EXPECT_EQ(p.f()(fenster::TAGESSUMMEN), 1);
+    p.f()(22) = 12; // no digit: only this value is lost, not the whole file
+    p.f()(25) = -1;
+    p.ini.wahl().TaSum = u"01";
+    p.ini.Inidatei_schreiben();
     p.konfig.ändern().Benutzerrolle = 0;
     p.ini.Inidatei_lesen();
+    EXPECT_EQ(p.f()(22), 0);
+    EXPECT_EQ(p.f()(fenster::OBEN), -120);
     EXPECT_EQ(p.f()(fenster::TAGESSUMMEN), 0);
 }
 
