@@ -109,7 +109,8 @@ void Erfassungsdateien::Sammeln(bool an) {
 }
 
 bool Erfassungsdateien::zulässig(const Text& zeile) const {
-    const Zeilenbefund b = Zeile_prüfen(zu_cp1252(zeile));
+    const std::string bytes = zu_cp1252(zeile); // the finding's views point into it
+    const Zeilenbefund b = Zeile_prüfen(bytes);
     if (b.schlüssel.empty() || !cp1252_darstellbar(zeile)) return false;
     if (b.art == Zeilenbefund::Art::K) return true;
     if (b.art != Zeilenbefund::Art::A) return false;

@@ -83,6 +83,7 @@ struct Zeilenbefund {
     int von = 0, bis = 0;
 };
 Zeilenbefund Zeile_prüfen(std::string_view zeile);
+Zeilenbefund Zeile_prüfen(std::string&& zeile) = delete; // it would not outlive the finding
 
 // The head of an opened capture file; Dateischaden when the first line is not "[yymm]" or lines are missing.
 struct Monatskopf {
