@@ -169,7 +169,7 @@ bool Erfassungsdateien::schreiben(const std::vector<Text>& zeilen) {
         return false;
     }
     const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat_.yymm));
-    bool alte_löschen = true;
+    bool alte_löschen = monat_.stamm == heutiger_Stamm(monat_.yymm) && !monat_.fehlerhaft();
     if (!zeilen.empty() && Datei_vorhanden(kanal_.fs(), ziel))
         anhängen(ziel, zeilen);
     else
@@ -207,17 +207,20 @@ std::vector<Text> Erfassungsdateien::Inhalt_neuer_Version(const Monatsinhalt& al
 // The first save of a day, or (without rows) the rewriting of today's version. Whoever is slower by a moment
 // finds the other's version there and appends to it.
 void Erfassungsdateien::neue_Version(const Text& ziel, const std::vector<Text>& zeilen, bool& alte_löschen) {
-    const Monatsinhalt alt = zweimal_lesen(monat_.yymm);
-    const bool steht_schon = alt.stamm == heutiger_Stamm(monat_.yymm);
+    alte_löschen = false;
+    monat_ = zweimal_lesen(monat_.yymm);
+    const bool steht_schon = monat_.stamm == heutiger_Stamm(monat_.yymm);
     if (steht_schon && !zeilen.empty()) return anhängen(ziel, zeilen);
+    if (steht_schon && monat_.fehlerhaft()) return; // what cannot be read must not be rewritten away
     kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
-    for (const Text& zeile : Inhalt_neuer_Version(alt, zeilen))
+    for (const Text& zeile : Inhalt_neuer_Version(monat_, zeilen))
         kanal_.LineOut(zeile);
     if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) {
         if (!zeilen.empty()) anhängen(ziel, zeilen);
         return;
     }
-    alte_löschen = !alt.fehlerhaft(); // lines that could not be read stay on the disk for whoever mends them
+    // Lines that could not be read stay on the disk for whoever mends them.
+    alte_löschen = !monat_.fehlerhaft();
     merken(heutiger_Stamm(monat_.yymm), 0, zeilen);
 }
 
