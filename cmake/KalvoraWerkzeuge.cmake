@@ -1,6 +1,7 @@
 # The tools, and the delivered data files which one of them makes beside the programs.
 
 kalvora_programm(kalvora-feiertage tools/feiertage_bauen.cpp kalvora_kern)
+kalvora_programm(kalvora-klartext tools/klartext.cpp kalvora_kern)
 
 # The made-up company, also for tests and benchmarks: #include "firma/firma.h".
 kalvora_quellen(firma_quellen tools/firma)
