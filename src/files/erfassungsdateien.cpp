@@ -88,6 +88,14 @@ void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
     kanal_.app().Hinweis(wann + u"!\n\nBitte Administrationslogbuch beachten!");
 }
 
+// Stamp of today's file as read. With an older version in force there was none when the folder was listed;
+// one that came since is unknown and must be noticed. Behind a later-dated version nobody reads today's.
+Zeitstempel Erfassungsdateien::gelesener_Stand() const {
+    const Text heute = heutiger_Stamm(monat_.yymm);
+    if (monat_.stamm == heute) return monat_.zeit;
+    return monat_.stamm < heute ? 0 : Stand_heute(monat_.yymm);
+}
+
 bool Erfassungsdateien::Erfassungsdaten_lesen(const Text& yymm) {
     return als_Prozedur(u"modKalvora - Erfassungsdaten_lesen", [&] {
         lesbar_ = false; // until it was read, the month takes no entries
@@ -95,7 +103,7 @@ bool Erfassungsdateien::Erfassungsdaten_lesen(const Text& yymm) {
         if (neu.fehlerhaft() && (neu.zeit != monat_.zeit || neu.yymm != monat_.yymm)) Fehler_melden(neu);
         monat_ = std::move(neu);
         lesbar_ = true;
-        zeitstempel_ = monat_.stamm == heutiger_Stamm(yymm) ? monat_.zeit : Stand_heute(yymm);
+        zeitstempel_ = gelesener_Stand();
         Ausstehende_prüfen(monat_);
         return !monat_.Erfassungsdaten.leer();
     });

@@ -86,6 +86,7 @@ private:
     Monatsinhalt lesen(const Version& version, const Text& yymm);
     Monatsinhalt einmal_lesen(const Version& version, const Text& yymm);
     Monatsinhalt zweimal_lesen(const Text& yymm);
+    Zeitstempel gelesener_Stand() const;
     void Fehler_melden(const Monatsinhalt& inhalt);
     bool gesund(const Version& version, const Text& yymm);
 
