@@ -249,6 +249,10 @@ void Erfassungsdateien::nach_dem_Schreiben(bool alte_löschen) {
     if (alte_löschen) Kleinere_löschen(versionen, heutiger_Stamm(monat_.yymm));
     const Text& stamm = versionen.back().stamm;
     if (rechts(stamm, 6) <= TextView(platz_.Heute_S)) return;
+    // No read will ever find these rows, and the user is told so: they are not written again and again.
+    std::erase_if(ausstehend_, [&](const Ausstehend& a) {
+        return a.yymm == monat_.yymm && a.stamm == heutiger_Stamm(a.yymm);
+    });
     const Text datum = platz_.datum().FormatDatumSA(rechts(stamm, 6));
     kanal_.app().Hinweis(
         u"Warnung: Datumskorruption erkannt! Es ist oder war ein Rechner im Netzwerk mit Systemdatum " +

@@ -1,0 +1,357 @@
+#include "files/erfassungsdateien.h"
+
+#include "unit/frame/erfassungsplatz.h"
+
+namespace kalvora {
+namespace {
+
+const Text HEUTE = u"2611 261116";
+
+std::vector<Text> und(std::vector<Text> a, const std::vector<Text>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+TEST(Erfassungsdateien, VersionInKraft) {
+    Erfassungsplatz p({u"anna"});
+    for (TextView name :
+         {u"2611 261110 Data.dat", u"2611 261115 DATA.DAT", u"2611 261199x Data.dat", u"2611 26112 Data.dat",
+          u"2611_261120 Data.dat", u"2611 261120 Data.dat.neu", u".2611 261120 Data.dat",
+          u"2611 261120  Data.dat", u"2611 2611xx Data.dat", u"Kopie 2611 261120 Data.dat"})
+        p.fs.schreibe(p.platz.Datenpfad + Text(name), als_Datei(Monat({A(u"anna", u"1")})));
+    EXPECT_EQ(p.erfassung.Aktuelle_Erfassungsdatei(u"2611"), u"2611 261115");
+    EXPECT_EQ(p.erfassung.Aktuelle_Erfassungsdatei(u"2612"), u"");
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    p.fs.störe({.aufruf = "list", .nummer = FEHLER_NETZ, .dauernd = true});
+    EXPECT_THROW(p.erfassung.Aktuelle_Erfassungsdatei(u"2612"), Laufzeitfehler) << "never \"no file\"";
+}
+
+TEST(Erfassungsdateien, SpeichernHängtEineZeileAn) {
+    Erfassungsplatz p({u"anna", u"otto"});
+    const Text datei = p.Monatsdatei(HEUTE, {A(u"anna", u"1"), A(u"otto", u"2")}, u"SaSo:NoEx12|");
+    ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    const std::string vorher = *p.fs.inhalt(datei);
+    p.fs.tagebuch_leeren();
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u" 3")));
+    EXPECT_TRUE(p.fs.inhalt(datei)->starts_with(vorher)) << "one line is added, nothing rewritten";
+    EXPECT_EQ(p.zeilen(HEUTE).back(), A(u"anna", u" 3"));
+    EXPECT_EQ(p.fs.anzahl("write"), 1);
+    EXPECT_EQ(p.fs.anzahl("sync"), 1);
+    EXPECT_EQ(p.erfassung.Erfassungsdatei_Zeitstempel(), p.fs.platte().finde(datei)->info.time);
+    EXPECT_EQ(p.fs.offene(), 0);
+    EXPECT_TRUE(p.fenster.hinweise.empty());
+}
+
+TEST(Erfassungsdateien, ErsteSpeicherungDesTages) {
+    Erfassungsplatz p({u"otto", u"anna"});
+    p.Monatsdatei(u"2611 261105", {A(u"anna", u"1")});
+    p.Monatsdatei(
+        u"2611 261110",
+        {A(u"anna", u"1"), A(u"weg", u"1"), A(u"otto", u"2"), A(u"anna", u"4"), u"K:anna:01-02:Kur"},
+        u"SaSo:NoEx12|");
+    p.Monatsdatei(u"2612 261110", {});
+    ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"otto", u"3")));
+    EXPECT_EQ(p.zeilen(HEUTE),
+              Monat({A(u"otto", u"2"), A(u"anna", u"4"), u"K:anna:01-01:Kur", A(u"otto", u"3")}, u"2611",
+                    u"SaSo:NoEx12|"));
+    EXPECT_EQ(p.Versionen(), (std::vector<Text>{u"2611 261116 Data.dat", u"2612 261110 Data.dat"}))
+        << "the month's older versions are gone, other months' stay";
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"5")));
+    EXPECT_EQ(p.zeilen(HEUTE).back(), A(u"anna", u"5"));
+}
+
+TEST(Erfassungsdateien, MonatOhneDatei) {
+    Erfassungsplatz p({u"anna"});
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_TRUE(p.erfassung.lesbar());
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"1")));
+    EXPECT_EQ(p.zeilen(HEUTE),
+              (std::vector<Text>{u"[2611]", u"KonfigReserve", u"NoEx:NoEx", A(u"anna", u"1")}));
+}
+
+TEST(Erfassungsdateien, AusnahmezeileBleibtAuchOhneZeilen) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(u"2611 261105", {}, u"NoEx07|:12|");
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"1")));
+    EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"anna", u"1")}, u"2611", u"NoEx07|:12|"));
+}
+
+TEST(Erfassungsdateien, SpätereVersionWarntUndBleibt) {
+    for (const bool schon_da : {false, true}) {
+        Erfassungsplatz p({u"anna"});
+        p.Monatsdatei(u"2611 261110", {A(u"anna", u"6")});
+        if (schon_da) p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
+        p.Monatsdatei(u"2611 261201", {A(u"anna", u"2")});
+        ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"3")));
+        EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"anna", schon_da ? u"1" : u"2"), A(u"anna", u"3")}));
+        EXPECT_EQ(p.zeilen(u"2611 261201"), Monat({A(u"anna", u"2")}));
+        EXPECT_EQ(p.Versionen().size(), schon_da ? 3U : 2U); // a version is deleted behind one read as sound
+        ASSERT_EQ(p.fenster.hinweise.size(), 1U);
+        EXPECT_TRUE(p.fenster.hinweise[0].starts_with(
+            u"Warnung: Datumskorruption erkannt! Es ist oder war ein Rechner im Netzwerk mit Systemdatum "
+            u"01.12.26 vorhanden. Ihr Eintrag kann nur temporär gespeichert werden."));
+        const std::vector<Text> log{
+            u"chef|KalvoAdmin|Datumskorruption erkannt! Es ist oder war ein Rechner im "
+            u"Netzwerk mit Systemdatum 01.12.26 vorhanden"};
+        EXPECT_EQ(p.Logzeilen(), log);
+        // The user knows; the entry is not written again and again behind his back.
+        for (int n = 0; n < 5; ++n)
+            p.erfassung.Erfassungsdaten_lesen(u"2611");
+        p.erfassung.Ausstehende_nachsehen();
+        EXPECT_EQ(p.fenster.hinweise.size(), 1U);
+        EXPECT_EQ(p.zeilen(HEUTE).size(), 5U);
+    }
+}
+
+TEST(Erfassungsdateien, AblehnungenSchreibenNichts) {
+    const struct {
+        const char* was;
+        Text zeile;
+    } tafel[] = {
+        {"no key", A(u"", u"1")},
+        {"30 characters", A(u"anna", u"1").substr(0, 36)},
+        {"32 characters", A(u"anna", u"1") + u" "},
+        {"the delete button's place", A(u"anna", u"7")},
+        {"a code beyond the table", A(u"anna", u"9")},
+        {"no code", A(u"anna", u"x")},
+        {"outside the code page", u"K:anna:01-01:\u0416"},
+        {"a comment over no days", u"K:anna:05-04:x"},
+        {"no row", u"Unsinn"},
+    };
+    for (const bool sammeln : {false, true})
+        for (const auto& fall : tafel) {
+            Erfassungsplatz p({u"anna"});
+            p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
+            p.erfassung.Erfassungsdaten_lesen(u"2611");
+            p.erfassung.Sammeln(sammeln);
+            const auto vorher = p.fs.platte().abbild();
+            EXPECT_FALSE(p.erfassung.Datensatz_speichern(fall.zeile)) << fall.was;
+            EXPECT_EQ(p.fenster.hinweise.size(), 1U) << fall.was;
+            EXPECT_TRUE(p.erfassung.Speicherpuffer().empty());
+            EXPECT_EQ(p.fs.platte().abbild(), vorher);
+        }
+}
+
+TEST(Erfassungsdateien, KeineEinträgeUndKeinVerdichtenOhneGrundlage) {
+    for (const Text& zeile : {A(u"anna", u"1"), Text()}) {
+        Erfassungsplatz ohne_Namen({});
+        ohne_Namen.Monatsdatei(u"2611 261110", {A(u"anna", u"1")});
+        ohne_Namen.erfassung.Erfassungsdaten_lesen(u"2611");
+        const auto vorher = ohne_Namen.fs.platte().abbild();
+        EXPECT_FALSE(ohne_Namen.erfassung.Datensatz_speichern(zeile));
+        EXPECT_EQ(ohne_Namen.fenster.hinweise, std::vector<Text>{Text(Mitarbeiterdaten::KEINE_MITARBEITER)});
+        EXPECT_EQ(ohne_Namen.fs.platte().abbild(), vorher);
+
+        Erfassungsplatz unlesbar({u"anna"});
+        unlesbar.fs.schreibe(unlesbar.pfad(u"2611 261110"), als_Datei(Monat({}, u"2512")));
+        EXPECT_THROW(unlesbar.erfassung.Erfassungsdaten_lesen(u"2611"), Dateischaden);
+        EXPECT_FALSE(unlesbar.erfassung.lesbar());
+        EXPECT_FALSE(unlesbar.erfassung.Datensatz_speichern(zeile));
+        EXPECT_EQ(unlesbar.fenster.hinweise.size(), 1U);
+        EXPECT_EQ(unlesbar.Versionen(), std::vector<Text>{u"2611 261110 Data.dat"});
+    }
+}
+
+TEST(Erfassungsdateien, GründeInzwischenGeändert) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    p.erfassung.vor_dem_Schreiben = [] { return false; };
+    EXPECT_FALSE(p.erfassung.Datensatz_speichern(A(u"anna", u"2")));
+    // Fewer reasons than the row was built with: told by the codes themselves.
+    p.erfassung.vor_dem_Schreiben = [&] {
+        p.konfig.ändern().SF =
+            Feld<Schaltfläche>{{0, 0, 0, u'U', u"Urlaub", 0}, {0, 0, 0, u' ', u"Löschen", 0}};
+        return true;
+    };
+    EXPECT_FALSE(p.erfassung.Datensatz_speichern(A(u"anna", u"6")));
+    EXPECT_EQ(p.fenster.hinweise.size(), 2U);
+    EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"anna", u"1")}));
+}
+
+TEST(Erfassungsdateien, Sammeln) {
+    Erfassungsplatz p({u"anna", u"otto"});
+    const Text datei = p.Monatsdatei(HEUTE, {});
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    const std::string vorher = *p.fs.inhalt(datei);
+    p.erfassung.Sammeln(true);
+    p.fs.tagebuch_leeren();
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern({})) << "an empty buffer";
+    EXPECT_EQ(p.fs.anzahl("*"), 0) << "writes nothing";
+    for (const Text& zeile : {A(u"anna", u"1"), A(u"anna", u"12"), Text(u"K:anna:01-02:"),
+                              Text(u"K:anna:03-03:"), A(u"anna", u"2"), A(u"otto", u"1"), A(u"otto", u"11")})
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(zeile));
+    EXPECT_EQ(*p.fs.inhalt(datei), vorher);
+    const std::vector<Text> puffer{A(u"anna", u"12"), u"K:anna:01-02:", u"K:anna:03-03:", A(u"anna", u"2"),
+                                   A(u"otto", u"11")};
+    EXPECT_EQ(p.erfassung.Speicherpuffer(), puffer);
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern({}));
+    EXPECT_EQ(p.zeilen(HEUTE), und(Monat({}), puffer));
+    EXPECT_EQ(p.fs.anzahl("write"), 1) << "one file open serves all";
+    EXPECT_TRUE(p.erfassung.Speicherpuffer().empty());
+}
+
+TEST(Erfassungsdateien, Verdichten) {
+    Erfassungsplatz p({u"otto", u"anna"});
+    p.Monatsdatei(HEUTE, {A(u"anna", u"1"), A(u"otto", u"1"), A(u"anna", u""), A(u"otto", u"2")}, u"SaSo:");
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern({}));
+    EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"otto", u"2")}, u"2611", u"SaSo:"));
+
+    // What cannot be read is not rewritten away.
+    const Text datei = p.Monatsdatei(HEUTE, {A(u"otto", u"1"), u"A:anna:kurz"});
+    const std::string vorher = *p.fs.inhalt(datei);
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    p.erfassung.Datensatz_speichern({});
+    EXPECT_EQ(*p.fs.inhalt(datei), vorher);
+}
+
+// The older version with its unreadable lines is the only copy of them.
+TEST(Erfassungsdateien, FehlerhafteVersionBleibtLiegen) {
+    Erfassungsplatz p({u"anna", u"otto"});
+    p.Monatsdatei(u"2611 261110", {A(u"anna", u"1"), u"A:otto:kurz"});
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    for (int n = 0; n < 3; ++n)
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"2")));
+    EXPECT_EQ(p.zeilen(HEUTE),
+              Monat({A(u"anna", u"1"), A(u"anna", u"2"), A(u"anna", u"2"), A(u"anna", u"2")}));
+    EXPECT_EQ(p.zeilen(u"2611 261110").back(), u"A:otto:kurz");
+}
+
+TEST(Erfassungsdateien, FehlerWerdenGemeldet) {
+    const std::vector<Text> zeilen{A(u"anna", u"1"), u"Unsinn", u"A:anna:kurz", u"K:otto:00-01:x"};
+    Erfassungsplatz chef({u"anna"});
+    const Text datei = chef.Monatsdatei(HEUTE, zeilen);
+    const std::string vorher = *chef.fs.inhalt(datei);
+    EXPECT_TRUE(chef.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_EQ(chef.fenster.hinweise,
+              std::vector<Text>{u"Fehlerhafte Daten erkannt in Monat 11.2026!\n\nBitte "
+                                u"Administrationslogbuch beachten!"});
+    const Text wann = u"chef|KalvoAdmin|Fehlerhafte Daten erkannt in Monat 11.2026";
+    EXPECT_EQ(chef.Logzeilen(), (std::vector<Text>{wann, wann + u" bei anna", wann + u" bei otto"}));
+    chef.erfassung.Erfassungsdaten_lesen(u"2611");
+    EXPECT_EQ(chef.fenster.hinweise.size(), 1U) << "once for one state of the file";
+    EXPECT_EQ(*chef.fs.inhalt(datei), vorher);
+
+    Erfassungsplatz nutzer({u"anna"});
+    nutzer.konfig.ändern().Benutzerrolle = 0;
+    nutzer.Monatsdatei(HEUTE, zeilen);
+    try {
+        nutzer.erfassung.Erfassungsdaten_lesen(u"2611");
+        ADD_FAILURE() << "no stop";
+    } catch (const Programmabbruch& ende) {
+        EXPECT_EQ(ende.text(), u"Fehlerhafte Daten erkannt in Monat 11.2026!\n\nInformieren Sie einen der "
+                               u"folgenden Administratoren: <Name Vorname> (chef)");
+        EXPECT_EQ(ende.logtext, u"NoLog");
+    }
+    EXPECT_TRUE(nutzer.Logzeilen().empty());
+}
+
+TEST(Erfassungsdateien, NurDerZweiteBlickZählt) {
+    const std::string ganz = als_Datei(Monat({A(u"anna", u"12")}));
+    const std::string blicke[] = {"",
+                                  als_Datei({u"[2611]"}),
+                                  als_Datei(Monat({u"A:anna:1"})),
+                                  als_Datei({u"[2611]", u"R", u"ohne"}),
+                                  als_Datei(Monat({}, u"2512")),
+                                  ganz.substr(0, 20)};
+    for (const int rolle : {0, 2})
+        for (const std::string& blick : blicke) {
+            Erfassungsplatz p({u"anna"});
+            p.konfig.ändern().Benutzerrolle = rolle;
+            p.fs.schreibe(p.pfad(HEUTE), blick);
+            p.fenster.beim_Warten = [&] { p.fs.schreibe(p.pfad(HEUTE), ganz); };
+            EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+            EXPECT_EQ(p.erfassung.monat().Erfassungsdaten(1).tage, tage(u"12"));
+            EXPECT_TRUE(p.Logzeilen().empty());
+            // What an empty file says is that somebody is at work: that alone may be told.
+            EXPECT_EQ(p.fenster.hinweise.size(), blick.empty() ? 1U : 0U);
+        }
+    // Deleted between the list and the open, behind a newer version.
+    Erfassungsplatz p({u"anna"});
+    const Text alt = p.Monatsdatei(u"2611 261115", {A(u"anna", u"1")});
+    p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf != "open" || pfad != alt) return;
+        p.Monatsdatei(HEUTE, {A(u"anna", u"12")});
+        p.fs.platte().entferne(alt);
+    };
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_EQ(p.erfassung.monat().stamm, HEUTE);
+}
+
+// The stamp is that of the file which was read: one that came meanwhile must not count as known.
+TEST(Erfassungsdateien, ZeitstempelNurVonGelesenem) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(u"2611 261115", {A(u"anna", u"1")});
+    bool einmal = true;
+    p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf == "open" && enthält(pfad, u"261115") && std::exchange(einmal, false))
+            p.Monatsdatei(HEUTE, {A(u"anna", u"2")});
+    };
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    EXPECT_NE(p.erfassung.Stand_heute(u"2611"), p.erfassung.Erfassungsdatei_Zeitstempel());
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    EXPECT_EQ(p.erfassung.Stand_heute(u"2611"), p.erfassung.Erfassungsdatei_Zeitstempel());
+    EXPECT_EQ(p.erfassung.Stand_heute(u"2612"), 0);
+}
+
+TEST(Erfassungsdateien, Checken) {
+    Erfassungsplatz p({u"anna"});
+    for (int monat = 1; monat <= 24; ++monat)
+        if (monat != 3 && monat != 24)
+            p.Monatsdatei(ziffern(25 + (monat - 1) / 12, 2) + ziffern((monat - 1) % 12 + 1, 2) + u" 250101",
+                          {});
+    try {
+        p.erfassung.Erfassungsdateien_checken();
+        ADD_FAILURE() << "nothing missed";
+    } catch (const Dateischaden& schaden) {
+        EXPECT_EQ(schaden.text(), u"Keine Erfassungsdatei für An-/Abwesenheitsdaten für folgende(n) Monat(e) "
+                                  u"gefunden: 03.2025, 12.2026");
+        EXPECT_EQ(schaden.monate, u"03.2025, 12.2026");
+    }
+    p.Monatsdatei(u"2503 250101", {});
+    p.Monatsdatei(u"2612 250101", {});
+    p.Monatsdatei(u"2501 250102", {A(u"anna", u"1")});
+    p.Monatsdatei(u"2502 250102", {u"A:anna:kurz"});
+    p.Monatsdatei(u"2504 250102", {}, u"ohne");
+    p.fs.schreibe(p.pfad(u"2505 250102"), als_Datei({u"[2506]", u"", u"NoEx:NoEx"}));
+    p.fs.schreibe(p.pfad(u"2506 250102"), "");
+    p.erfassung.Erfassungsdateien_checken(); // 2027 may be missing: it is ahead
+    const auto da = [&](TextView stamm) { return p.fs.gibt_es(p.pfad(stamm)); };
+    EXPECT_FALSE(da(u"2501 250101")) << "tidied behind a sound version";
+    for (TextView stamm : {u"2502 250101", u"2504 250101", u"2505 250101", u"2506 250101", u"2502 250102"})
+        EXPECT_TRUE(da(stamm)) << zu_utf8(stamm);
+}
+
+TEST(Erfassungsdateien, AusnahmenVergangenerMonate) {
+    const Feld<Text> liste{u"000000", u"261001:Feiertag", u"261031:Halloween", u"251001:Feiertag", u"261003"};
+    const struct {
+        Text art, alt, vorher, nachher;
+    } tafel[] = {
+        {u"W", u"SaSo", u"NoEx:NoEx", u"SaSo:NoEx"},   {u"W", u"SaSo", u"NoEx07|:12|", u"SaSo07|:12|"},
+        {u"W", u"SaSo", u"Fr07|:NoEx", u"Fr07|:NoEx"}, {u"W", u"SaSo", u":NoEx", u":NoEx"},
+        {u"W", u"", u"NoEx:NoEx", u":NoEx"},           {u"W", u"NoEx", u"SaSo07|:NoEx", u"NoEx:NoEx"},
+        {u"F", u"", u"NoEx:NoEx", u"NoEx:01|31|03|"},  {u"F", u"", u"SaSo:NoEx12|", u"SaSo:12|01|31|03|"},
+        {u"F", u"", u"NoEx:12|", u"NoEx:12|"},         {u"F", u"", u"NoEx:", u"NoEx:"},
+        {u"F", u"NoEx", u"SaSo:12|", u"SaSo:NoEx"},    {u"W", u"SaSo", u"ohne", u"ohne"},
+    };
+    for (const auto& fall : tafel) {
+        Erfassungsplatz p({u"anna"});
+        const Text loch = p.Monatsdatei(u"2610 261010", {A(u"anna", u"1"), u"", u"Unsinn"}, fall.vorher);
+        p.Monatsdatei(HEUTE, {}, fall.vorher);
+        p.Monatsdatei(u"2701 261116", {}, fall.vorher);
+        p.fs.tagebuch_leeren();
+        p.erfassung.Ausnahmedaten_in_Erfassungdateien_übernehmen(fall.art, fall.alt, liste);
+        EXPECT_EQ(p.zeilen(u"2610 261010"), Monat({A(u"anna", u"1"), u"", u"Unsinn"}, u"2610", fall.nachher))
+            << zu_utf8(fall.art + u" " + fall.alt + u" " + fall.vorher);
+        EXPECT_EQ(p.zeilen(HEUTE), Monat({}, u"2611", fall.vorher)) << "this month is not past";
+        EXPECT_EQ(p.zeilen(u"2701 261116"), Monat({}, u"2701", fall.vorher));
+        EXPECT_EQ(p.fs.anzahl("rename"), fall.vorher == fall.nachher ? 0 : 1) << "changed files alone";
+    }
+}
+
+} // namespace
+} // namespace kalvora
