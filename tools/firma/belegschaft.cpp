@@ -102,7 +102,7 @@ Eintrag Eintrag_bilden(int nr, const Firmenwunsch& wunsch, std::set<Text>& namen
 Text Überschrift(int nr) { // from 0
     const auto alle = Abteilungen();
     const auto n = static_cast<std::size_t>(nr);
-    Text text = u">" + Text(alle[n % alle.size()]);
+    Text text(alle[n % alle.size()]);
     return n < alle.size() ? text : text + u" " + ziffern(static_cast<long>(n / alle.size()) + 1);
 }
 
