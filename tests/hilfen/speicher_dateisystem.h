@@ -23,11 +23,11 @@ public:
 
     void störe(Störung s) { störstellen_.setzen(std::move(s)); }
     void störe_nicht() { störstellen_.aufheben(); }
-    const std::vector<Aufruf>& tagebuch() const { return tagebuch_; }
+    const std::vector<Dateiaufruf>& tagebuch() const { return tagebuch_; }
     void tagebuch_leeren() { tagebuch_.clear(); }
     // Calls of that name ("" all, "*" all that change something) since the diary was emptied.
     int anzahl(const std::string& name, TextView maske = u"*") const {
-        return static_cast<int>(std::count_if(tagebuch_.begin(), tagebuch_.end(), [&](const Aufruf& a) {
+        return static_cast<int>(std::count_if(tagebuch_.begin(), tagebuch_.end(), [&](const Dateiaufruf& a) {
             const bool art = name.empty() || a.name == name || (name == "*" && ändernd(a.name));
             return art && passt_auf_Maske(a.pfad, maske == u"*" ? maske : Text(u"*") + Text(maske));
         }));
@@ -163,7 +163,7 @@ private:
     }
 
     template <class T, class F>
-    Ergebnis<T> rufe(Aufruf a, bool ändert, F&& f) {
+    Ergebnis<T> rufe(Dateiaufruf a, bool ändert, F&& f) {
         const Störung* s = störstellen_.treffer(a.name, a.pfad, ändert);
         if (endet_davor(s)) throw Programmende{};
         Ergebnis<T> e = wirkt(s) ? f() : Ergebnis<T>::fehler(s->nummer);
@@ -174,7 +174,7 @@ private:
         return e;
     }
     template <class F>
-    Fehlercode tue(Aufruf a, F&& f) {
+    Fehlercode tue(Dateiaufruf a, F&& f) {
         const bool ändert = ändernd(a.name);
         return rufe<int>(std::move(a), ändert,
                          [&]() -> Ergebnis<int> {
@@ -284,7 +284,7 @@ private:
 
     std::shared_ptr<SpeicherPlatte> platte_;
     Störstellen störstellen_;
-    std::vector<Aufruf> tagebuch_;
+    std::vector<Dateiaufruf> tagebuch_;
     std::map<Handle, Offen> offen_;
     Handle nächster_ = 0;
     Text hier_ = u"/";

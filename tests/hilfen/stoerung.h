@@ -34,12 +34,12 @@ struct Störung {
 };
 
 // One call of the diary. `pfad` is that of the file also where the call has a handle; `nummer` its fault.
-struct Aufruf {
+struct Dateiaufruf {
     std::string name;
     Text pfad;
     int nummer = 0;
     std::size_t bytes = 0;
-    friend bool operator==(const Aufruf&, const Aufruf&) = default;
+    friend bool operator==(const Dateiaufruf&, const Dateiaufruf&) = default;
 };
 
 class Störstellen {
