@@ -71,7 +71,8 @@ public:
 private:
     static constexpr double KURZ_WARTEN = 0.4; // seconds until a doubtful view is looked at again
     struct Ausstehend {
-        Text yymm, stamm, zeile, vorher;
+        Text yymm, stamm, zeile;
+        std::vector<Text> vorher; // days of the person's rows that ours replaces
         std::uint64_t davor = 0;
         int versuche = 0;
     };
@@ -103,6 +104,10 @@ private:
     void Ausstehende_prüfen(const Monatsinhalt& inhalt);
     enum class Verbleib { Gesehen, Verloren };
     Verbleib verbleib(const Ausstehend& a, const Monatsinhalt& inhalt) const;
+    static bool Satz_gesehen(const Ausstehend& a, const Zeilenbefund& b, const Monatsinhalt& inhalt,
+                             bool Stellen_gelten);
+    static bool Kommentar_gesehen(const Ausstehend& a, const Zeilenbefund& b, const Monatsinhalt& inhalt,
+                                  bool Stellen_gelten);
     void Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
     bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
 

@@ -144,6 +144,7 @@ void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filte
     while (const auto zeile = kanal.nächste_Klarzeile())
         Zeile_übernehmen(*zeile, filter, länge, inhalt);
     inhalt.zeit = kanal.Stand().time;
+    inhalt.größe = kanal.Stand().size;
 }
 
 std::vector<Text> Zeilen_verdichten(const Monatsinhalt& inhalt, const std::vector<Text>& BenIds) {

@@ -55,6 +55,7 @@ struct Monatsinhalt {
     Feld<Erfassungssatz> Erfassungsdaten;
     Feld<Kommentarsatz> Kommentardaten;
     Zeitstempel zeit = 0;
+    std::uint64_t größe = 0; // of the file when it was opened, in bytes
 
     // Faults found; the rows themselves are left out above.
     bool Ausnahmezeile_ohne_Doppelpunkt = false;

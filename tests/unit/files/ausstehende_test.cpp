@@ -1,0 +1,153 @@
+// Own rows until a read has seen them, on a disk where appends of two workstations can overwrite each other.
+#include "unit/frame/erfassungsplatz.h"
+
+namespace kalvora {
+namespace {
+
+const Text HEUTE = u"2611 261116";
+
+// Saved, and then something happens to the file: what stands there after the next look.
+struct Fall {
+    const char* was;
+    std::vector<Text> vorher;
+    std::vector<Text> gespeichert;
+    std::vector<Text> danach; // the file's rows as somebody else leaves them
+    std::vector<Text> zuletzt;
+};
+
+void prüfen(const Fall& fall, const Text& neuer_Stamm = HEUTE) {
+    SCOPED_TRACE(fall.was);
+    Erfassungsplatz p({u"anna", u"otto"});
+    p.Monatsdatei(HEUTE, fall.vorher);
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    for (const Text& zeile : fall.gespeichert)
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(zeile));
+    EXPECT_TRUE(p.erfassung.Ausstehende_vorhanden());
+    p.Monatsdatei(neuer_Stamm, fall.danach);
+    if (neuer_Stamm != HEUTE) p.fs.platte().entferne(p.pfad(HEUTE));
+    p.erfassung.Ausstehende_nachsehen();
+    EXPECT_FALSE(p.erfassung.Ausstehende_vorhanden());
+    EXPECT_EQ(p.zeilen(p.erfassung.Aktuelle_Erfassungsdatei(u"2611")), Monat(fall.zuletzt));
+    EXPECT_TRUE(p.fenster.hinweise.empty());
+}
+
+const Text A0 = A(u"anna", u"1"), A1 = A(u"anna", u"12"), A2 = A(u"anna", u"123");
+const Text O0 = A(u"otto", u"4"), O1 = A(u"otto", u"44"), LEER = A(u"anna", u"");
+
+TEST(Ausstehende, Zeilen) {
+    const Fall tafel[] = {
+        {"seen", {A0}, {A1}, {A0, A1}, {A0, A1}},
+        {"overwritten by a colleague's row at the same place",
+         {A0, O0},
+         {A1},
+         {A0, O0, O1},
+         {A0, O0, O1, A1}},
+        {"lost as the first row of a person", {O0}, {A1}, {O0}, {O0, A1}},
+        {"a deletion is lost too", {A0}, {LEER}, {A0}, {A0, LEER}},
+        {"superseded by a later row of the same person", {A0}, {A1}, {A0, A1, A2}, {A0, A1, A2}},
+        {"overwritten by a row of the same person", {A0}, {A1}, {A0, A2}, {A0, A2}},
+        {"of two lost rows of one person the last is written", {A0}, {A1, A2}, {A0}, {A0, A2}},
+        {"the first lost, the second seen", {A0}, {A1, A2}, {A0, A2}, {A0, A2}},
+        {"of two persons one is lost", {A0, O0}, {A1, O1}, {A0, O0, O1}, {A0, O0, O1, A1}},
+        {"compacted with our row", {A0, O0, A0, O0, A0}, {A1}, {A1, O0}, {A1, O0}},
+        {"compacted without it", {A0, O0, A0, O0, A0}, {A1}, {A0, O0}, {A0, O0, A1}},
+        {"a colleague changed our row, then the month was compacted",
+         {A0, O0, A0, O0},
+         {A1},
+         {A2, O0},
+         {A2, O0}},
+        {"our deletion compacted away", {A0, O0, A0, O0}, {LEER}, {O0}, {O0}},
+    };
+    for (const Fall& fall : tafel)
+        prüfen(fall);
+}
+
+TEST(Ausstehende, Kommentare) {
+    const Text E = A(u"anna", u"11111"), K = u"K:anna:01-02:Kur", LANG = u"K:anna:01-04:Kur",
+               WEG = u"K:anna:01-02:", OTTO = u"K:otto:01-02:x";
+    const Fall tafel[] = {
+        {"seen", {E}, {K}, {E, K}, {E, K}},
+        {"lost", {E}, {K}, {E, OTTO}, {E, OTTO, K}},
+        {"the same text over fewer days is not ours", {E, K}, {LANG}, {E, K}, {E, K, LANG}},
+        {"superseded", {E}, {K}, {E, u"K:anna:02-02:neu"}, {E, u"K:anna:02-02:neu"}},
+        {"lost removal", {E, K}, {WEG}, {E, K}, {E, K, WEG}},
+        {"removal compacted", {E, O0, E, K}, {WEG}, {E, O0}, {E, O0}},
+        {"compacted into runs",
+         {A(u"anna", u"11 11"), O0, O0, O0},
+         {LANG},
+         {A(u"anna", u"11 11"), u"K:anna:01-02:Kur", u"K:anna:04-04:Kur"},
+         {A(u"anna", u"11 11"), u"K:anna:01-02:Kur", u"K:anna:04-04:Kur"}},
+        {"on days that are blank now", {E}, {K}, {A(u"anna", u"  111")}, {A(u"anna", u"  111")}},
+    };
+    for (const Fall& fall : tafel)
+        prüfen(fall);
+}
+
+TEST(Ausstehende, VersionDesNächstenTages) {
+    const Text MORGEN = u"2611 261117";
+    const Fall tafel[] = {
+        {"taken over", {A0}, {A1}, {A1}, {A1}},
+        {"changed by a colleague since", {A0}, {A1}, {A2}, {A2}},
+    };
+    for (const Fall& fall : tafel)
+        prüfen(fall, MORGEN);
+}
+
+TEST(Ausstehende, MitDerNächstenLesungDesMonats) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(HEUTE, {A0});
+    p.Monatsdatei(u"2612 261116", {});
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    p.erfassung.Datensatz_speichern(A1);
+    p.Monatsdatei(HEUTE, {A0});
+    p.erfassung.Erfassungsdaten_lesen(u"2612");
+    EXPECT_TRUE(p.erfassung.Ausstehende_vorhanden()) << "another month says nothing";
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1}));
+    EXPECT_EQ(p.erfassung.monat().Erfassungsdaten(p.erfassung.monat().letzter_Satz(u"anna")).tage,
+              tage(u"12"));
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    EXPECT_FALSE(p.erfassung.Ausstehende_vorhanden());
+    EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1}));
+}
+
+TEST(Ausstehende, NachEinigenVersuchenWirdEsGesagt) {
+    Erfassungsplatz p({u"anna"});
+    p.Monatsdatei(HEUTE, {A0});
+    p.erfassung.Erfassungsdaten_lesen(u"2611");
+    int geschrieben = 0;
+    p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        geschrieben += aufruf == "write" ? 1 : 0;
+        if (aufruf == "open" && pfad == p.pfad(HEUTE)) p.Monatsdatei(HEUTE, {A0}); // every append is lost
+    };
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A1));
+    p.erfassung.Ausstehende_nachsehen();
+    EXPECT_EQ(geschrieben, 4);
+    EXPECT_FALSE(p.erfassung.Ausstehende_vorhanden());
+    EXPECT_EQ(p.fenster.hinweise, std::vector<Text>{u"Der Eintrag für 'anna' konnte nicht bestätigt werden. "
+                                                    u"Bitte prüfen Sie den Eintrag und nehmen Sie ihn "
+                                                    u"gegebenenfalls erneut vor."});
+}
+
+// As on a share: each append goes where the end was when the file was opened.
+TEST(Ausstehende, GleichzeitigeAnhänge) {
+    auto platte = std::make_shared<SpeicherPlatte>();
+    Erfassungsplatz p({u"anna", u"otto"}, platte), q({u"anna", u"otto"}, platte, u"PLATZ2");
+    p.Monatsdatei(HEUTE, {A0, O0});
+    for (Erfassungsplatz* platz : {&p, &q})
+        platz->erfassung.Erfassungsdaten_lesen(u"2611");
+    platte->freigabe = true;
+    bool einmal = true;
+    p.fs.davor = [&](const std::string& aufruf, const Text&) {
+        if (aufruf == "write" && std::exchange(einmal, false)) q.erfassung.Datensatz_speichern(O1);
+    };
+    EXPECT_TRUE(p.erfassung.Datensatz_speichern(A1));
+    EXPECT_EQ(p.Tage_auf_Platte(u"otto"), u"4") << "the colleague's row is lost now";
+    p.erfassung.Ausstehende_nachsehen();
+    q.erfassung.Ausstehende_nachsehen();
+    EXPECT_EQ(p.Tage_auf_Platte(u"otto"), u"44");
+    EXPECT_EQ(p.Tage_auf_Platte(u"anna"), u"12");
+}
+
+} // namespace
+} // namespace kalvora
