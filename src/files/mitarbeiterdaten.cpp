@@ -10,6 +10,7 @@ namespace {
 
 constexpr TextView DATEINAME = u"Mitarbeiterdaten.dat";
 constexpr TextView OHNE_NAMEN = u"NoNames";
+constexpr TextView KOPF = u"[Mitarbeiterdaten]";
 constexpr int STARTJAHR_AB = 2000, STARTJAHR_BIS = 2079; // what two digits of a year can say
 constexpr TextView FESTES_FELD = u":000,0:000,0:000,0";  // once three more numbers; nobody reads them
 
@@ -89,6 +90,7 @@ int Startjahr_aus(Stammdatei& datei) {
 // ------------------------------------------------------------------ rows
 
 std::optional<Mitarbeiter> Mitarbeiter_aus_Zeile(TextView zeile, char16_t trennzeichen) {
+    if (zeile == KOPF) return std::nullopt; // the file stands there twice
     Mitarbeiter m;
     if (!enthält(zeile, u":")) {
         m.MA_Name = zeile;
@@ -165,7 +167,7 @@ std::vector<Text> Mitarbeiterdaten::Zeilen() const {
     const char16_t trennzeichen = platz_.gebiet.Dezimaltrennzeichen;
     const bool lang = std::any_of(ma_.begin(), ma_.end(),
                                   [&](const Mitarbeiter& m) { return braucht_lange_Form(m, trennzeichen); });
-    std::vector<Text> zeilen{u"[Mitarbeiterdaten]", reserve_, ziffern(platz_.Startjahr)};
+    std::vector<Text> zeilen{Text(KOPF), reserve_, ziffern(platz_.Startjahr)};
     for (const Mitarbeiter& m : ma_) {
         Text zeile = Mitarbeiter_als_Zeile(m, lang, trennzeichen);
         const auto zurück = Mitarbeiter_aus_Zeile(zeile, trennzeichen);
