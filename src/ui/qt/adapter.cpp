@@ -165,7 +165,8 @@ private:
         while (widget_.count() < static_cast<int>(captions.size()))
             widget_.addTab(QString());
         for (int tab = 0; tab < widget_.count(); ++tab)
-            widget_.setTabText(tab, qt(captions[static_cast<std::size_t>(tab)]).replace(u'&', QStringLiteral("&&")));
+            widget_.setTabText(
+                tab, qt(captions[static_cast<std::size_t>(tab)]).replace(u'&', QStringLiteral("&&")));
     }
 };
 
@@ -269,7 +270,8 @@ std::unique_ptr<Adapter> Adapter_für(Control& control, QWidget& window) {
     case ControlKind::Timer: return std::make_unique<TimerAdapter>(static_cast<Timer&>(control));
     case ControlKind::MenuItem: break;
     }
-    throw Laufzeitfehler(438, u"Steuerelement ohne Darstellung: " + control.form().name() + u"." + control.full_name());
+    throw Laufzeitfehler(438, u"Steuerelement ohne Darstellung: " + control.form().name() + u"." +
+                                  control.full_name());
 }
 
 std::unique_ptr<Adapter> Adapter_für(MenuItem& item, QAction& action) {

@@ -151,31 +151,53 @@ bool Kurzlabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QLabel::event(event);
     if (is_cut())
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
-                           QStringLiteral("<span>") + text().toHtmlEscaped() + QStringLiteral("</span>"), this);
+                           QStringLiteral("<span>") + text().toHtmlEscaped() + QStringLiteral("</span>"),
+                           this);
     return true;
 }
 
 // --- Flussleiste
 
+namespace {
+constexpr int ZEILENABSTAND = 6;
+}
+
 void Flussleiste::arrange() {
-    std::vector<QWidget*> shown;
-    for (QObject* child : children())
-        if (auto* widget = qobject_cast<QWidget*>(child); widget && !widget->isHidden() && !widget->isWindow())
-            shown.push_back(widget);
-    int x = 0, y = 0, row_height = 0;
-    for (QWidget* widget : shown) {
-        const QSize size = widget->sizeHint().expandedTo(widget->minimumSize()).boundedTo(widget->maximumSize());
+    struct Platz {
+        QWidget* widget;
+        QRect r;
+        int zeile;
+    };
+    std::vector<Platz> shown;
+    std::vector<int> heights{0}; // of the rows
+    QWidget* last = nullptr;
+    int x = 0;
+    for (QObject* child : children()) {
+        auto* widget = qobject_cast<QWidget*>(child);
+        if (!widget || widget->isWindow()) continue;
+        last = widget;
+        if (widget->isHidden()) continue;
+        const QSize size =
+            widget->sizeHint().expandedTo(widget->minimumSize()).boundedTo(widget->maximumSize());
         if (x > 0 && x + size.width() > width()) {
             x = 0;
-            y += row_height + gap_;
-            row_height = 0;
+            heights.push_back(0);
         }
-        row_height = std::max(row_height, size.height());
-        const bool right = last_right_ && widget == shown.back();
-        widget->setGeometry(right ? std::max(x, width() - size.width()) : x, y, std::min(size.width(), width()), size.height());
+        heights.back() = std::max(heights.back(), size.height());
+        shown.push_back({widget, QRect(x, 0, std::min(size.width(), width()), size.height()),
+                         static_cast<int>(heights.size()) - 1});
         x += size.width() + gap_;
     }
-    const int needed = std::max(1, y + row_height);
+    if (last_right_ && !shown.empty() && shown.back().widget == last)
+        shown.back().r.moveLeft(std::max(shown.back().r.left(), width() - shown.back().r.width()));
+    int y = 0, row = 0;
+    for (Platz& p : shown) {
+        for (; row < p.zeile; ++row)
+            y += heights[static_cast<std::size_t>(row)] + std::min(gap_, ZEILENABSTAND);
+        const int spare = heights[static_cast<std::size_t>(row)] - p.r.height();
+        p.widget->setGeometry(p.r.translated(0, y + spare / 2));
+    }
+    const int needed = std::max(1, y + heights.back());
     if (needed != height()) setFixedHeight(needed);
 }
 

@@ -66,7 +66,7 @@ private:
 // Its children stand side by side and go on in a further row where the width ends; hidden ones take no room.
 class Flussleiste : public QWidget {
     Q_OBJECT
-    // The last child stands at the right edge of its row.
+    // The last child stands at the right edge of its row; while it is hidden the others stay where they are.
     Q_PROPERTY(bool letztesRechts MEMBER last_right_)
     Q_PROPERTY(int abstand MEMBER gap_)
 public:

@@ -11,7 +11,8 @@ class DeutscheTexte : public QTranslator {
 public:
     using QTranslator::QTranslator;
     bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* source, const char* disambiguation, int n) const override;
+    QString translate(const char* context, const char* source, const char* disambiguation,
+                      int n) const override;
 };
 
 } // namespace kalvora

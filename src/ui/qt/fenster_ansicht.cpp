@@ -13,7 +13,8 @@
 
 namespace kalvora {
 
-FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window) : form_(form), window_(std::move(window)) {
+FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window)
+    : form_(form), window_(std::move(window)) {
     if (!window_) throw Laufzeitfehler(438, u"Fenster ohne Formular: " + form.name());
     join_columns();
     bind();
@@ -99,7 +100,13 @@ void FensterAnsicht::arrange() {
 void FensterAnsicht::show_first() {
     if (shown_) return;
     shown_ = true;
-    if (form_.start_geometry) set_geometry(*form_.start_geometry);
+    if (form_.start_geometry)
+        set_geometry(*form_.start_geometry);
+    else if (window_->windowFlags().testFlag(Qt::FramelessWindowHint))
+        window_->move(window_->screen()->availableGeometry().center() - window_->rect().center());
+    // The keys go to the plan, unless the logic has chosen otherwise.
+    auto* plan = window_->findChild<PlanAnsicht*>(QStringLiteral("msgFlexGrid"));
+    if (plan && !window_->focusWidget()) plan->setFocus();
     if (form_.start_state == WindowState::Maximised) window_->setWindowState(Qt::WindowMaximized);
     window_->show();
 }
@@ -117,7 +124,8 @@ bool FensterAnsicht::row_visible(const Table& table, int row) {
 
 void FensterAnsicht::focus(Control& control) {
     const auto hit = adapters_.find(&control);
-    if (hit != adapters_.end() && hit->second->widget()) hit->second->widget()->setFocus(Qt::OtherFocusReason);
+    if (hit != adapters_.end() && hit->second->widget())
+        hit->second->widget()->setFocus(Qt::OtherFocusReason);
 }
 
 Geometry FensterAnsicht::geometry() {

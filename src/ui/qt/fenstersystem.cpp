@@ -96,7 +96,8 @@ void QtFenstersystem::show_waiting() {
 
 bool QtFenstersystem::active(const Form& form) {
     const QWidget* w = window(form);
-    return w && w->isActiveWindow() && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
+    return w && w->isActiveWindow() && !QApplication::activeModalWidget() &&
+           !QApplication::activePopupWidget();
 }
 
 // --- loops

@@ -14,6 +14,8 @@ template <class Formular, class Fenster>
 std::unique_ptr<QWidget> Aufbau() {
     auto fenster = std::make_unique<Fenster>();
     Formular().setupUi(fenster.get());
+    if (fenster->property("rahmenlos").toBool())
+        fenster->setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     return fenster;
 }
 

@@ -10,9 +10,9 @@ namespace kalvora {
 namespace {
 
 // The coloured days of the sheet, 4 columns by 3 rows; 0 is a plain day.
-constexpr std::array<QRgb, 12> TAGE{0, 0xFF6CCF6C, 0xFF6CCF6C, 0xFF6CCF6C, //
-                                    0xFFF2A65A, 0, 0, 0xFFE87A7A,          //
-                                    0, 0xFF5AA9E6, 0xFF5AA9E6, 0};
+constexpr std::array<QRgb, 12> TAGE{0,          0xFF6CCF6C, 0xFF6CCF6C, 0xFF6CCF6C, //
+                                    0xFFF2A65A, 0,          0,          0xFFE87A7A, //
+                                    0,          0xFF5AA9E6, 0xFF5AA9E6, 0};
 
 void zeichne_Tage(QPainter& maler, const QRectF& feld) {
     const double breite = feld.width() / 4, höhe = feld.height() / 3, lücke = breite * 0.16;

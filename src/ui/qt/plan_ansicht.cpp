@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "ui/qt/farben.h"
 #include "ui/qt/plan_maler.h"
 #include "ui/qt/qt_text.h"
 
@@ -41,6 +42,14 @@ void PlanAnsicht::set_table(Table* table) {
     relayout();
 }
 
+void PlanAnsicht::set_separator(int pixels) {
+    setViewportMargins(0, pixels, 0, 0);
+    QPalette lines = palette();
+    lines.setColor(QPalette::Window, farben::RAND);
+    setPalette(lines);
+    setAutoFillBackground(true);
+}
+
 void PlanAnsicht::set_leader(PlanAnsicht& leader) {
     columns_ = leader.columns_;
     connect(columns_, &Spaltenraster::changed, this, [this] {
@@ -58,7 +67,9 @@ void PlanAnsicht::table_changed(Aspect aspect) {
         break;
     case Aspect::Layout: relayout(); break;
     case Aspect::Scroll: update_bars(); break;
-    case Aspect::Highlight: columns_->set_marked_col(leads() ? table_->marked_col() : columns_->marked_col()); break;
+    case Aspect::Highlight:
+        columns_->set_marked_col(leads() ? table_->marked_col() : columns_->marked_col());
+        break;
     case Aspect::Selection:
         if (hasFocus()) announce_focus();
         break;
@@ -88,9 +99,19 @@ void PlanAnsicht::read_shape() {
     if (!leads()) {
         last_day_ = std::min(last_day_, columns_->last_day());
     } else if (table_ && table_->fixed_rows() > 0 && table_->rows() > 0) {
-        while (last_day_ > 1 && (table_->col_width(last_day_) == 0 || table_->cell(0, last_day_).text.empty()))
+        while (last_day_ > 1 &&
+               (table_->col_width(last_day_) == 0 || table_->cell(0, last_day_).text.empty()))
             --last_day_;
     }
+}
+
+// The columns on which a week begins, by their headings.
+std::vector<bool> PlanAnsicht::week_starts() const {
+    std::vector<bool> starts(static_cast<std::size_t>(last_day_) + 1, false);
+    if (!table_ || table_->fixed_rows() == 0 || table_->rows() == 0) return starts;
+    for (int col = 2; col <= last_day_; ++col)
+        starts[static_cast<std::size_t>(col)] = table_->cell(0, col).text.starts_with(u"Mo");
+    return starts;
 }
 
 void PlanAnsicht::relayout() {
@@ -101,13 +122,13 @@ void PlanAnsicht::relayout() {
             const int own = table_->col_width(col);
             wishes.push_back(own <= 0 ? own : Pixel_aus_Twips(own, *this));
         }
-        columns_->set_last_day(last_day_);
+        columns_->set_month(last_day_, week_starts());
         columns_->anordnen(wishes, viewport()->width(), MINDEST_TAG, STANDARD_NAME);
         if (table_) columns_->set_marked_col(table_->marked_col());
     }
     if (nach_inhalt_) {
         const int most = std::max(standard_row_height(), window()->height() * 2 / 5);
-        setFixedHeight(std::clamp(rows_.inhalt(), 1, most));
+        setFixedHeight(std::clamp(rows_.inhalt() + viewportMargins().top(), 1, most));
     }
     update_bars();
     viewport()->update();
@@ -143,8 +164,10 @@ QSize PlanAnsicht::minimumSizeHint() const {
 }
 
 QRect PlanAnsicht::body_rect() const {
+    const int height = viewport()->height();
+    const int lower = std::min(height, rows_.y(rows_.letzte_in(height) + 1));
     return {columns_->fest(), rows_.kopf(), std::max(0, columns_->breite() - columns_->fest()),
-            std::max(0, viewport()->height() - rows_.kopf())};
+            std::max(0, lower - rows_.kopf())};
 }
 
 QRect PlanAnsicht::cell_rect(int row, int col) const {

@@ -18,6 +18,7 @@ class PlanAnsicht : public QAbstractScrollArea {
     Q_PROPERTY(QString leitTabelle MEMBER leit_)
     Q_PROPERTY(bool hoeheNachInhalt MEMBER nach_inhalt_)
     Q_PROPERTY(bool markierbar MEMBER markierbar_)
+    Q_PROPERTY(int trennlinie READ separator WRITE set_separator) // pixels, at the upper edge
 public:
     explicit PlanAnsicht(QWidget* parent = nullptr);
 
@@ -25,6 +26,9 @@ public:
     void set_leader(PlanAnsicht& leader);
     void table_changed(Aspect aspect);
     void relayout();
+
+    int separator() const { return viewportMargins().top(); }
+    void set_separator(int pixels);
 
     Table* table() const { return table_; }
     PlanModell& model() { return model_; }
@@ -79,6 +83,7 @@ private:
     QString full_text_if_cut(const Ort& ort) const;
     void refresh();
     void read_shape();
+    std::vector<bool> week_starts() const;
     void update_bars();
     void announce_focus();
 
@@ -89,8 +94,8 @@ private:
     Zeilenraster rows_;
     QString leit_;
     bool nach_inhalt_ = false, markierbar_ = true;
-    bool dirty_ = false;     // the shape is read again before it is next used
-    bool setting_ = false;   // scroll bars are being set by the program
+    bool dirty_ = false;   // the shape is read again before it is next used
+    bool setting_ = false; // scroll bars are being set by the program
     bool dragging_ = false;
     int last_day_ = 0;
     Ort hover_;

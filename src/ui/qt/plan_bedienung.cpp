@@ -25,11 +25,14 @@ Modifiers Zusatztasten(Qt::KeyboardModifiers m) {
 PlanAnsicht::Ort PlanAnsicht::place_at(const QPoint& p) const {
     if (!table_) return {};
     const int col = columns_->spalte_bei(p.x());
-    return {rows_.zeile_bei(p.y()), col < table_->cols() ? col : -1};
+    const int row = rows_.zeile_bei(p.y());
+    const bool shown = row <= rows_.letzte_in(viewport()->height());
+    return {shown ? row : -1, col < table_->cols() ? col : -1};
 }
 
 bool PlanAnsicht::in_body(const Ort& ort) const {
-    return ort.row >= table_->fixed_rows() && ort.row < table_->rows() && ort.col >= 1 && ort.col <= last_day_;
+    return ort.row >= table_->fixed_rows() && ort.row < table_->rows() && ort.col >= 1 &&
+           ort.col <= last_day_;
 }
 
 // The cell that a drag has reached: always one of the body, at its edge when the pointer is outside.
@@ -56,7 +59,8 @@ void PlanAnsicht::mousePressEvent(QMouseEvent* event) {
     const Selection before = table_->selection();
     const bool extends = mods.shift && table_->HighLight() && before.row >= 1;
     dragging_ = true;
-    select(extends ? Selection{before.row, before.col, ort.row, ort.col} : Selection{ort.row, ort.col, ort.row, ort.col});
+    select(extends ? Selection{before.row, before.col, ort.row, ort.col}
+                   : Selection{ort.row, ort.col, ort.row, ort.col});
 }
 
 void PlanAnsicht::mouseMoveEvent(QMouseEvent* event) {
@@ -109,18 +113,21 @@ void PlanAnsicht::mouseReleaseEvent(QMouseEvent* event) {
     const QPoint p = event->position().toPoint();
     const Ort ort = dragged ? drag_place(p) : place_at(p);
     if (!ort.gültig()) return;
-    table_->user_mouse_up({left ? MouseButton::Left : MouseButton::Right, Zusatztasten(event->modifiers()), ort.row, ort.col});
+    table_->user_mouse_up(
+        {left ? MouseButton::Left : MouseButton::Right, Zusatztasten(event->modifiers()), ort.row, ort.col});
 }
 
 void PlanAnsicht::mouseDoubleClickEvent(QMouseEvent* event) {
     const Ort ort = place_at(event->position().toPoint());
-    if (table_ && ort.gültig() && event->button() == Qt::LeftButton) table_->user_double_click(ort.row, ort.col);
+    if (table_ && ort.gültig() && event->button() == Qt::LeftButton)
+        table_->user_double_click(ort.row, ort.col);
 }
 
 // Up and down by rows, with Shift or a tilted wheel sideways; touch pads deliver parts of a step.
 void PlanAnsicht::wheelEvent(QWheelEvent* event) {
     const QPoint angle = event->angleDelta();
-    const bool sideways = event->modifiers().testFlag(Qt::ShiftModifier) || std::abs(angle.x()) > std::abs(angle.y());
+    const bool sideways =
+        event->modifiers().testFlag(Qt::ShiftModifier) || std::abs(angle.x()) > std::abs(angle.y());
     if (sideways) {
         const int delta = angle.x() != 0 ? angle.x() : angle.y();
         horizontalScrollBar()->setValue(horizontalScrollBar()->value() - delta / 2);
@@ -159,7 +166,9 @@ void PlanAnsicht::show_tip(const QPoint& p, const QPoint& global) {
     if (ort.gültig() && text.isEmpty()) text = full_text_if_cut(ort);
     // Plain text whatever it holds: a tool tip would take "<b>" for markup.
     if (!text.isEmpty())
-        QToolTip::showText(global, QStringLiteral("<span style='white-space:pre-wrap'>") + text.toHtmlEscaped() + QStringLiteral("</span>"),
+        QToolTip::showText(global,
+                           QStringLiteral("<span style='white-space:pre-wrap'>") + text.toHtmlEscaped() +
+                               QStringLiteral("</span>"),
                            viewport(), cell_rect(ort.row, ort.col));
     else
         QToolTip::hideText();
@@ -174,7 +183,8 @@ void PlanAnsicht::select(const Selection& selection) {
 // Where the keys begin when nothing is marked: today, or the first day, of the first person in view.
 PlanAnsicht::Ort PlanAnsicht::first_place() const {
     int row = std::max(rows_.oben(), table_->fixed_rows());
-    while (table_->cols() > 32 && row < table_->rows() - 1 && table_->cell(row, 32).text.empty()) ++row;
+    while (table_->cols() > 32 && row < table_->rows() - 1 && table_->cell(row, 32).text.empty())
+        ++row;
     const int today = table_->marked_col();
     return {row, today > 0 && today <= last_day_ ? today : 1};
 }
@@ -228,7 +238,8 @@ void PlanAnsicht::scroll_to(const Ort& ort) {
     if (ort.row < rows_.oben()) v.setValue(ort.row);
     while (table_ && !row_visible(ort.row) && v.value() < v.maximum() && rows_.y(ort.row) > 0) {
         const int before = v.value();
-        v.setValue(before + std::max(1, (rows_.y(ort.row + 1) - viewport()->height()) / standard_row_height()));
+        v.setValue(before +
+                   std::max(1, (rows_.y(ort.row + 1) - viewport()->height()) / standard_row_height()));
         if (v.value() == before) break;
     }
     const QRect body = body_rect(), cell = cell_rect(ort.row, ort.col);

@@ -12,7 +12,8 @@ namespace kalvora {
 namespace {
 
 constexpr int RANDABSTAND = 8; // of a name to the table's edge
-constexpr double MARKIERUNG_ANTEIL = 0.30, KOPFANTEIL = 0.22;
+// The marking tints coloured cells less: their colour has a meaning.
+constexpr double MARKIERUNG_ANTEIL = 0.28, BUNT_ANTEIL = 0.16, KOPFANTEIL = 0.22;
 
 // Anchor and moving end of a selection in order.
 struct Rechteck {
@@ -98,7 +99,8 @@ void PlanMaler::Gitter(Bereich zeilen, Bereich spalten) {
     const int ende = std::min(spalten.bis, ansicht_.last_day_col());
     for (int col = spalten.von; col <= ende; ++col) {
         const int x = spalten_.rechts(col);
-        Linie(x, rumpf_.top(), x, unten, linie);
+        const bool wochenende = spalten_.week_start(col + 1) || col == ansicht_.last_day_col();
+        Linie(x, rumpf_.top(), x, unten, wochenende ? farben::WOCHENGRENZE : linie);
     }
     for (int row = zeilen.von; row <= zeilen.bis; ++row) {
         if (zeilen_.höhe(row) == 0) continue;
@@ -185,7 +187,9 @@ void PlanMaler::Kopf(Bereich spalten) {
     for (int col = spalten.von; col <= ende; ++col) {
         const QRect r = Feld(0, col);
         if (r.width() > 0) Kopftext(r, col);
-        Linie(spalten_.rechts(col), 0, spalten_.rechts(col), r.height(), qt(table_.grid_colour()));
+        const bool wochenende = spalten_.week_start(col + 1) || col == ansicht_.last_day_col();
+        Linie(spalten_.rechts(col), 0, spalten_.rechts(col), r.height(),
+              wochenende ? farben::WOCHENGRENZE : qt(table_.grid_colour()));
     }
     maler_.setClipping(false);
     const QRect eck = Feld(0, 0);
@@ -215,26 +219,29 @@ void PlanMaler::Kopftext(const QRect& r, int col) {
     maler_.drawText(QRect(r.left(), r.top() + 2, r.width(), r.height() / 2 - 1), Qt::AlignCenter, tag);
     maler_.setFont(fett_);
     maler_.setPen(stark);
-    maler_.drawText(QRect(r.left(), r.top() + r.height() / 2 - 1, r.width(), r.height() / 2), Qt::AlignCenter, zahl);
+    maler_.drawText(QRect(r.left(), r.top() + r.height() / 2 - 1, r.width(), r.height() / 2), Qt::AlignCenter,
+                    zahl);
 }
 
 // One row of equal neighbours, each shown once in the middle of its run.
 void PlanMaler::Wochen() {
-    maler_.fillRect(fläche_, farben::FLAECHE);
+    maler_.fillRect(fläche_, farben::KOPF);
     maler_.setFont(klein_);
     const int letzte = std::min(table_.cols(), spalten_.spalten()) - 1;
     for (int row = 0; row < table_.rows(); ++row) {
         maler_.setClipRect(QRect(spalten_.fest(), 0, fläche_.width(), fläche_.height()));
         for (int von = 1, nummer = 0; von <= letzte; ++nummer) {
             int bis = von;
-            while (bis < letzte && table_.cell(row, bis + 1).text == table_.cell(row, von).text) ++bis;
+            while (bis < letzte && table_.cell(row, bis + 1).text == table_.cell(row, von).text)
+                ++bis;
             const QRect r(spalten_.links(von), zeilen_.y(row), spalten_.rechts(bis) - spalten_.links(von),
                           zeilen_.höhe(row));
             maler_.fillRect(r, farben::KOPF);
             maler_.setPen(farben::TEXT_RUHIG);
             const QString text = qt(table_.cell(row, von).text).trimmed();
-            if (maler_.fontMetrics().horizontalAdvance(text) <= r.width()) maler_.drawText(r, Qt::AlignCenter, text);
-            Linie(spalten_.rechts(bis), r.top(), spalten_.rechts(bis), r.bottom() + 1, farben::RAND);
+            if (maler_.fontMetrics().horizontalAdvance(text) <= r.width())
+                maler_.drawText(r, Qt::AlignCenter, text);
+            Linie(spalten_.rechts(bis), r.top(), spalten_.rechts(bis), r.bottom() + 1, farben::WOCHENGRENZE);
             von = bis + 1;
         }
         maler_.setClipping(false);
@@ -253,7 +260,7 @@ void PlanMaler::Wochen() {
 void PlanMaler::Heute(bool im_Kopf) {
     const int col = spalten_.marked_col();
     if (col < 1 || spalten_.breite(col) == 0 || col > ansicht_.last_day_col()) return;
-    const int unten = std::min(zeilen_.y(zeilen_.zeilen()), fläche_.height());
+    const int unten = std::min(zeilen_.y(zeilen_.letzte_in(fläche_.height()) + 1), fläche_.height());
     const int x1 = spalten_.links(col), x2 = spalten_.rechts(col);
     Linie(x1, 0, x1, unten, farben::HEUTE, 2);
     Linie(x2, 0, x2, unten, farben::HEUTE, 2);
@@ -272,7 +279,7 @@ void PlanMaler::Markierung() {
     stift.setJoinStyle(Qt::MiterJoin);
     maler_.setPen(stift);
     maler_.setBrush(Qt::NoBrush);
-    maler_.drawRect(r.adjusted(1, 1, 0, 0));
+    maler_.drawRect(r.adjusted(1, 1, -1, -1));
     if (ansicht_.hasFocus()) { // the moving end, for the keys
         QPen punkte(farben::TEXT, 1, Qt::DotLine);
         punkte.setCosmetic(true);
@@ -290,13 +297,13 @@ QColor PlanMaler::Grund(int row, int col) const {
     if (row == table_.highlight_row() || (col > 0 && col == table_.highlight_col()))
         grund = Folie(grund, qt(table_.highlight_colour()));
     if (table_.HighLight() && Rechteck(table_.selection()).enthält(row, col))
-        grund = gemischt(grund, farben::AKZENT, MARKIERUNG_ANTEIL);
+        grund = gemischt(grund, farben::AKZENT, grund.hsvSaturation() < 40 ? MARKIERUNG_ANTEIL : BUNT_ANTEIL);
     return grund;
 }
 
 bool PlanMaler::ist_Überschrift(int row) const {
-    return ansicht_.leads() && table_.cols() > 32 && row >= table_.fixed_rows() && table_.cell(row, 32).text.empty() &&
-           !table_.cell(row, 0).text.empty();
+    return ansicht_.leads() && table_.cols() > 32 && row >= table_.fixed_rows() &&
+           table_.cell(row, 32).text.empty() && !table_.cell(row, 0).text.empty();
 }
 
 bool PlanMaler::im_Band(int row) const {
@@ -322,7 +329,8 @@ void PlanMaler::Linie(int x1, int y1, int x2, int y2, const QColor& farbe, doubl
     const double dpr = maler_.device()->devicePixelRatioF();
     const double breite = std::max(1.0, std::floor(dicke * dpr)) / dpr;
     const bool senkrecht = x1 == x2;
-    const QRectF r = senkrecht ? QRectF(x1 - breite, y1, breite, y2 - y1) : QRectF(x1, y1 - breite, x2 - x1, breite);
+    const QRectF r =
+        senkrecht ? QRectF(x1 - breite, y1, breite, y2 - y1) : QRectF(x1, y1 - breite, x2 - x1, breite);
     maler_.fillRect(r, farbe);
 }
 

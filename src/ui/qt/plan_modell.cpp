@@ -52,14 +52,17 @@ QString Auskunft(const std::function<Text(int, int)>& frage, int row, int col) {
 // Without a spoken name of its own a cell is read as its heading and its text.
 QString PlanModell::Ansage(int row, int col) const {
     if (const QString name = Auskunft(table_->accessible_name, row, col); !name.isEmpty()) return name;
-    const QString text = qt(table_->cell(row, col).text).replace(u'\r', u' ').replace(u'\u00A0', u' ').trimmed();
+    const QString text =
+        qt(table_->cell(row, col).text).replace(u'\r', u' ').replace(u'\u00A0', u' ').trimmed();
     if (row < table_->fixed_rows() || col < table_->fixed_cols()) return text;
-    const QString kopf = table_->fixed_rows() > 0 ? qt(table_->cell(0, col).text).replace(u'\r', u' ') : QString();
+    const QString kopf =
+        table_->fixed_rows() > 0 ? qt(table_->cell(0, col).text).replace(u'\r', u' ') : QString();
     return kopf.isEmpty() ? text : text.isEmpty() ? kopf : kopf + QStringLiteral(", ") + text;
 }
 
 QVariant PlanModell::data(const QModelIndex& index, int role) const {
-    if (!table_ || !index.isValid() || index.row() >= table_->rows() || index.column() >= table_->cols()) return {};
+    if (!table_ || !index.isValid() || index.row() >= table_->rows() || index.column() >= table_->cols())
+        return {};
     const int row = index.row(), col = index.column();
     const Cell& cell = table_->cell(row, col);
     switch (role) {

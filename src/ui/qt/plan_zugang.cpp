@@ -10,7 +10,6 @@ namespace kalvora {
 
 namespace {
 
-
 class ZelleZugang : public QAccessibleInterface, public QAccessibleTableCellInterface {
 public:
     ZelleZugang(PlanAnsicht& view, int row, int col) : view_(&view), row_(row), col_(col) {}
@@ -18,7 +17,9 @@ public:
     bool isValid() const override { return view_ && view_->table() && row_ < view_->model().rowCount(); }
     QObject* object() const override { return nullptr; }
     QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(view_.data()); }
+    QAccessibleInterface* parent() const override {
+        return QAccessible::queryAccessibleInterface(view_.data());
+    }
     QAccessibleInterface* child(int) const override { return nullptr; }
     int childCount() const override { return 0; }
     int indexOfChild(const QAccessibleInterface*) const override { return -1; }
@@ -47,14 +48,15 @@ public:
         return state;
     }
     void* interface_cast(QAccessible::InterfaceType type) override {
-        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface*>(this) : nullptr;
+        return type == QAccessible::TableCellInterface ? static_cast<QAccessibleTableCellInterface*>(this)
+                                                       : nullptr;
     }
 
     bool isSelected() const override {
         if (!isValid() || !view_->table()->HighLight()) return false;
         const Selection& s = view_->table()->selection();
-        return row_ >= qMin(s.row, s.row_sel) && row_ <= qMax(s.row, s.row_sel) && col_ >= qMin(s.col, s.col_sel) &&
-               col_ <= qMax(s.col, s.col_sel);
+        return row_ >= qMin(s.row, s.row_sel) && row_ <= qMax(s.row, s.row_sel) &&
+               col_ >= qMin(s.col, s.col_sel) && col_ <= qMax(s.col, s.col_sel);
     }
     QList<QAccessibleInterface*> columnHeaderCells() const override;
     QList<QAccessibleInterface*> rowHeaderCells() const override;
@@ -163,7 +165,8 @@ QList<QAccessibleInterface*> ZelleZugang::rowHeaderCells() const {
 }
 
 QAccessibleInterface* Zugang(const QString& klasse, QObject* object) {
-    auto* view = klasse == QLatin1String("kalvora::PlanAnsicht") ? qobject_cast<PlanAnsicht*>(object) : nullptr;
+    auto* view =
+        klasse == QLatin1String("kalvora::PlanAnsicht") ? qobject_cast<PlanAnsicht*>(object) : nullptr;
     return view ? new PlanZugang(view) : nullptr;
 }
 

@@ -73,9 +73,15 @@ void Spaltenraster::set_marked_col(int spalte) {
     emit changed();
 }
 
-void Spaltenraster::set_last_day(int spalte) {
-    if (spalte == last_day_) return;
-    last_day_ = spalte;
+bool Spaltenraster::week_start(int spalte) const {
+    return spalte >= 0 && spalte < static_cast<int>(week_starts_.size()) &&
+           week_starts_[static_cast<std::size_t>(spalte)];
+}
+
+void Spaltenraster::set_month(int last_day, std::vector<bool> week_starts) {
+    if (last_day == last_day_ && week_starts == week_starts_) return;
+    last_day_ = last_day;
+    week_starts_ = std::move(week_starts);
     emit changed();
 }
 

@@ -15,11 +15,11 @@ public:
     void anordnen(const std::vector<int>& wünsche, int breite, int mindest, int standard_fest);
 
     int spalten() const { return static_cast<int>(kanten_.size()) - 1; }
-    int fest() const { return fest_; }      // width of the fixed column
-    int breite() const { return breite_; }  // of the view
-    int inhalt() const;                     // width of all columns
-    int breite(int spalte) const;           // 0 hidden
-    int links(int spalte) const;            // on the screen, scrolled
+    int fest() const { return fest_; }     // width of the fixed column
+    int breite() const { return breite_; } // of the view
+    int inhalt() const;                    // width of all columns
+    int breite(int spalte) const;          // 0 hidden
+    int links(int spalte) const;           // on the screen, scrolled
     int rechts(int spalte) const { return links(spalte) + breite(spalte); }
     int spalte_bei(int x) const; // -1 right of all
 
@@ -30,12 +30,14 @@ public:
     int marked_col() const { return marked_col_; }
     void set_marked_col(int spalte);
     int last_day() const { return last_day_; } // the last column that is a day of the month
-    void set_last_day(int spalte);
+    bool week_start(int spalte) const;         // a week begins on it
+    void set_month(int last_day, std::vector<bool> week_starts);
 
 signals:
     void changed();
 
 private:
+    std::vector<bool> week_starts_;
     std::vector<int> kanten_{0}; // left edges unscrolled, and the right end
     int fest_ = 0, breite_ = 0, versatz_ = 0, marked_col_ = 0, last_day_ = 0;
 };

@@ -12,11 +12,11 @@ struct Name {
 };
 
 constexpr std::array NAMEN{
-    Name{Qt::Key_Escape, u"Esc"},    Name{Qt::Key_Return, u"Eingabe"},   Name{Qt::Key_Enter, u"Eingabe"},
-    Name{Qt::Key_Home, u"Pos1"},     Name{Qt::Key_End, u"Ende"},         Name{Qt::Key_PageUp, u"Bild-auf"},
-    Name{Qt::Key_PageDown, u"Bild-ab"}, Name{Qt::Key_Insert, u"Einfg"},  Name{Qt::Key_Delete, u"Entf"},
-    Name{Qt::Key_Left, u"Links"},    Name{Qt::Key_Right, u"Rechts"},     Name{Qt::Key_Up, u"Auf"},
-    Name{Qt::Key_Down, u"Ab"},       Name{Qt::Key_Tab, u"Tab"},          Name{Qt::Key_Backspace, u"Rück"},
+    Name{Qt::Key_Escape, u"Esc"},       Name{Qt::Key_Return, u"Eingabe"}, Name{Qt::Key_Enter, u"Eingabe"},
+    Name{Qt::Key_Home, u"Pos1"},        Name{Qt::Key_End, u"Ende"},       Name{Qt::Key_PageUp, u"Bild-auf"},
+    Name{Qt::Key_PageDown, u"Bild-ab"}, Name{Qt::Key_Insert, u"Einfg"},   Name{Qt::Key_Delete, u"Entf"},
+    Name{Qt::Key_Left, u"Links"},       Name{Qt::Key_Right, u"Rechts"},   Name{Qt::Key_Up, u"Auf"},
+    Name{Qt::Key_Down, u"Ab"},          Name{Qt::Key_Tab, u"Tab"},        Name{Qt::Key_Backspace, u"Rück"},
     Name{Qt::Key_Space, u"Leer"},
 };
 

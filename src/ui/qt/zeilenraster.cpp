@@ -46,8 +46,9 @@ int Zeilenraster::zeile_bei(int bildschirm_y) const {
 }
 
 int Zeilenraster::letzte_in(int ansichtshöhe) const {
-    const int zeile = zeile_bei(std::max(ansichtshöhe - 1, kopf()));
-    return zeile < 0 ? zeilen() - 1 : zeile;
+    const int grenze = ansichtshöhe - kopf() + kante(oben_);
+    const auto hit = std::upper_bound(kanten_.begin(), kanten_.end(), grenze);
+    return std::max(oben_, static_cast<int>(hit - kanten_.begin()) - 2);
 }
 
 } // namespace kalvora

@@ -11,8 +11,8 @@ public:
     void anordnen(std::vector<int> höhen, int feste_Zeilen); // 0: a hidden row
 
     int zeilen() const { return static_cast<int>(kanten_.size()) - 1; }
-    int fest() const { return fest_; }         // number of fixed rows
-    int kopf() const { return kante(fest_); }  // their height
+    int fest() const { return fest_; }        // number of fixed rows
+    int kopf() const { return kante(fest_); } // their height
     int inhalt() const { return kanten_.back(); }
     int höhe(int zeile) const { return kante(zeile + 1) - kante(zeile); }
 
@@ -24,7 +24,8 @@ public:
 
     int y(int zeile) const; // on the screen; a row above `oben` lies above the heading's lower edge
     int zeile_bei(int bildschirm_y) const; // -1 below all
-    int letzte_in(int ansichtshöhe) const; // last row of which something shows
+    // Last row that shows whole, `oben` at least: rows cut at the lower edge are not shown.
+    int letzte_in(int ansichtshöhe) const;
 
 private:
     int kante(int zeile) const;
