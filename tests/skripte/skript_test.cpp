@@ -44,7 +44,8 @@ std::string Dateitext(const fs::path& pfad) {
 // What the comment lines at the beginning ask for: "# aufruf: /d:041126 /path {ordner}".
 struct Kopf {
     std::vector<Text> aufruf{u"/path", u"{ordner}"};
-    std::vector<std::string> firma; // options of kalvora-firma; empty: no company
+    std::vector<std::vector<Text>> vorläufe; // call parameters of runs that come first
+    std::vector<std::string> firma;          // options of kalvora-firma; empty: no company
     Text benutzer = u"Muster";
     Zeitpunkt uhr{{2026, 11, 4}, 8, 0, 0};
     std::vector<Text> inhalt; // masks of data files whose lines are shown behind the end
@@ -79,6 +80,7 @@ void Kopfzeile_lesen(const std::string& zeile, Kopf& kopf) {
     const auto hat = [&](const char* name) { return zeile.rfind(std::string("# ") + name + ":", 0) == 0; };
     const Text wert(trimmen(aus_utf8(zeile.substr(std::min(zeile.size(), zeile.find(':') + 1)))));
     if (hat("aufruf")) kopf.aufruf = Worte(wert);
+    if (hat("vorlauf")) kopf.vorläufe.push_back(Worte(wert));
     if (hat("firma")) Firma_lesen(wert, kopf);
     if (hat("benutzer")) kopf.benutzer = wert;
     if (hat("inhalt")) kopf.inhalt.push_back(wert);
@@ -152,20 +154,30 @@ public:
     // Transcript, exit status and the contents asked for; the temporary folder is "{ordner}".
     std::string ergebnis() {
         if (!kopf_.fehler.empty()) return kopf_.fehler + "\n";
+        fs::current_path(ordner_.ordner()); // the program of the script before left this process in its own
         if (!kopf_.firma.empty() && !Firma_gründen(kopf_, ordner_.ordner())) return "kalvora-firma failed\n";
-        const int status = laufen();
+        for (const std::vector<Text>& aufruf : kopf_.vorläufe)
+            vorlaufen(aufruf);
+        const int status = laufen(kopf_.aufruf, skript_, protokoll_);
         const int ende = status != 0 ? 2 : protokoll_.Fehlerzahl() > 0 ? 1 : 0;
         ausgabe_ += "STATUS " + std::to_string(ende) + "\n" + Inhalte(ordner_.ordner(), kopf_.inhalt);
         return ersetzt(ausgabe_, ordner_.ordner().string(), "{ordner}");
     }
 
 private:
-    int laufen() {
+    // A run without commands, of which nothing is shown.
+    void vorlaufen(const std::vector<Text>& aufruf) {
+        std::istringstream nichts;
+        Protokoll verworfen([](std::string_view) {});
+        laufen(aufruf, nichts, verworfen);
+    }
+
+    int laufen(const std::vector<Text>& kopfaufruf, std::istream& skript, Protokoll& protokoll) {
         Skriptuhr uhr(echte_, kopf_.uhr);
-        Stromquelle quelle(skript_, true);
-        KonsolenFenstersystem system(protokoll_, quelle, uhr);
+        Stromquelle quelle(skript, true);
+        KonsolenFenstersystem system(protokoll, quelle, uhr);
         std::vector<Text> aufruf;
-        for (const Text& wort : kopf_.aufruf)
+        for (const Text& wort : kopfaufruf)
             aufruf.push_back(Ersetzen(wort, u"{ordner}", aus_utf8(ordner_.ordner().string())));
         const int status = Programm({dateien_, uhr, umgebung_}, system, aufruf).ausführen();
         system.abschließen();
