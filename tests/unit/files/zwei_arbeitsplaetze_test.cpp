@@ -1,0 +1,161 @@
+// Two workstations on one data folder of the real file system: neither loses what the other has saved.
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "hilfen/temp_ordner.h"
+#include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_environment.h"
+#include "platform/posix/posix_filesystem.h"
+#include "unit/frame/pruefprogramm.h"
+
+namespace kalvora {
+namespace {
+
+// The folder, and any number of workstations on it.
+struct Netz {
+    TempOrdner ordner;
+    PosixFileSystem fs;
+    std::shared_ptr<TestUmgebung::Sperren> sperren = std::make_shared<TestUmgebung::Sperren>();
+    Text daten = ordner.pfad(u"Data/");
+
+    explicit Netz(const Firma& firma = {}) { firma.anlegen(fs, daten); }
+    std::unique_ptr<Lauf> platz(const Text& benutzer, const Text& rechner) {
+        auto lauf = std::make_unique<Lauf>(fs, benutzer, ordner.pfad(), rechner, sperren);
+        EXPECT_TRUE(lauf->starten({u"/path", daten, u"/nowelcomescreen"}));
+        return lauf;
+    }
+    // The plan as a third one sees it.
+    Text zellen(TextView BenId) { return platz(u"chef", u"DRITTER")->zellen(BenId); }
+};
+
+Text ab(int tag, TextView text) {
+    return Text(static_cast<size_t>(tag - 1), u'.') + Text(text) +
+           Text(static_cast<size_t>(32 - tag) - text.size(), u'.');
+}
+
+TEST(ZweiArbeitsplätze, ErsteSpeicherungDesTagesVonBeiden) {
+    Netz netz;
+    const auto p = netz.platz(u"anna", u"P"), q = netz.platz(u"otto", u"Q");
+    p->trage_ein(u"anna", 18, 19, 1);
+    q->trage_ein(u"otto", 18, 18, 3); // has never seen the other's version
+    EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"UU"));
+    EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"Z"));
+    q->trage_ein(u"otto", 19, 19, 1);
+    p->trage_ein(u"anna", 19, 19, 7);
+    EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"U"));
+    EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"ZU"));
+    EXPECT_EQ(q->zellen(u"anna"), ab(1, u""));
+    q->fenster_().tmrTimer1.tick();
+    EXPECT_EQ(q->zellen(u"anna"), ab(18, u"U")) << "the poll shows what the other has saved";
+    for (const auto* lauf : {&p, &q}) {
+        EXPECT_TRUE((*lauf)->fenster.hinweise.empty());
+        EXPECT_EQ((*lauf)->schließen(), 0);
+    }
+}
+
+TEST(ZweiArbeitsplätze, MarkierungBleibtBeiDerPerson) {
+    Netz netz;
+    const auto p = netz.platz(u"chef", u"P"), q = netz.platz(u"otto", u"Q");
+    p->markiere(u"eve", 18, 20);
+    q->trage_ein(u"otto", 18, 18, 1);
+    p->fenster_().tmrTimer1.tick();
+    EXPECT_EQ(p->zellen(u"otto"), ab(18, u"U"));
+    EXPECT_TRUE(p->plan().HighLight());
+    p->drücke(1);
+    EXPECT_EQ(netz.zellen(u"eve"), ab(18, u"UUU"));
+}
+
+// Somebody adds a person above while the row is marked.
+TEST(ZweiArbeitsplätze, PersonalÄndertSich) {
+    Firma firma;
+    Netz netz(firma);
+    const auto p = netz.platz(u"chef", u"P");
+    p->markiere(u"eve", 18, 18);
+    firma.personal.insert(firma.personal.begin() + 1, Firma::Person(u"adam"));
+    std::vector<Text> zeilen{u"[Mitarbeiterdaten]", u"", u"2025"};
+    zeilen.insert(zeilen.end(), firma.personal.begin(), firma.personal.end());
+    netz.ordner.schreibe(u"Data/Mitarbeiterdaten.dat", als_Datei(zeilen));
+    p->drücke(1);
+    EXPECT_EQ(netz.zellen(u"eve"), ab(18, u"U"));
+    EXPECT_EQ(netz.zellen(u"adam"), ab(1, u""));
+    EXPECT_GT(p->zeile(u"adam"), 0);
+}
+
+TEST(ZweiArbeitsplätze, VieleImWechsel) {
+    Netz netz;
+    const auto p = netz.platz(u"anna", u"P"), q = netz.platz(u"otto", u"Q");
+    for (int n = 0; n < 20; ++n) {
+        const int tag = 18 + n % 3;
+        p->trage_ein(u"anna", tag, tag, n % 2 == 0 ? 1 : 3);
+        if (n % 3 == 0) q->neu_laden();
+        q->trage_ein(u"otto", tag, tag, n % 2 == 0 ? 6 : 4);
+        if (n % 5 == 0) p->neu_laden();
+    }
+    EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"UZZ"));
+    EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"SDD"));
+}
+
+// --- real processes -------------------------------------------------------------------------------------
+
+// Each child saves 50 rows of persons of its own, beginning with the day's first save, and looks for them.
+int Kind(const Text& daten, char wer) {
+    PosixFileSystem fs;
+    PosixClock uhr;
+    StummeFenster fenster;
+    Application app(fenster);
+    Dateiwerk werk(fs, uhr, u"RECHNER-" + ziffern(getpid()));
+    Dateikanal kanal(werk, app, static_cast<std::uint32_t>(wer));
+    Arbeitsplatz platz;
+    platz.Heute = Datum_aus(2026, 11, 16);
+    platz.Heute_S = u"261116";
+    platz.Datenpfad = daten;
+    Konfigdaten konfig(kanal, platz);
+    konfig.Konfigdaten_lesen();
+    Mitarbeiterdaten personal(kanal, platz, konfig);
+    personal.Mitarbeiterdaten_lesen();
+    Logbuch log(kanal, platz, konfig);
+    Erfassungsdateien erfassung(kanal, platz, konfig, personal, log);
+    erfassung.Erfassungsdaten_lesen(u"2611");
+    for (int n = 0; n < 50; ++n) {
+        const Text id = Text(1, static_cast<char16_t>(wer)) + ziffern(n);
+        if (!erfassung.Datensatz_speichern(A(id, u"1"))) return 1;
+        if (n % 10 == 9) erfassung.Erfassungsdaten_lesen(u"2611");
+    }
+    erfassung.Ausstehende_nachsehen();
+    return fenster.hinweise.empty() ? 0 : 2;
+}
+
+TEST(ZweiArbeitsplätze, ZweiProzesse) {
+    Firma firma;
+    firma.personal.clear();
+    for (const TextView wer : {u"a", u"b"})
+        for (int n = 0; n < 50; ++n)
+            firma.personal.push_back(Firma::Person(Text(wer) + ziffern(n)));
+    Netz netz(firma);
+    std::vector<pid_t> kinder;
+    for (const char wer : {'a', 'b'}) {
+        const pid_t kind = fork();
+        if (kind == 0) {
+            int status = 3;
+            try {
+                status = Kind(netz.daten, wer);
+            } catch (...) { // the parent sees the status
+            }
+            _exit(status);
+        }
+        kinder.push_back(kind);
+    }
+    for (const pid_t kind : kinder) {
+        int status = -1;
+        ASSERT_EQ(waitpid(kind, &status, 0), kind);
+        EXPECT_EQ(status, 0);
+    }
+    const auto dritter = netz.platz(u"chef", u"DRITTER");
+    for (const TextView wer : {u"a", u"b"})
+        for (int n = 0; n < 50; ++n)
+            EXPECT_EQ(dritter->zellen(Text(wer) + ziffern(n)), ab(1, u"U"));
+    EXPECT_EQ(dritter->erfassung().Aktuelle_Erfassungsdatei(u"2611"), u"2611 261116");
+}
+
+} // namespace
+} // namespace kalvora
