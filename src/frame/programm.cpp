@@ -73,6 +73,7 @@ void Programm::scheitern(const std::exception_ptr& fehler) {
 // The order is required: each step relies on the ones before it.
 void Programm::Main() {
     platz_.Startphase = true;
+    startordner_ = plattform_.fs.current_folder();
     Systempfad_bestimmen();
     Instanz_prüfen();
     Datum_und_Aufruf();
@@ -123,8 +124,8 @@ void Programm::Fenster_zeigen() {
 bool Programm::Schließen() {
     if (!läuft_) return true;
     haupt_->Fenster_merken();
-    daten_->erfassung.Ausstehende_nachsehen();
     daten_->ini.Inidatei_schreiben();
+    daten_->erfassung.Ausstehende_nachsehen();
     for (Form* form : std::vector<Form*>(app_.forms()))
         if (form != &haupt_->form()) app_.close(*form);
     läuft_ = false;

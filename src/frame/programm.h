@@ -73,6 +73,7 @@ private:
     std::unique_ptr<Gemeinsame_Daten> daten_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;
+    Text startordner_; // relative paths of the call and the environment mean this one
     int status_ = 0;
     bool läuft_ = false;
 };

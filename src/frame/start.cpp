@@ -28,6 +28,13 @@ Text geglättet(const Text& pfad) {
     return aus;
 }
 
+// A user name with its domain ("FIRMA\\meier") is no path.
+Text als_Dateiname(Text name) {
+    for (char16_t& c : name)
+        if (c == u'/' || c == u'\\') c = u'_';
+    return name;
+}
+
 void Vorlage_kopieren(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name) {
     if (Datei_vorhanden(werk.fs(), Datei_finden(werk.fs(), platz.Systempfad, name))) return;
     const auto inhalt = werk.lesen(Datei_finden(werk.fs(), platz.Programmpfad, name));
@@ -38,7 +45,7 @@ void Vorlage_kopieren(const Dateiwerk& werk, const Arbeitsplatz& platz, const Te
 
 Text Programm::absoluter_Ordner(Text pfad) const {
     pfad = Pfad_nativ(pfad);
-    if (!pfad.starts_with(u'/')) pfad = als_Ordner(plattform_.fs.current_folder()) + pfad;
+    if (!pfad.starts_with(u'/')) pfad = als_Ordner(startordner_) + pfad;
     return geglättet(pfad);
 }
 
@@ -54,7 +61,8 @@ void Programm::Systempfad_bestimmen() {
 }
 
 void Programm::Instanz_prüfen() {
-    if (plattform_.umgebung.lock_instance(platz_.Systempfad + u".kalvora-" + platz_.Benutzername + u".lock"))
+    if (plattform_.umgebung.lock_instance(platz_.Systempfad + u".kalvora-" +
+                                          als_Dateiname(platz_.Benutzername) + u".lock"))
         return;
     app_.Hinweis(u"Programm ist bereits gestartet");
     throw Ende{2};
@@ -206,7 +214,7 @@ void Programm::Setting_setzen() {
 
 void Programm::Persönliches_lesen() {
     daten_->Anzber_und_Anzgru_init();
-    platz_.Inidateiname = u"Kalvora_" + platz_.Benutzername + u".ini";
+    platz_.Inidateiname = u"Kalvora_" + als_Dateiname(platz_.Benutzername) + u".ini";
     daten_->ini.Inidatei_lesen(daten_->Anzeigegruppen_vorhanden() ? daten_->Anzeigegruppen.anzahl() : 0);
     platz_.Langsame_Anzeige = daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) == 1;
 }

@@ -31,27 +31,51 @@ void Eintragung::neu_laden() {
     ansicht_.Daten_anzeigen(false);
 }
 
+// Rows are remembered by who they are: a rebuild may move, add or drop some.
+Eintragung::Auswahl Eintragung::Auswahl_merken() const {
+    const Table& plan = f_.msgFlexGrid;
+    Auswahl auswahl{plan.selection(), plan.HighLight(), {}};
+    const Markierung m = Markierung_merken();
+    for (int row = m.Zeile_von; auswahl.markiert && row <= m.Zeile_bis && row < plan.rows(); ++row)
+        auswahl.wer.push_back(Zeilenname(row));
+    return auswahl;
+}
+
+Text Eintragung::Zeilenname(int row) const {
+    const Text& BenId = ansicht_.BenId(row);
+    return BenId.empty() ? u":" + f_.msgFlexGrid.cell(row, 0).text : klein(BenId);
+}
+
+// The marking comes back only where exactly the same rows stand one below the other.
+bool Eintragung::Auswahl_wiederherstellen(const Auswahl& auswahl) {
+    if (!auswahl.markiert) return true;
+    Table& plan = f_.msgFlexGrid;
+    const int anzahl = static_cast<int>(auswahl.wer.size());
+    for (int row = 1; anzahl > 0 && row + anzahl <= plan.rows(); ++row) {
+        bool gleich = true;
+        for (int k = 0; gleich && k < anzahl; ++k)
+            gleich = Zeilenname(row + k) == auswahl.wer[static_cast<std::size_t>(k)];
+        if (!gleich) continue;
+        const int versatz = row - std::min(auswahl.s.row, auswahl.s.row_sel);
+        plan.set_selection(
+            {auswahl.s.row + versatz, auswahl.s.col, auswahl.s.row_sel + versatz, auswahl.s.col_sel});
+        plan.set_HighLight(true);
+        return true;
+    }
+    return false;
+}
+
 // An old reason table or staff list must never be written with. When they have changed, the month is shown
-// anew; the marking goes on by the persons' keys if the pressed reason still is what it was.
+// anew, and the marking goes on if the pressed reason still is what it was.
 bool Eintragung::Stand_auffrischen(int b) {
-    const Selection vorher = f_.msgFlexGrid.selection();
-    const bool markiert = f_.msgFlexGrid.HighLight();
-    const auto schlüssel = [&](int row) {
-        return row >= 1 && row < f_.msgFlexGrid.rows() ? ansicht_.BenId(row) : Text();
-    };
-    const Text erster = schlüssel(vorher.row), letzter = schlüssel(vorher.row_sel);
+    const Auswahl auswahl = Auswahl_merken();
     const std::optional<Schaltfläche> grund = b <= d_.K().U() ? std::optional(d_.K().SF(b)) : std::nullopt;
     const int U = d_.K().U();
     if (!d_.Vor_dem_Schreiben_auffrischen()) return true;
-    if (ansicht_.Daten_geändert_behandeln) ansicht_.Daten_geändert_behandeln();
     neu_laden();
-    const int row = ansicht_.Zeile_zu_BenId(erster), row_sel = ansicht_.Zeile_zu_BenId(letzter);
-    const bool gleich = d_.K().U() == U && (!grund || d_.K().SF(b) == *grund);
-    if (gleich && (!markiert || (row > 0 && row_sel > 0))) {
-        if (markiert) f_.msgFlexGrid.set_selection({row, vorher.col, row_sel, vorher.col_sel});
-        f_.msgFlexGrid.set_HighLight(markiert);
-        return true;
-    }
+    const bool gleicher_Grund = d_.K().U() == U && (!grund || d_.K().SF(b) == *grund);
+    if (Auswahl_wiederherstellen(auswahl) && gleicher_Grund) return true;
+    Markierung_aufheben();
     d_.app.Hinweis(
         u"Die gemeinsamen Daten wurden zwischenzeitlich von jemand anderem geändert und neu geladen. Bitte "
         u"nehmen Sie den Eintrag noch einmal vor.");
@@ -107,7 +131,10 @@ void Eintragung::Tabellenzeile_ändern(int b) {
     const Konfiguration& k = d_.K();
     if (!Eingabe_erlaubt(b)) return;
     Spanne spanne;
-    const Befund befund = Plausibilitätsprüfung(b, f_.msgFlexGrid.selection(), spanne);
+    const Selection s = f_.msgFlexGrid.selection();
+    if (s.row == s.row_sel && s.row >= 1 && !f_.msgFlexGrid.row_visible(s.row))
+        f_.msgFlexGrid.set_TopRow(s.row);
+    const Befund befund = Plausibilitätsprüfung(b, s, spanne);
     if (befund == Befund::Nichts) Markierung_aufheben();
     if (befund != Befund::Ok) return;
     if (b == k.U() && k.Setting(12) == 0 && nur_freie_Tage(spanne)) {
@@ -129,8 +156,9 @@ void Eintragung::Tabellenzeilen_ändern(int b) {
     if (!Eingabe_erlaubt(b)) return;
     const Markierung m = Markierung_merken();
     std::vector<Spanne> spannen;
-    for (int row = m.Zeile_von; row <= m.Zeile_bis; ++row) {
-        if (row < 1 || ansicht_.Überschriftzeile(row)) continue;
+    if (m.Zeile_von < 1) return; // the heading is no anchor
+    for (int row = m.Zeile_von; row <= m.Zeile_bis && row < f_.msgFlexGrid.rows(); ++row) {
+        if (ansicht_.Überschriftzeile(row)) continue;
         Spanne spanne;
         const Befund befund = Plausibilitätsprüfung(b, {row, m.Spalte_von, row, m.Spalte_bis}, spanne);
         if (befund == Befund::Abgelehnt) return;
@@ -167,7 +195,6 @@ bool Eintragung::Zeile_erlaubt(const Selection& s) {
         return abgelehnt(u"Die Markierung darf sich " +
                          Text(k.Benutzerrolle == 0 ? u"nur bei Administratoren" : u"nicht") +
                          u" über mehr als eine Zeile erstrecken");
-    if (!f_.msgFlexGrid.row_visible(s.row)) f_.msgFlexGrid.set_TopRow(s.row);
     if (ansicht_.Überschriftzeile(s.row))
         return abgelehnt(u"Überschriftzeile. In dieser Zeile ist kein Eintrag möglich.");
     if (k.Benutzerrolle > 0) return true;

@@ -20,6 +20,15 @@ public:
     Markierung Markierung_merken() const { return Markierung::aus(f_.msgFlexGrid.selection()); }
     void Markierung_wiederherstellen(const Markierung& m) { f_.msgFlexGrid.set_selection(m.als_Auswahl()); }
     void Markierung_aufheben();
+    // The marking across a rebuild of the plan, by persons.
+    struct Auswahl {
+        Selection s;
+        bool markiert = false;
+        std::vector<Text> wer;
+    };
+    Auswahl Auswahl_merken() const;
+    bool Auswahl_wiederherstellen(const Auswahl& auswahl); // false: the rows do not stand like that any more
+    void Kopierpuffer_leeren() { kopierpuffer_ = u"NoEntry"; }
     // The codes last taken for pasting; a pressed button replaces them.
     const Text& Kopierpuffer() const { return kopierpuffer_; }
     // The row's record, "A:<BenId>:<31 codes>", built from the cells' codes.
@@ -50,6 +59,7 @@ private:
     // Rereads what others have changed; false: the entry must be made again (told by a message).
     bool Stand_auffrischen(int b);
     void neu_laden();
+    Text Zeilenname(int row) const;
     Text Logzeile(int b, const Spanne& spanne, bool Arbeitsfrei_entfernt) const;
     Text Datum_im_Log(int tag) const;
 

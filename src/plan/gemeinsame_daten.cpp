@@ -13,19 +13,34 @@ Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikana
     };
 }
 
-// Which headings this user may see. Until the permission rows are read, a user whom permissions bind sees the
-// group that he stands in, which is what the rows start from.
 void Gemeinsame_Daten::Anzber_und_Anzgru_init() {
     platz.Erlaubte_Überschriften = u"AllGroups";
     Anzeigegruppen = Feld<Text>{u"NoGroups"};
     ini.wahl().Gruppenauswahl = 0;
-    if (K().Setting(1) != 2 || K().Benutzerrolle == 2) return;
+    if (K().Setting(1) == 2) Anzeigeberechtigungen_ermitteln();
+}
+
+// Which headings this user may see: without permission rows the group that he stands in.
+void Gemeinsame_Daten::Anzeigeberechtigungen_ermitteln() {
+    if (K().Benutzerrolle == 2) return;
     Text überschrift;
+    bool gefunden = false;
     for (const Mitarbeiter& m : personal.MA()) {
         if (m.Überschrift() && !m.MA_Name.empty()) überschrift = m.MA_Name;
-        if (!m.Überschrift() && Eigene_Zeile(m.MA_BenId)) break;
+        gefunden = !m.Überschrift() && Eigene_Zeile(m.MA_BenId);
+        if (gefunden) break;
     }
-    platz.Erlaubte_Überschriften = überschrift + u":";
+    platz.Erlaubte_Überschriften = gefunden ? überschrift + u":" : Text();
+    if (gefunden || !platz.Startmeldung.empty() || !platz.Startphase) return;
+    const bool mitarbeiter = K().Benutzerrolle == 0;
+    platz.Startmeldung =
+        u"Ihrem Windows-Benutzernamen '" + platz.Benutzername +
+        u"' wurden keine Anzeigeberechtigungen zugeordnet" +
+        (mitarbeiter
+             ? u" oder Sie sind nicht mit diesem Windows-Benutzernamen als Mitarbeiter im Kalvora eingetragen"
+             : u"") +
+        u".\n\nBitten Sie einen der folgenden Administratoren, Ihnen Anzeigeberechtigung zu erteilen" +
+        (mitarbeiter ? u" oder Sie als Mitarbeiter einzutragen" : u"") + u": " + K().Administratorenliste();
 }
 
 // This user's own display choices are written first, so that they survive the reading.
@@ -35,6 +50,14 @@ void Gemeinsame_Daten::Konfiguration_neu_lesen() {
     feiertage.Feiertage_lesen();
     Anzber_und_Anzgru_init();
     ini.Inidatei_lesen(Anzeigegruppen_vorhanden() ? Anzeigegruppen.anzahl() : 0);
+    neu_gelesen_ = true;
+}
+
+void Gemeinsame_Daten::Personal_neu_lesen() {
+    const int Startjahr = platz.Startjahr;
+    personal.Mitarbeiterdaten_lesen();
+    if (platz.Startjahr != Startjahr) feiertage.Feiertage_berechnen(); // the years held have moved
+    neu_gelesen_ = true;
 }
 
 bool Gemeinsame_Daten::CheckKonfigdaten() {
@@ -45,7 +68,7 @@ bool Gemeinsame_Daten::CheckKonfigdaten() {
 
 bool Gemeinsame_Daten::CheckMitarbeiterdaten() {
     if (!personal.Datei_geändert(true)) return false;
-    personal.Mitarbeiterdaten_lesen();
+    Personal_neu_lesen();
     return true;
 }
 
@@ -53,7 +76,7 @@ bool Gemeinsame_Daten::Vor_dem_Schreiben_auffrischen() {
     const bool konfig_neu = konfig.Datei_geändert(false);
     if (konfig_neu) Konfiguration_neu_lesen();
     const bool personal_neu = personal.Datei_geändert(false);
-    if (personal_neu) personal.Mitarbeiterdaten_lesen();
+    if (personal_neu) Personal_neu_lesen();
     return konfig_neu || personal_neu;
 }
 

@@ -2,6 +2,8 @@
 // changed the configuration or the staff list.
 #pragma once
 
+#include <utility>
+
 #include "files/erfassungsdateien.h"
 #include "files/feiertagsdatei.h"
 #include "files/inidatei.h"
@@ -31,6 +33,8 @@ public:
     // Each returns true when the file had changed and was read again. For watching.
     bool CheckKonfigdaten();
     bool CheckMitarbeiterdaten();
+    // Something was read again since this was asked last, whoever did it: menu and buttons must follow.
+    bool Neu_gelesen_abholen() { return std::exchange(neu_gelesen_, false); }
     // The same before a write, without the limits of watching.
     bool Vor_dem_Schreiben_auffrischen();
 
@@ -39,6 +43,9 @@ public:
 
 private:
     void Konfiguration_neu_lesen();
+    void Personal_neu_lesen();
+    void Anzeigeberechtigungen_ermitteln();
+    bool neu_gelesen_ = false;
 };
 
 } // namespace kalvora

@@ -1,5 +1,8 @@
 #include "plan/hauptfenster.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace kalvora {
 
 namespace {
@@ -9,25 +12,25 @@ constexpr int ZÄHLER_HÖCHSTENS = 1000;
 } // namespace
 
 Hauptfenster::Hauptfenster(Gemeinsame_Daten& daten)
-    : d_(daten), f_(daten.app), ansicht_(f_, daten), eintragung_(f_, daten, ansicht_) {
+    : d_(daten), f_(daten.app), ansicht_(f_, daten), eintragung_(f_, daten, ansicht_), suche_(f_, daten) {
     ansicht_.Markierung_aufheben = [this] { eintragung_.Markierung_aufheben(); };
     ansicht_.Tabellenfelder_anordnen = [this] { Tabellenfelder_anordnen(); };
     ansicht_.Daten_geändert_behandeln = [this] {
+        Jahre_anbieten();
         Menüpunkte_aktivieren();
         Tabellenfelder_anordnen();
         Schaltflächen_anordnen();
+        Gruppen_anbieten();
         Titel_setzen();
     };
+    ansicht_.nach_dem_Anzeigen = [this] { Statuszeile(); };
     Ereignisse_verbinden();
     Tabellen_verbinden();
 }
 
 void Hauptfenster::öffnen(bool mit_Monat) {
     als_Prozedur(u"frmKalvora - Form_Load", [&] {
-        std::vector<Text> jahre;
-        for (int k = 0; k < 3; ++k)
-            jahre.push_back(ziffern(d_.platz.Startjahr + k));
-        f_.tabJahre.set_captions(std::move(jahre));
+        Jahre_anbieten();
         const bool rückblick = d_.platz.Datenrückblick_aktiv;
         f_.tabJahre.set_selected(rückblick ? 0 : 1);
         for (int k = 1; rückblick && k < 3; ++k)
@@ -57,15 +60,34 @@ void Hauptfenster::Titel_setzen() {
 
 void Hauptfenster::Monat_wechseln() {
     als_Prozedur(u"frmKalvora - tabMonate_Click", [&] {
-        const int jahr = d_.platz.Startjahr + f_.tabJahre.selected();
-        ansicht_.Anzeigemonat_setzen(ziffern(jahr % 100, 2) + ziffern(f_.tabMonate.selected() + 1, 2));
-        d_.ferien.Ferienindex_setzen(ansicht_.Anzeigemonat(),
-                                     d_.ini.wahl().Fensterdaten_(fenster::SCHULFERIEN_AUS) == 1);
+        Anzeigemonat_aus_Reitern();
         ansicht_.Daten_anzeigen(false);
         Abfragezähler_ = 0;
-        Statuszeile();
-        if (Startphase_beendet) Startphase_beendet();
+        if (Startphase_beendet) std::exchange(Startphase_beendet, nullptr)();
     });
+}
+
+void Hauptfenster::Anzeigemonat_aus_Reitern() {
+    const Text& jahr = f_.tabJahre.captions()[static_cast<std::size_t>(f_.tabJahre.selected())];
+    ansicht_.Anzeigemonat_setzen(Text(rechts(jahr, 2)) + ziffern(f_.tabMonate.selected() + 1, 2));
+    d_.ferien.Ferienindex_setzen(ansicht_.Anzeigemonat(),
+                                 d_.ini.wahl().Fensterdaten_(fenster::SCHULFERIEN_AUS) == 1);
+}
+
+// The years held may have moved on another workstation: the year on show stays if it is still held.
+void Hauptfenster::Jahre_anbieten() {
+    std::vector<Text> jahre;
+    for (int k = 0; k < 3; ++k)
+        jahre.push_back(ziffern(d_.platz.Startjahr + k));
+    if (jahre == f_.tabJahre.captions()) return;
+    const std::vector<Text> alte = f_.tabJahre.captions();
+    const auto gezeigt = alte.empty() ? jahre.end()
+                                      : std::find(jahre.begin(), jahre.end(),
+                                                  alte[static_cast<std::size_t>(f_.tabJahre.selected())]);
+    const int reiter = gezeigt == jahre.end() ? 1 : static_cast<int>(gezeigt - jahre.begin());
+    f_.tabJahre.set_captions(jahre);
+    f_.tabJahre.set_selected(reiter);
+    if (!ansicht_.Anzeigemonat().empty()) Anzeigemonat_aus_Reitern();
 }
 
 // To a later year opens January, to an earlier one December.
@@ -90,22 +112,11 @@ void Hauptfenster::CheckErfassungsdaten() {
     if (jetzt == 0 ||
         (jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel() && !d_.erfassung.Ausstehende_vorhanden()))
         return;
-    Table& plan = f_.msgFlexGrid;
-    const bool markiert = plan.HighLight();
-    Selection s = plan.selection();
-    const auto schlüssel = [&](int row) {
-        return row >= 1 && row < plan.rows() ? ansicht_.BenId(row) : Text();
-    };
-    const Text erster = schlüssel(s.row), letzter = schlüssel(s.row_sel);
-    const int oben = plan.TopRow();
+    const Eintragung::Auswahl auswahl = eintragung_.Auswahl_merken();
+    const int oben = f_.msgFlexGrid.TopRow();
     Monat_wechseln();
-    plan.set_TopRow(oben);
-    // The marking follows its persons: rows may have come or gone.
-    s.row = ansicht_.Zeile_zu_BenId(erster);
-    s.row_sel = ansicht_.Zeile_zu_BenId(letzter);
-    if (!markiert || s.row == 0 || s.row_sel == 0) return;
-    plan.set_selection(s);
-    plan.set_HighLight(true);
+    f_.msgFlexGrid.set_TopRow(oben);
+    eintragung_.Auswahl_wiederherstellen(auswahl);
 }
 
 // Ten quick looks, then every tenth, then every hundredth tick: an idle workstation burdens the server
@@ -114,7 +125,7 @@ void Hauptfenster::Poll() {
     if (f_.view() && f_.view()->state() != WindowState::Normal &&
         f_.view()->state() != WindowState::Maximised)
         return;
-    if (d_.app.active_form() != &f_) return;
+    if (d_.app.active_form() != &f_ || !d_.app.windows().active(f_)) return;
     if (++Abfragezähler_ > ZÄHLER_HÖCHSTENS) Abfragezähler_ = 0;
     if (Abfragezähler_ % 10 != 0 && Abfragezähler_ > 10) return;
     if (Abfragezähler_ % 100 != 0 && Abfragezähler_ > 100) return;
@@ -141,7 +152,6 @@ void Hauptfenster::Ereignisse_verbinden() {
     f_.mnu(u"mnuBeenden").on_click = beenden;
     f_.on_query_close = [this] { return !schließen || schließen(); };
     f_.on_key = [this](const Key& taste) { return Taste(taste); };
-    f_.on_resize = [this] { Tabellenfelder_anordnen(); };
     f_.tmrTimer1.on_tick = [this] { Poll(); };
 }
 
@@ -218,12 +228,17 @@ void Hauptfenster::Markierung_und_Highlight_Off() {
 }
 
 bool Hauptfenster::Taste(const Key& t) {
-    const Modifiers ohne{}, strg{false, true, false}, alt{false, false, true};
+    const Modifiers ohne{}, strg{false, true, false};
     if (t.code == u"F5" && t.mods == ohne) {
         Monat_wechseln();
         return true;
     }
-    if (t.code == u"F4" && (t.mods == strg || t.mods == alt)) {
+    if (t.code == u"F3" || (t.code == u"F4" && t.mods == ohne) || (t.code == u"F" && t.mods == strg)) {
+        Markierung_und_Highlight_Off();
+        suche_.suchen(t.code == u"F4");
+        return true;
+    }
+    if (t.code == u"F4" && t.mods == strg) {
         d_.app.Hinweis(u"Windows-Benutzername: " + d_.platz.Benutzername + u"\n\nAdministratoren: " +
                        d_.K().Administratorenliste());
         return true;

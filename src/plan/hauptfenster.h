@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plan/eintragung.h"
+#include "plan/mitarbeitersuche.h"
 
 namespace kalvora {
 
@@ -40,6 +41,8 @@ private:
     void Schaltflächen_anordnen();
     void Statuszeile();
     void Gruppen_anbieten();
+    void Jahre_anbieten();
+    void Anzeigemonat_aus_Reitern();
     void Titel_setzen();
     Text Zelle_vorlesen(int row, int tag) const;
     Text Zelle_erklären(int row, int tag) const;
@@ -50,6 +53,7 @@ private:
     frmKalvora f_;
     Monatsansicht ansicht_;
     Eintragung eintragung_;
+    Mitarbeitersuche suche_;
     int Abfragezähler_ = 0;
     bool maus_war_draußen_ = false;
 };

@@ -61,9 +61,8 @@ void Hauptfenster::Menüpunkte_aktivieren() {
     zeigen(u"mnuAnzeigeberechtigungen", k.Setting(18) != 1);
     zeigen(u"mnuPrivilegierteBenutzer", k.Setting(11) != 0);
     zeigen(u"mnuJahresübersicht", k.Benutzerrolle != 0 || d_.personal.Benutzer_eingetragen());
-    if (k.Setting(19) == 1 && k.Benutzerrolle == 0)
-        for (TextView name : {u"mnuUrlaubsübersicht", u"mnuRTTÜbersicht", u"mnuSummenübersicht"})
-            zeigen(name, false);
+    for (TextView name : {u"mnuUrlaubsübersicht", u"mnuRTTÜbersicht", u"mnuSummenübersicht"})
+        zeigen(name, !(k.Setting(19) == 1 && k.Benutzerrolle == 0));
     zeigen(u"mnuLogbuch", !(k.Setting(3) == 2 && k.Setting(28) == 1 && k.Benutzerrolle == 0));
     if (k.Benutzerrolle != 2)
         for (TextView name : NUR_ADMINISTRATOR)
@@ -71,9 +70,8 @@ void Hauptfenster::Menüpunkte_aktivieren() {
     if (d_.platz.Datenrückblick_aktiv)
         for (TextView name : NICHT_IM_RÜCKBLICK)
             zeigen(name, false);
-    f_.tmrTimer1.set_enabled(k.Setting(32) != 1 && d_.platz.Startmeldung.empty());
-    d_.erfassung.Speicherpuffer_leeren();
-    d_.log.Logpuffer_leeren();
+    f_.tmrTimer1.set_enabled(k.Setting(32) != 1);
+    eintragung_.Kopierpuffer_leeren();
 }
 
 void Hauptfenster::Schaltflächen_anordnen() {
@@ -163,12 +161,12 @@ Text Hauptfenster::Zelle_erklären(int row, int tag) const {
         const bool beides = !feiertag.empty() && d_.ferien.Ferientag(tag);
         return feiertag + (beides ? u"\n" : u"") + (d_.ferien.Ferientag(tag) ? u"Schulferien" : u"");
     }
-    if (zelle.text == Text(1, FESTES_LEERZEICHEN)) return u"Arbeitsfreier Tag";
-    if (zelle.code == u' ' || trimmen(zelle.text).empty()) return {};
-    const int b = d_.K().SFDec(zelle.code);
-    if (b < 1 || b >= d_.K().U()) return {};
+    const bool frei = zelle.text == Text(1, FESTES_LEERZEICHEN);
+    const int b = zelle.code == u' ' || trimmen(zelle.text).empty() ? 0 : d_.K().SFDec(zelle.code);
+    if (!frei && (b < 1 || b >= d_.K().U())) return {};
     const Text kommentar = ansicht_.Zellkommentar(row, tag);
-    return d_.K().SF(b).SF_Text + (kommentar.empty() ? Text() : u"\n" + kommentar);
+    return (frei ? Text(u"Arbeitsfreier Tag") : d_.K().SF(b).SF_Text) +
+           (kommentar.empty() ? Text() : u"\n" + kommentar);
 }
 
 } // namespace kalvora

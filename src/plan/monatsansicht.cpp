@@ -10,7 +10,7 @@ constexpr double LANGSAM_AB = 0.25; // seconds
 constexpr Farbe KOPFFARBE = 0xF1EBE6;
 constexpr int ZWEIZEILIG_AB = 361; // twips: from this width on the weekday stands above the day
 
-bool ist_entfernt(const Cell& zelle) {
+bool ist_leer(const Cell& zelle) {
     return zelle.text.empty();
 }
 
@@ -18,15 +18,17 @@ bool ist_entfernt(const Cell& zelle) {
 
 void Monatsansicht::Daten_anzeigen(bool ohne_Wartezeiger) {
     als_Prozedur(u"frmKalvora - Daten_anzeigen", [&] {
-        const bool konfig_neu = d_.CheckKonfigdaten();
-        const bool personal_neu = d_.CheckMitarbeiterdaten();
-        if ((konfig_neu || personal_neu) && Daten_geändert_behandeln) Daten_geändert_behandeln();
+        d_.CheckKonfigdaten();
+        d_.CheckMitarbeiterdaten();
+        if (d_.Neu_gelesen_abholen() && Daten_geändert_behandeln) Daten_geändert_behandeln();
         const bool sanduhr = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an() && !ohne_Wartezeiger;
         if (sanduhr) d_.app.Sanduhr(true);
         const double beginn = d_.kanal.werk().uhr().steady();
+        const int gestört = d_.app.interruptions();
         Table& plan = f_.msgFlexGrid;
         if (Anzeige(fenster::KALENDERWOCHEN) || Anzeige(fenster::KALENDERWOCHEN_DRUCKEN)) Kalenderwochen();
         plan.set_redraw(false);
+        plan.set_highlight(-1, -1, plan.highlight_colour()); // it was a row's number
         plan.resize(0, SPALTEN);
         plan.resize(1, SPALTEN);
         Überschriften_der_Tage();
@@ -42,7 +44,8 @@ void Monatsansicht::Daten_anzeigen(bool ohne_Wartezeiger) {
         f_.msgFlexTaSu.set_redraw(true);
         plan.set_redraw(true);
         if (sanduhr) d_.app.Sanduhr(false);
-        if (d_.kanal.werk().uhr().steady() - beginn < LANGSAM_AB) return;
+        if (nach_dem_Anzeigen) nach_dem_Anzeigen();
+        if (d_.app.interruptions() != gestört || d_.kanal.werk().uhr().steady() - beginn < LANGSAM_AB) return;
         d_.platz.Langsame_Anzeige = true;
         d_.ini.wahl().Fensterdaten_(fenster::LANGSAM) = 1;
     });
@@ -192,7 +195,7 @@ void Monatsansicht::Spalte_einfärben(int tag, Farbe farbe, bool auch_Arbeitsfre
         const Cell& zelle = plan.cell(row, tag);
         const bool frei =
             auch_Arbeitsfrei && zelle.text.size() == 1 && zelle.text.front() == FESTES_LEERZEICHEN;
-        if (ist_entfernt(zelle) || frei) plan.edit(row, tag).back = farbe;
+        if (ist_leer(zelle) || frei) plan.edit(row, tag).back = farbe;
     }
     if (!Anzeige(fenster::TAGESSUMMEN)) return;
     for (int row = 0; row < f_.msgFlexTaSu.rows(); ++row)
@@ -209,7 +212,7 @@ void Monatsansicht::Heute_einfärben() {
     const auto schlicht = [&](const Cell& z) { return z.back == Grundfarbe(0) || z.back == 0; };
     if (d_.ini.wahl().Fensterdaten_(fenster::HERVORHEBUNG) != 3)
         for (int row = 1; row < plan.rows(); ++row)
-            if (ist_entfernt(plan.cell(row, tag)) && schlicht(plan.cell(row, tag)))
+            if (ist_leer(plan.cell(row, tag)) && schlicht(plan.cell(row, tag)))
                 plan.edit(row, tag).back = Grundfarbe(7);
     if (Anzeige(fenster::TAGESSUMMEN))
         for (int row = 0; row < f_.msgFlexTaSu.rows(); ++row)

@@ -22,6 +22,7 @@ public:
     std::function<void()> Daten_geändert_behandeln; // shared files were read again: menu, arrangement
     std::function<void()> Tabellenfelder_anordnen;  // the number of rows has changed
     std::function<void()> Markierung_aufheben;
+    std::function<void()> nach_dem_Anzeigen; // the month stands as read just now
 
     const Text& Anzeigemonat() const { return monat_; }
     void Anzeigemonat_setzen(Text yymm) { monat_ = std::move(yymm); }

@@ -37,7 +37,12 @@ private:
     bool was_modal_;
 };
 
+std::optional<Text> WindowSystem::input(const Text&, const Text&, const Text&) {
+    return std::nullopt;
+}
+
 void Application::Hinweis(const Text& text) {
+    ++interruptions_;
     Beschäftigt beschäftigt(*this);
     if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
     windows_.message(text);
@@ -46,6 +51,7 @@ void Application::Hinweis(const Text& text) {
 }
 
 Antwort Application::Frage(const Text& text, const Frageart& art) {
+    ++interruptions_;
     Beschäftigt beschäftigt(*this);
     if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
     const Antwort antwort = windows_.question(text, art);
@@ -54,7 +60,21 @@ Antwort Application::Frage(const Text& text, const Frageart& art) {
     return antwort;
 }
 
+Text Application::Eingabe(const Text& prompt, const Text& vorgabe) {
+    ++interruptions_;
+    Beschäftigt beschäftigt(*this);
+    const int trenner = position(vorgabe, u"||");
+    const Text feld(trenner > 0 ? links(vorgabe, trenner - 1) : TextView(vorgabe));
+    const Text titel(trenner > 0 ? mitte(vorgabe, trenner + 2) : TextView(u"Kalvora"));
+    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
+    const auto text = windows_.input(prompt, titel, feld);
+    windows_.set_pointer(pointer());
+    check_error();
+    return text.value_or(Text());
+}
+
 void Application::Pause(double seconds) {
+    ++interruptions_;
     Beschäftigt beschäftigt(*this);
     windows_.wait(seconds);
     check_error();

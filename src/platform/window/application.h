@@ -29,6 +29,8 @@ public:
     virtual void quit() = 0;
     virtual void message(const Text& text) = 0; // beep, warning sign, title "Kalvora", OK
     virtual Antwort question(const Text& text, const Frageart& art) = 0;
+    // A line of text; nothing when it was cancelled.
+    virtual std::optional<Text> input(const Text& prompt, const Text& title, const Text& preset);
     virtual void process_events() = 0;
     virtual void wait(double seconds) = 0; // staying responsive
     virtual void beep() = 0;
@@ -44,6 +46,8 @@ public:
     // The one message operation. The wait pointer rests meanwhile.
     void Hinweis(const Text& text);
     Antwort Frage(const Text& text, const Frageart& art = {});
+    // The input box: `vorgabe` is "<text of the field>||<title>"; empty when it was cancelled.
+    Text Eingabe(const Text& prompt, const Text& vorgabe);
     void Pause(double seconds); // lets events be handled, none of which reaches logic
 
     // --- windows
@@ -59,6 +63,9 @@ public:
     bool event(Form&, const std::function<void()>& handler); // false: the program was busy
     bool busy() const { return busy_ > 0; }
     void check_error(); // throws what was remembered
+    bool failed() const { return error_ != nullptr; }
+    // How often the user or a pause held the program up: whoever measures time looks whether it grew.
+    int interruptions() const { return interruptions_; }
 
     // --- wait pointer, counted
     void Sanduhr(bool an);
@@ -72,6 +79,7 @@ private:
     std::vector<Form*> forms_;
     int busy_ = 0;
     int sanduhr_ = 0;
+    int interruptions_ = 0;
     std::exception_ptr error_;
 };
 

@@ -188,6 +188,14 @@ Antwort KonsolenFenstersystem::question(const Text& text, const Frageart& art) {
     return antwort;
 }
 
+std::optional<Text> KonsolenFenstersystem::input(const Text& prompt, const Text&, const Text&) {
+    const auto vorrat = antworten_.entnehmen(Dialogart::Eingabe);
+    protokoll_.zeile(u"EINGABE " + zitiert(prompt) + u" -> " +
+                     (vorrat ? zitiert(vorrat->text) : Text(u"abgebrochen")));
+    if (!vorrat) return std::nullopt;
+    return vorrat->text;
+}
+
 // --- time
 
 void KonsolenFenstersystem::vergehen(double seconds) {

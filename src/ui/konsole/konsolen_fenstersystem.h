@@ -26,6 +26,7 @@ public:
     void quit() override;
     void message(const Text& text) override;
     Antwort question(const Text& text, const Frageart& art) override;
+    std::optional<Text> input(const Text& prompt, const Text& title, const Text& preset) override;
     void process_events() override {}
     void wait(double seconds) override;
     void beep() override {}

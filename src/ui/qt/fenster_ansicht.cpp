@@ -131,7 +131,9 @@ void FensterAnsicht::focus(Control& control) {
 Geometry FensterAnsicht::geometry() {
     const bool normal = state() == WindowState::Normal || window_->normalGeometry().isEmpty();
     const QRect r = normal ? window_->geometry() : window_->normalGeometry();
-    const QPoint corner = normal ? window_->pos() : r.topLeft(); // with the frame, as move() takes it
+    // With the frame, as move() takes it; of a maximised window Qt knows the inside only.
+    const QPoint frame = window_->geometry().topLeft() - window_->pos();
+    const QPoint corner = r.topLeft() - frame;
     const auto twips = [this](int pixels) { return Twips_aus_Pixel(pixels, *window_); };
     return {twips(corner.x()), twips(corner.y()), twips(r.width()), twips(r.height())};
 }

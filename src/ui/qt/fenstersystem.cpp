@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -103,9 +104,9 @@ bool QtFenstersystem::active(const Form& form) {
 // --- loops
 
 void QtFenstersystem::enter(QEventLoop& loop, const Form* form) {
-    show_waiting();
     loops_.push_back({&loop, form});
-    loop.exec();
+    show_waiting(); // may reach logic already: what fails there leaves no loop to enter
+    if (!form || !form->app().failed()) loop.exec();
     loops_.pop_back();
 }
 
@@ -194,6 +195,23 @@ Antwort QtFenstersystem::question(const Text& text, const Frageart& art) {
     for (const auto& [button, answer] : buttons)
         if (box.clickedButton() == button) return answer;
     return escape; // the loops were left
+}
+
+std::optional<Text> QtFenstersystem::input(const Text& prompt, const Text& title, const Text& preset) {
+    show_waiting();
+    QInputDialog box(front());
+    box.setWindowTitle(qt(title));
+    box.setLabelText(qt(prompt));
+    box.setTextValue(qt(preset));
+    box.setOkButtonText(QStringLiteral("OK"));
+    box.setCancelButtonText(QStringLiteral("Abbrechen"));
+    QEventLoop loop;
+    connect(&box, &QDialog::finished, &loop, &QEventLoop::quit);
+    box.setModal(true);
+    box.show();
+    enter(loop, nullptr);
+    if (box.result() != QDialog::Accepted) return std::nullopt;
+    return aus_qt(box.textValue());
 }
 
 void QtFenstersystem::beep() {

@@ -210,10 +210,12 @@ void PlanAnsicht::scrollContentsBy(int, int) {
 
 void PlanAnsicht::user_scrolled() {
     if (setting_ || !table_) return;
-    if (table_->user_scroll(verticalScrollBar()->value()) && table_)
-        rows_.set_oben(verticalScrollBar()->value());
-    else
+    const int before = rows_.oben();
+    rows_.set_oben(verticalScrollBar()->value()); // the logic asks what is visible now
+    if (!table_->user_scroll(verticalScrollBar()->value()) && table_) {
+        rows_.set_oben(before);
         update_bars(); // refused: the bar goes back
+    }
     viewport()->update();
 }
 

@@ -97,6 +97,7 @@ private:
     bool dirty_ = false;   // the shape is read again before it is next used
     bool setting_ = false; // scroll bars are being set by the program
     bool dragging_ = false;
+    Ort anchor_; // where the drag began
     int last_day_ = 0;
     Ort hover_;
     QPoint drag_point_;

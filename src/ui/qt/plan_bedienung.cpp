@@ -59,8 +59,8 @@ void PlanAnsicht::mousePressEvent(QMouseEvent* event) {
     const Selection before = table_->selection();
     const bool extends = mods.shift && table_->HighLight() && before.row >= 1;
     dragging_ = true;
-    select(extends ? Selection{before.row, before.col, ort.row, ort.col}
-                   : Selection{ort.row, ort.col, ort.row, ort.col});
+    anchor_ = extends ? Ort{before.row, before.col} : ort;
+    select({anchor_.row, anchor_.col, ort.row, ort.col});
 }
 
 void PlanAnsicht::mouseMoveEvent(QMouseEvent* event) {
@@ -83,10 +83,10 @@ void PlanAnsicht::mouseMoveEvent(QMouseEvent* event) {
 
 void PlanAnsicht::drag_to(const QPoint& p) {
     const Ort ort = drag_place(p);
-    Selection s = table_->selection();
-    if (s.row_sel == ort.row && s.col_sel == ort.col) return;
-    s.row_sel = ort.row;
-    s.col_sel = ort.col;
+    // From the place where the hand began: a scrolled-out anchor takes the marking away meanwhile.
+    const Selection s{anchor_.row, anchor_.col, ort.row, ort.col};
+    if (anchor_.row >= table_->rows()) return;
+    if (table_->HighLight() && s == table_->selection()) return;
     select(s);
 }
 
