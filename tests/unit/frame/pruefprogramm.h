@@ -39,7 +39,10 @@ struct Firma {
     std::map<Text, std::vector<Text>> monate; // version's stem -> rows
     std::map<Text, Text> ausnahmen;           // yymm -> exception line
 
-    Firma() { konfig.Privilegierte = {u"P:Priv Person:priv"}; }
+    Firma() {
+        konfig.Privilegierte = {u"P:Priv Person:priv"};
+        Setting(16, 0); // a new company's users are all administrators
+    }
     static Text Person(TextView wer, TextView von = u"000000", TextView bis = u"999999") {
         return Text(von) + u":" + Text(bis) + u":000,0:000:000:000:000:" + Text(wer) + u" Name:" + Text(wer);
     }
