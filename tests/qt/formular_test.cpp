@@ -1,0 +1,127 @@
+// Every window against its layout file: each control has its widget, of the right kind, and no widget that a
+// hand can reach is without a control.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+
+#include "base/fehler.h"
+#include "frame/frm_start.h"
+#include "qt/testfenster.h"
+#include "ui/qt/bausteine.h"
+#include "ui/qt/fenster_ansicht.h"
+#include "ui/qt/qt_text.h"
+
+namespace kalvora {
+namespace {
+
+struct Formulare : testing::Test {
+    QtFenstersystem system;
+    Application app{system};
+    frmKalvora haupt{app};
+    frmStart start{app, u"1.2.3"};
+    std::array<Form*, 2> alle{&haupt, &start};
+
+    // What binding this window says; "" when it fits.
+    static std::string Bindung(Form& form, std::unique_ptr<QWidget> fenster) {
+        try {
+            FensterAnsicht ansicht(form, std::move(fenster));
+            return {};
+        } catch (const Laufzeitfehler& fehler) {
+            return zu_utf8(fehler.text());
+        }
+    }
+};
+
+bool hat_Widget(const Control& c) {
+    return c.kind() != ControlKind::MenuItem && c.kind() != ControlKind::Timer;
+}
+
+bool passt(ControlKind kind, const QWidget* w) {
+    switch (kind) {
+    case ControlKind::Label: return qobject_cast<const QLabel*>(w);
+    case ControlKind::Button: return qobject_cast<const QPushButton*>(w);
+    case ControlKind::ComboBox: return qobject_cast<const QComboBox*>(w);
+    case ControlKind::TabStrip: return qobject_cast<const Reiter*>(w);
+    case ControlKind::Table: return qobject_cast<const PlanAnsicht*>(w);
+    case ControlKind::FloatingBox: return qobject_cast<const Schwebefeld*>(w);
+    default: return false;
+    }
+}
+
+bool für_die_Hand(const QWidget& w) {
+    return !w.objectName().startsWith(QLatin1String("qt_")) && !qobject_cast<QTabBar*>(w.parent()) &&
+           (qobject_cast<const QAbstractButton*>(&w) || qobject_cast<const QComboBox*>(&w) ||
+            qobject_cast<const QTabBar*>(&w) || qobject_cast<const PlanAnsicht*>(&w));
+}
+
+} // namespace
+
+TEST_F(Formulare, Steuerelemente_und_Widgets_entsprechen_einander) {
+    for (Form* form : alle) {
+        auto fenster = Fenster_aus_Formular(form->name());
+        ASSERT_TRUE(fenster) << zu_utf8(form->name());
+        QStringList namen;
+        for (const Control* c : form->controls()) {
+            if (!hat_Widget(*c)) continue;
+            namen.append(qt(c->object_name()));
+            EXPECT_TRUE(passt(c->kind(), fenster->findChild<QWidget*>(namen.back())))
+                << zu_utf8(c->full_name());
+        }
+        for (const QWidget* w : fenster->findChildren<QWidget*>())
+            if (für_die_Hand(*w))
+                EXPECT_TRUE(namen.contains(w->objectName())) << w->objectName().toStdString();
+        EXPECT_EQ(Bindung(*form, std::move(fenster)), "");
+    }
+    EXPECT_EQ(Fenster_aus_Formular(u"frmKeines"), nullptr);
+}
+
+TEST_F(Formulare, Fehlendes_und_fremdes_Widget_nennt_Fenster_und_Steuerelement) {
+    for (Form* form : alle)
+        for (const Control* c : form->controls()) {
+            if (!hat_Widget(*c)) continue;
+            const std::string ort = zu_utf8(form->name() + u"." + c->full_name());
+            auto fenster = Fenster_aus_Formular(form->name());
+            fenster->findChild<QWidget*>(qt(c->object_name()))->setObjectName(QStringLiteral("anders"));
+            // The day sums and the weeks name the plan as the table that they follow.
+            if (c->name() != u"msgFlexGrid")
+                EXPECT_EQ(Bindung(*form, std::move(fenster)), "Steuerelement fehlt im Fenster: " + ort);
+            else
+                EXPECT_EQ(Bindung(*form, std::move(fenster)), "Leittabelle fehlt im Fenster: frmKalvora");
+        }
+    const std::array<std::pair<Form*, Control*>, 6> fremde{{{&haupt, &haupt.tabMonate},
+                                                            {&haupt, &haupt.cmbMitarbeitergruppen},
+                                                            {&haupt, haupt.cmdAuswahl(8).get()},
+                                                            {&haupt, &haupt.lblStatus2},
+                                                            {&haupt, &haupt.picKommentar},
+                                                            {&start, &start.cmdAuswahl2}}};
+    for (const auto& [form, c] : fremde) {
+        auto fenster = Fenster_aus_Formular(form->name());
+        QWidget* alt = fenster->findChild<QWidget*>(qt(c->object_name()));
+        auto* neu = new QWidget(alt->parentWidget());
+        delete alt;
+        neu->setObjectName(qt(c->object_name()));
+        EXPECT_EQ(Bindung(*form, std::move(fenster)),
+                  "Steuerelement von anderer Art: " + zu_utf8(form->name() + u"." + c->full_name()));
+    }
+}
+
+TEST_F(Formulare, Fehlbindung_laesst_nichts_zurueck) {
+    struct Fremdform : Form {
+        explicit Fremdform(Application& app) : Form(app, u"frmStart") {}
+        Button knopf{*this, u"cmdKeiner", 3};
+    } fremd(app);
+    try {
+        app.open(fremd);
+        FAIL() << "opened";
+    } catch (const Laufzeitfehler& fehler) {
+        EXPECT_EQ(zu_utf8(fehler.text()), "Steuerelement fehlt im Fenster: frmStart.cmdKeiner(3)");
+    }
+    EXPECT_TRUE(app.forms().empty());
+    EXPECT_EQ(fremd.view(), nullptr);
+    EXPECT_FALSE(fremd.knopf.user_click());
+    app.open(start);
+    EXPECT_NE(start.view(), nullptr);
+    app.close(start);
+}
+
+} // namespace kalvora

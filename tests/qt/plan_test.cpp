@@ -1,0 +1,269 @@
+// The plan under mouse, keys and wheel, what stays in view, and what it says to pointers and screen readers.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QHelpEvent>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include "qt/eingabe.h"
+#include "qt/testfenster.h"
+
+namespace kalvora {
+
+void PrintTo(const Selection& s, std::ostream* aus) {
+    *aus << s.row << "," << s.col << " - " << s.row_sel << "," << s.col_sel;
+}
+
+namespace {
+
+struct Plan : testing::Test {
+    Testfenster t{40, {760, 560}}; // too small for all rows and all days
+    Table& tab = t.form.msgFlexGrid;
+    std::vector<std::string> ereignisse;
+
+    Plan() {
+        const auto maus = [this](const char* was) {
+            return [this, was](const Table::Mouse& m) {
+                ereignisse.push_back(was + std::string(m.button == MouseButton::Right ? " rechts " : " ") +
+                                     (m.mods.shift ? "shift " : "") + (m.mods.ctrl ? "strg " : "") +
+                                     std::to_string(m.row) + "," + std::to_string(m.col));
+            };
+        };
+        tab.on_mouse_down = maus("ab");
+        tab.on_mouse_up = maus("auf");
+        tab.on_double_click = [this](int row, int col) {
+            ereignisse.push_back("doppelt " + std::to_string(row) + "," + std::to_string(col));
+        };
+        tab.on_selection_changed = [this](int mausreihe) { tab.set_HighLight(mausreihe >= 1); };
+        t.plan().setFocus();
+    }
+    PlanAnsicht& plan() { return t.plan(); }
+    void rollen(int zeile, int versatz) {
+        plan().verticalScrollBar()->setValue(zeile);
+        plan().horizontalScrollBar()->setValue(versatz);
+        t.zeigen();
+    }
+    QImage bild(PlanAnsicht& von, const QRect& teil) { return von.viewport()->grab(teil).toImage(); }
+    QRect Namensspalte() {
+        return {0, plan().body_rect().top(), plan().columns().fest(), plan().body_rect().height()};
+    }
+    QRect Kopfzeile() {
+        return {plan().columns().fest(), 0, plan().body_rect().width(), plan().body_rect().top()};
+    }
+    QString Tipp(int row, int col) {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (w->inherits("QTipLabel")) w->hide(); // otherwise it lingers
+        const QPoint p = t.Mitte(row, col);
+        QHelpEvent event(QEvent::ToolTip, p, plan().viewport()->mapToGlobal(p));
+        QApplication::sendEvent(plan().viewport(), &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    }
+};
+using Liste = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(Plan, Ziehen_markiert_Tage_und_Zeilen_genau) {
+    struct Fall {
+        std::vector<std::pair<int, int>> weg;
+        Selection erwartet;
+    };
+    const Fall FÄLLE[]{{{{3, 5}, {3, 6}, {3, 8}}, {3, 5, 3, 8}},
+                       {{{3, 8}, {3, 5}}, {3, 8, 3, 5}},
+                       {{{2, 4}, {4, 9}, {6, 7}}, {2, 4, 6, 7}},
+                       {{{6, 7}, {2, 4}, {7, 2}}, {6, 7, 7, 2}},
+                       {{{5, 5}}, {5, 5, 5, 5}},
+                       {{{4, 3}, {4, 0}}, {4, 3, 4, 1}},  // over the names: day 1
+                       {{{4, 3}, {0, 5}}, {4, 3, 1, 5}}}; // over the headings: the first row
+    for (const Fall& fall : FÄLLE) {
+        tab.set_HighLight(false);
+        std::vector<QPoint> weg;
+        for (const auto& [row, col] : fall.weg)
+            weg.push_back(t.Mitte(row, col));
+        ziehe(plan(), weg);
+        EXPECT_EQ(tab.selection(), fall.erwartet);
+        EXPECT_TRUE(tab.HighLight());
+    }
+    ereignisse.clear();
+    ziehe(plan(), {t.Mitte(0, 4), t.Mitte(3, 6)});
+    ziehe(plan(), {t.Mitte(4, 0), t.Mitte(3, 6)});
+    EXPECT_EQ(tab.selection(), FÄLLE[6].erwartet) << "a drag begins in the body";
+    EXPECT_EQ(ereignisse, (Liste{"ab 0,4", "auf 3,6", "ab 4,0", "auf 3,6"}));
+}
+
+TEST_F(Plan, Ziehen_ueber_den_Rand_rollt_und_endet_draussen) {
+    const int letzte_sichtbare = plan().rows().letzte_in(plan().viewport()->height());
+    ASSERT_LT(letzte_sichtbare, tab.rows() - 1);
+    const QPoint drunter(t.Mitte(3, 6).x(), plan().viewport()->height() + 200);
+    QTest::mousePress(plan().viewport(), Qt::LeftButton, {}, t.Mitte(3, 5));
+    bewege(*plan().viewport(), drunter, Qt::LeftButton);
+    EXPECT_EQ(tab.selection(), (Selection{3, 5, letzte_sichtbare, 6}));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tab.TopRow() > 2; }, 3000));
+    EXPECT_GT(tab.selection().row_sel, letzte_sichtbare);
+    QTest::mouseRelease(plan().viewport(), Qt::LeftButton, {}, drunter);
+    EXPECT_EQ(tab.selection().row, 3);
+    const Selection ende = tab.selection();
+    const int oben = tab.TopRow();
+    QTest::qWait(50);
+    bewege(*plan().viewport(), t.Mitte(tab.TopRow(), 9));
+    EXPECT_EQ(tab.selection(), ende);
+    EXPECT_NEAR(tab.TopRow(), oben, 1);
+}
+
+TEST_F(Plan, Maustasten_Zusatztasten_Doppelklick) {
+    QTest::mouseClick(plan().viewport(), Qt::RightButton, Qt::ShiftModifier, t.Mitte(3, 5));
+    QTest::mouseClick(plan().viewport(), Qt::RightButton, Qt::ControlModifier, t.Mitte(0, 5));
+    QTest::mouseClick(plan().viewport(), Qt::MiddleButton, {}, t.Mitte(2, 2));
+    EXPECT_EQ(ereignisse, (Liste{"ab rechts shift 3,5", "auf rechts shift 3,5", "ab rechts strg 0,5",
+                                 "auf rechts strg 0,5"}));
+    EXPECT_FALSE(tab.HighLight()) << "only the left button marks";
+    ereignisse.clear();
+    QTest::mouseClick(plan().viewport(), Qt::LeftButton, {}, t.Mitte(4, 7));
+    QTest::mouseDClick(plan().viewport(), Qt::LeftButton, {}, t.Mitte(4, 7));
+    EXPECT_EQ(std::count(ereignisse.begin(), ereignisse.end(), "doppelt 4,7"), 1);
+    QTest::mouseClick(plan().viewport(), Qt::LeftButton, Qt::ShiftModifier, t.Mitte(6, 9));
+    EXPECT_EQ(tab.selection(), (Selection{4, 7, 6, 9})) << "Shift carries the marking on";
+}
+
+TEST_F(Plan, Tasten_bewegen_und_erweitern) {
+    const int letzte = tab.rows() - 1;
+    struct Fall {
+        int taste;
+        Qt::KeyboardModifiers mods;
+        Selection vorher, erwartet;
+    };
+    const Selection mitte{5, 10, 5, 10};
+    const Fall FÄLLE[]{{Qt::Key_Right, {}, mitte, {5, 11, 5, 11}},
+                       {Qt::Key_Up, {}, mitte, {4, 10, 4, 10}},
+                       {Qt::Key_Left, Qt::ShiftModifier, {5, 10, 6, 12}, {5, 10, 6, 11}},
+                       {Qt::Key_Down, Qt::ShiftModifier, {5, 10, 6, 12}, {5, 10, 7, 12}},
+                       {Qt::Key_Down, {}, {5, 10, 6, 12}, {7, 12, 7, 12}},
+                       {Qt::Key_Home, {}, mitte, {5, 1, 5, 1}},
+                       {Qt::Key_End, {}, mitte, {5, 30, 5, 30}},
+                       {Qt::Key_End, Qt::ShiftModifier, mitte, {5, 10, 5, 30}},
+                       {Qt::Key_Home, Qt::ControlModifier, mitte, {1, 10, 1, 10}},
+                       {Qt::Key_End, Qt::ControlModifier, mitte, {letzte, 10, letzte, 10}},
+                       {Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier, mitte, {5, 10, letzte, 10}},
+                       {Qt::Key_Left, {}, {5, 1, 5, 1}, {5, 1, 5, 1}},
+                       {Qt::Key_Right, {}, {5, 30, 5, 30}, {5, 30, 5, 30}},
+                       {Qt::Key_Up, {}, {1, 3, 1, 3}, {1, 3, 1, 3}},
+                       {Qt::Key_Down, {}, {letzte, 3, letzte, 3}, {letzte, 3, letzte, 3}}};
+    for (const Fall& fall : FÄLLE) {
+        tab.set_selection(fall.vorher);
+        tab.set_HighLight(true);
+        QTest::keyClick(&plan(), static_cast<Qt::Key>(fall.taste), fall.mods);
+        EXPECT_EQ(tab.selection(), fall.erwartet) << QKeySequence(fall.taste).toString().toStdString();
+        const QRect ziel = plan().cell_rect(fall.erwartet.row_sel, fall.erwartet.col_sel);
+        EXPECT_TRUE(plan().body_rect().contains(ziel)) << "the moving end comes into view";
+    }
+    tab.set_HighLight(false);
+    rollen(1, 0);
+    QTest::keyClick(&plan(), Qt::Key_Right);
+    EXPECT_EQ(tab.selection(), (Selection{2, 18, 2, 18}))
+        << "first today of the first person, below her heading";
+}
+
+TEST_F(Plan, Namen_Koepfe_und_Wochen_bleiben_und_stehen_uebereinander) {
+    ASSERT_GT(plan().horizontalScrollBar()->maximum(), 100);
+    auto& wochen = t.tabelle("msgFlexKaWo");
+    auto& summen = t.tabelle("msgFlexTaSu");
+    tab.set_marked_col(0); // its frame runs through the headings
+    rollen(1, 0);
+    const QImage namen = bild(plan(), Namensspalte()), kopf = bild(plan(), Kopfzeile());
+    rollen(1, 120);
+    EXPECT_EQ(bild(plan(), Namensspalte()), namen);
+    EXPECT_NE(bild(plan(), Kopfzeile()), kopf) << "days go sideways with their headings";
+    rollen(9, 0);
+    EXPECT_EQ(bild(plan(), Kopfzeile()), kopf);
+    EXPECT_NE(bild(plan(), Namensspalte()), namen);
+    for (const int versatz : {0, 57, plan().horizontalScrollBar()->maximum()}) {
+        rollen(5, versatz);
+        for (int tag = 0; tag <= 31; ++tag)
+            for (PlanAnsicht* folgt : {&wochen, &summen}) {
+                const auto x = [&](PlanAnsicht& v) {
+                    return v.viewport()->mapToGlobal(v.cell_rect(0, tag).topLeft()).x();
+                };
+                ASSERT_EQ(x(*folgt), x(plan())) << "day " << tag << " scrolled by " << versatz;
+            }
+    }
+    EXPECT_GE(plan().columns().rechts(30), plan().viewport()->width() - 60) << "the end can be reached";
+}
+
+TEST_F(Plan, Rad_rollt_drei_Zeilen_und_seitwaerts) {
+    const auto rad = [&](QPoint winkel, Qt::KeyboardModifiers mods = {}) {
+        const QPointF p = t.Mitte(3, 3);
+        QWheelEvent event(p, plan().viewport()->mapToGlobal(p), {}, winkel, Qt::NoButton, mods,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(plan().viewport(), &event);
+    };
+    int gerollt = 0;
+    tab.on_scrolled = [&] { ++gerollt; };
+    rad({0, -120});
+    EXPECT_EQ(tab.TopRow(), 4);
+    for (int i = 0; i < 4; ++i)
+        rad({0, -10}); // a touch pad
+    EXPECT_EQ(tab.TopRow(), 5);
+    EXPECT_EQ(gerollt, 2);
+    rad({0, -120}, Qt::ShiftModifier);
+    EXPECT_EQ(tab.TopRow(), 5);
+    EXPECT_EQ(plan().columns().versatz(), 60);
+}
+
+TEST_F(Plan, Tipps_und_Ansagen_sagen_was_die_Logik_sagt) {
+    tab.tool_tip = [](int row, int col) {
+        return row == 3 && col == 4 ? Text(u"Urlaub\n<b>Kur</b>") : Text();
+    };
+    EXPECT_TRUE(Tipp(3, 4).contains(QStringLiteral("Urlaub\n&lt;b&gt;Kur&lt;/b&gt;")))
+        << Tipp(3, 4).toStdString();
+    tab.edit(2, 0).text = u"Freifrau von und zu Hohenlohe-Waldenburg, Elisabeth Charlotte";
+    tab.edit(3, 0).text = u"Kurz, O";
+    t.zeigen();
+    EXPECT_TRUE(Tipp(2, 0).contains(QStringLiteral("Elisabeth Charlotte"))) << "a name that is cut";
+    EXPECT_EQ(Tipp(3, 0), QString());
+    tab.tool_tip = [](int, int) -> Text { throw std::runtime_error("kaputt"); };
+    EXPECT_EQ(Tipp(3, 4), QString());
+
+    tab.accessible_name = [](int row, int col) {
+        return row == 4 && col == 4 ? Text(u"Mittwoch 4. November, Urlaub") : Text();
+    };
+    QAccessibleInterface* zugang = QAccessible::queryAccessibleInterface(&plan());
+    ASSERT_TRUE(zugang && zugang->tableInterface());
+    EXPECT_EQ(zugang->text(QAccessible::Name), QStringLiteral("Monatsplan"));
+    auto* tafel = zugang->tableInterface();
+    EXPECT_EQ(tafel->rowCount(), tab.rows());
+    EXPECT_EQ(tafel->columnCount(), 31) << "names and thirty days; the key column is none";
+    QAccessibleInterface* zelle = tafel->cellAt(4, 4);
+    EXPECT_EQ(zelle->text(QAccessible::Name), QStringLiteral("Mittwoch 4. November, Urlaub"));
+    EXPECT_EQ(zelle->parent(), zugang);
+    EXPECT_EQ(tafel->cellAt(0, 4)->text(QAccessible::Name), QStringLiteral("Mi 4"));
+    EXPECT_FALSE(zelle->state().selected);
+    ziehe(plan(), {t.Mitte(4, 3), t.Mitte(4, 5)});
+    EXPECT_TRUE(zelle->state().selected);
+    EXPECT_EQ(tafel->selectedCellCount(), 3);
+    const QPoint global = plan().viewport()->mapToGlobal(t.Mitte(4, 4));
+    EXPECT_EQ(zugang->childAt(global.x(), global.y()), zelle);
+}
+
+TEST(Plangroesse, Einunddreissig_Tage_passen_auf_1280_mal_720) {
+    Testfenster t(300);
+    t.form.msgFlexGrid.edit(0, 31).text = u"Di\r31";
+    for (int b = 1; b <= HÖCHSTZAHL_GRÜNDE; ++b) {
+        t.form.cmdAuswahl(b)->set_caption(u"Grund Nummer " + ziffern(b));
+        t.form.cmdAuswahl(b)->set_visible(true);
+    }
+    t.zeigen();
+    EXPECT_EQ(t.fenster().size(), QSize(1280, 720));
+    EXPECT_EQ(t.plan().horizontalScrollBar()->maximum(), 0);
+    EXPECT_LE(t.plan().columns().rechts(31), t.plan().viewport()->width());
+    for (int tag = 1; tag <= 31; ++tag)
+        EXPECT_GE(t.plan().columns().breite(tag), 25);
+    EXPECT_TRUE(t.form.msgFlexGrid.row_visible(10)) << "rows beside five lines of reasons";
+    for (const char* name : {"cmdAuswahl_25", "cmdBeenden", "lblStatus_3"}) {
+        const auto* w = t.fenster().findChild<QWidget*>(QLatin1String(name));
+        EXPECT_TRUE(t.fenster().rect().contains(QRect(w->mapTo(&t.fenster(), QPoint()), w->size()))) << name;
+    }
+}
+
+} // namespace kalvora

@@ -1,0 +1,274 @@
+// Whole sessions of the program in its windows, through mouse and keys: a made-up company of 16 November 2026
+// on a disk in memory, and the first run on an empty folder of the real file system.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QLabel>
+#include <QTabBar>
+#include <fstream>
+#include <stdexcept>
+
+#include "firma/firma.h"
+#include "firma/stummes_fenstersystem.h"
+#include "frame/programm.h"
+#include "hilfen/temp_ordner.h"
+#include "hilfen/test_umgebung.h"
+#include "platform/posix/posix_filesystem.h"
+#include "qt/eingabe.h"
+#include "ui/qt/fenstersystem.h"
+#include "ui/qt/qt_text.h"
+#include "unit/files/pruefplatz.h"
+
+namespace kalvora {
+namespace {
+
+const Text DATEN = u"/srv/firma/Data/";
+
+std::shared_ptr<SpeicherPlatte> Firma() {
+    auto platte = std::make_shared<SpeicherPlatte>();
+    SpeicherDateisystem fs(platte);
+    TestUhr uhr;
+    Firmenwunsch wunsch;
+    wunsch.Zielordner = u"/srv/firma";
+    wunsch.Mitarbeiter = 30;
+    wunsch.Saat = 7;
+    wunsch.Heute = Datum_aus(2026, 11, 16);
+    wunsch.Benutzername = u"chef";
+    wunsch.Feiertagsregeln = {u"1:25.12.:Weihnachten"};
+    Firma_erzeugen(fs, uhr, wunsch);
+    platte->mache_ordner(u"/run/muster/kalvora/");
+    platte->mache_ordner(u"/home/muster/.local/share/");
+    return platte;
+}
+
+struct Umgebung : TestUmgebung {
+    Umgebung() { variablen[u"USERNAME"] = u"chef"; }
+    std::function<void()> beim_Gebietsschema; // the splash window stands by then
+    Locale locale() override {
+        if (beim_Gebietsschema) beim_Gebietsschema();
+        return schema;
+    }
+};
+
+// One run of the program; the windows are Qt's unless others are given.
+template <class Fenster = QtFenstersystem>
+struct Lauf {
+    explicit Lauf(std::shared_ptr<SpeicherPlatte> platte, Text rechner = u"PLATZ1",
+                  bool mit_Startbild = false)
+        : fs(std::move(platte)),
+          programm({fs, uhr, umgebung}, fenster,
+                   mit_Startbild ? std::vector<Text>{u"/path", u"/srv/firma"}
+                                 : std::vector<Text>{u"/path", u"/srv/firma", u"/nowelcomescreen"}) {
+        umgebung.rechner = std::move(rechner);
+    }
+    frmKalvora& f() { return programm.hauptfenster().form(); }
+    Table& tab() { return f().msgFlexGrid; }
+    // A person's row whose days are free, by the plan.
+    int freie_Zeile(int von, int bis) {
+        for (int row = 1; row < tab().rows(); ++row) {
+            bool frei = !tab().cell(row, SPALTE_BENID).text.empty();
+            for (int tag = von; tag <= bis; ++tag)
+                frei = frei && tab().cell(row, tag).text.empty();
+            if (frei) return row;
+        }
+        return 0;
+    }
+    // Rows of the month's files, as stored.
+    std::vector<Text> gespeichert() {
+        std::vector<Text> alle;
+        for (const auto& [pfad, bytes] : fs.platte().abbild()) {
+            if (!passt_auf_Maske(pfad, DATEN + u"2611*Data.dat")) continue;
+            const auto zeilen = als_Zeilen(bytes);
+            alle.insert(alle.end(), zeilen.begin(), zeilen.end());
+        }
+        return alle;
+    }
+    std::ptrdiff_t zahl(const Text& zeile) {
+        const auto alle = gespeichert();
+        return std::count(alle.begin(), alle.end(), zeile);
+    }
+
+    SpeicherDateisystem fs;
+    TestUhr uhr;
+    Umgebung umgebung;
+    Fenster fenster;
+    Programm programm;
+};
+
+struct Sitzung : testing::Test {
+    std::shared_ptr<SpeicherPlatte> platte = Firma();
+    Lauf<> l{platte};
+
+    void SetUp() override {
+        ASSERT_TRUE(l.programm.starten());
+        fenster().resize(1200, 700);
+        l.fenster.process_events();
+        l.fenster.process_events();
+    }
+    QWidget& fenster() { return *l.fenster.window(l.f()); }
+    PlanAnsicht& plan() { return *w<PlanAnsicht>("msgFlexGrid"); }
+    template <class W>
+    W* w(const char* name) {
+        return fenster().findChild<W*>(QLatin1String(name));
+    }
+    void klick(const char* name) { QTest::mouseClick(w<QPushButton>(name), Qt::LeftButton); }
+    void reiter(const char* name, int tab) {
+        QTest::mouseClick(w<QTabBar>(name), Qt::LeftButton, {}, w<QTabBar>(name)->tabRect(tab).center());
+        l.fenster.process_events();
+    }
+    void markiere(int row, int von, int bis) {
+        ASSERT_GT(row, 0);
+        ASSERT_TRUE(plan().row_visible(row));
+        ziehe(plan(), {plan().cell_rect(row, von).center(), plan().cell_rect(row, bis).center()});
+    }
+    QString Ansage(int row, int tag) {
+        return QAccessible::queryAccessibleInterface(&plan())->tableInterface()->cellAt(row, tag)->text(
+            QAccessible::Name);
+    }
+    // The row's record once the days bear reason 1.
+    Text Satz(int row, int von, int bis) {
+        Text satz = u"A:" + l.tab().cell(row, SPALTE_BENID).text + u":";
+        for (int tag = 1; tag <= 31; ++tag)
+            satz += tag >= von && tag <= bis ? l.programm.daten().K().SFHex(1) : l.tab().cell(row, tag).code;
+        return satz;
+    }
+};
+
+} // namespace
+
+TEST_F(Sitzung, Drei_Tage_markieren_Grund_druecken_und_wieder_loeschen) {
+    const int row = l.freie_Zeile(24, 26);
+    markiere(row, 24, 26);
+    EXPECT_EQ(l.tab().selection(), (Selection{row, 24, row, 26}));
+    EXPECT_TRUE(l.tab().HighLight());
+    const Text vorher = Satz(row, 0, 0), nachher = Satz(row, 24, 26),
+               grund = l.programm.daten().K().SF(1).SF_Text;
+    EXPECT_EQ(l.zahl(nachher), 0);
+    klick("cmdAuswahl_1");
+    EXPECT_EQ(l.zahl(nachher), 1);
+    EXPECT_FALSE(l.tab().HighLight());
+    EXPECT_EQ(Ansage(row, 25), QStringLiteral("Mittwoch 25. November, ") + qt(grund));
+    const auto löschen = "cmdAuswahl_" + std::to_string(l.programm.daten().K().U());
+    const auto frühere = l.zahl(vorher);
+    plan().setFocus();
+    l.tab().set_selection({row, 24, row, 24});
+    l.tab().set_HighLight(true);
+    for (int i = 0; i < 2; ++i)
+        QTest::keyClick(&plan(), Qt::Key_Right, Qt::ShiftModifier);
+    klick(löschen.c_str());
+    EXPECT_EQ(l.zahl(vorher), frühere + 1) << "a new row says that the days are free again";
+    EXPECT_EQ(Ansage(row, 25), QStringLiteral("Mittwoch 25. November"));
+}
+
+TEST_F(Sitzung, Vergangenes_wird_erst_nach_der_Frage_eingetragen) {
+    const int row = l.freie_Zeile(10, 11);
+    const Text satz = Satz(row, 10, 11);
+    for (const char16_t* antwort : {u"Nein", u"Ja"}) {
+        Meldungen meldungen(QString::fromUtf16(antwort));
+        markiere(row, 10, 11);
+        klick("cmdAuswahl_1");
+        ASSERT_EQ(meldungen.texte.size(), 1);
+        EXPECT_TRUE(meldungen.texte[0].contains(QStringLiteral("Vergangenheit")));
+        EXPECT_EQ(l.zahl(satz), antwort == Text(u"Ja") ? 1 : 0);
+    }
+}
+
+TEST_F(Sitzung, F5_und_Reiter_zeigen_den_Stand_der_Platte) {
+    Lauf<firma::StummesFenstersystem> anderer(platte, u"PLATZ2");
+    ASSERT_TRUE(anderer.programm.starten());
+    const int row = l.freie_Zeile(24, 26);
+    anderer.tab().user_select({row, 24, row, 26}, row);
+    anderer.f().cmdAuswahl(1)->user_click();
+    EXPECT_TRUE(l.tab().cell(row, 25).text.empty());
+    QTest::keyClick(fenster().focusWidget(), Qt::Key_F5);
+    EXPECT_EQ(l.tab().cell(row, 25), anderer.tab().cell(row, 25));
+    EXPECT_FALSE(l.tab().cell(row, 25).text.empty());
+
+    reiter("tabMonate", 11);
+    EXPECT_EQ(Ansage(0, 1), QStringLiteral("Dienstag 1. Dezember"));
+    EXPECT_TRUE(Ansage(row, 25).startsWith(QStringLiteral("Freitag 25. Dezember")))
+        << Ansage(row, 25).toStdString();
+    EXPECT_EQ(plan().columns().last_day(), 31);
+    reiter("tabJahre", 2);
+    EXPECT_EQ(l.f().tabMonate.selected(), 0) << "a later year begins in January";
+    EXPECT_EQ(w<QTabBar>("tabMonate")->currentIndex(), 0);
+    EXPECT_TRUE(Ansage(0, 1).startsWith(QStringLiteral("Freitag 1. Januar"))) << Ansage(0, 1).toStdString();
+    w<QTabBar>("tabMonate")->setFocus();
+    QTest::keyClick(w<QTabBar>("tabMonate"), Qt::Key_Right);
+    l.fenster.process_events();
+    EXPECT_EQ(plan().columns().last_day(), 28);
+}
+
+TEST_F(Sitzung, Fenster_oeffnet_wie_es_geschlossen_wurde) {
+    const Geometry g{15 * 25, 15 * 15, 15 * 770, 15 * 620};
+    l.f().view()->set_geometry(g);
+    QTimer::singleShot(0, &fenster(), [this] { klick("cmdBeenden"); });
+    l.programm.schleife();
+    EXPECT_EQ(l.programm.ende(), 0);
+    EXPECT_EQ(l.fs.offene(), 0);
+
+    Lauf<> zweiter(platte, u"PLATZ1", true);
+    QStringList Startbild;
+    zweiter.umgebung.beim_Gebietsschema = [&] {
+        for (const QWidget* fenster : QApplication::topLevelWidgets())
+            if (fenster->objectName() == QLatin1String("frmStart") && fenster->isVisible())
+                Startbild.append(fenster->findChild<QLabel*>(QStringLiteral("lblText_1"))->text());
+        zweiter.uhr.weiter(2); // it was seen long enough
+    };
+    ASSERT_TRUE(zweiter.programm.starten());
+    ASSERT_EQ(Startbild.size(), 1);
+    EXPECT_TRUE(Startbild[0].startsWith(QStringLiteral("Version "))) << Startbild[0].toStdString();
+    zweiter.fenster.process_events();
+    EXPECT_EQ(zweiter.f().view()->geometry(), g);
+    QTimer::singleShot(0, [&] { zweiter.fenster.window(zweiter.f())->close(); });
+    zweiter.programm.schleife();
+    EXPECT_EQ(zweiter.programm.ende(), 0);
+}
+
+TEST_F(Sitzung, Fehler_in_einer_Behandlung_wird_gemeldet_und_beendet_das_Programm) {
+    l.f().cmdAuswahl(1)->on_click = [](Modifiers) { throw std::runtime_error("Handler kaputt"); };
+    QTimer::singleShot(0, &fenster(), [this] { klick("cmdAuswahl_1"); });
+    Meldungen meldungen;
+    l.programm.schleife();
+    EXPECT_EQ(l.programm.ende(), 2);
+    ASSERT_EQ(meldungen.texte.size(), 1);
+    EXPECT_TRUE(meldungen.texte[0].contains(QStringLiteral("Handler kaputt")))
+        << meldungen.texte[0].toStdString();
+}
+
+TEST(Erster_Lauf, Leerer_Ordner_wird_ein_Datenordner) {
+    TempOrdner ordner;
+    for (const char* name : {"heim", "temp"})
+        std::filesystem::create_directories(ordner.ordner() / name);
+    PosixFileSystem fs;
+    TestUhr uhr;
+    Umgebung umgebung;
+    umgebung.programmordner = aus_utf8(KALVORA_BIN_DIR "/");
+    umgebung.datenordner = ordner.pfad(u"heim/");
+    umgebung.tempordner = ordner.pfad(u"temp/");
+    QtFenstersystem fenster;
+    Meldungen meldungen;
+    Programm programm({fs, uhr, umgebung}, fenster, {u"/nowelcomescreen"});
+    ASSERT_TRUE(programm.starten()) << meldungen.texte.join(u' ').toStdString();
+    frmKalvora& f = programm.hauptfenster().form();
+    QTimer::singleShot(0, [&] {
+        QWidget& w = *fenster.window(f);
+        EXPECT_TRUE(w.isVisible());
+        EXPECT_EQ(w.findChild<QLabel*>(QStringLiteral("lblStatus_2"))->text(),
+                  QStringLiteral("Benutzer: chef (Administrator)"));
+        auto& plan = *w.findChild<PlanAnsicht*>(QStringLiteral("msgFlexGrid"));
+        ziehe(plan, {plan.cell_rect(1, 3).center(), plan.cell_rect(1, 5).center()});
+        QTest::mouseClick(w.findChild<QPushButton*>(QStringLiteral("cmdAuswahl_1")), Qt::LeftButton);
+        w.close();
+    });
+    programm.schleife();
+    EXPECT_EQ(programm.ende(), 0);
+    ASSERT_EQ(meldungen.texte.size(), 1);
+    EXPECT_TRUE(
+        meldungen.texte[0].startsWith(QStringLiteral("Es wurden noch keine Mitarbeiterdaten erfasst")));
+    EXPECT_TRUE(ordner.gibt_es(u"heim/kalvora/Kalvora.dat"));
+    EXPECT_TRUE(ordner.gibt_es(u"heim/kalvora/Data/IniFiles/Kalvora_chef.ini"));
+    std::filesystem::current_path("/"); // the program has changed the folder; it goes now
+}
+
+} // namespace kalvora

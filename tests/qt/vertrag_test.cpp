@@ -1,0 +1,307 @@
+// What passes the border between windows and logic: setters fire nothing, what is hidden, disabled, busy or
+// behind another window gets nothing, and no exception ever crosses Qt.
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QMenuBar>
+#include <QTabBar>
+#include <stdexcept>
+
+#include "frame/frm_start.h"
+#include "qt/eingabe.h"
+#include "qt/testfenster.h"
+#include "ui/qt/fenster_ansicht.h"
+
+namespace kalvora {
+namespace {
+
+struct Vertrag : testing::Test {
+    Testfenster t{20, {780, 640}};
+    frmKalvora& f = t.form;
+    std::vector<std::string> ereignisse;
+
+    Vertrag() {
+        const auto sage = [this](const char* was) {
+            return [this, was](auto...) { ereignisse.emplace_back(was); };
+        };
+        f.tabMonate.on_change = sage("Monat");
+        f.tabJahre.on_change = sage("Jahr");
+        f.cmbMitarbeitergruppen.on_select = sage("Gruppe");
+        f.msgFlexGrid.on_selection_changed = sage("Auswahl");
+        f.msgFlexGrid.on_scrolled = sage("gerollt");
+        f.msgFlexGrid.on_mouse_down = sage("Maus");
+        f.cmdAuswahl(1)->on_click = sage("Grund");
+        f.mnu(u"mnuInfo").on_click = sage("Info");
+        f.on_key = [this](const Key& k) {
+            ereignisse.push_back(zu_utf8(k.code));
+            return k.code == u"F5" || k.code == u"F10";
+        };
+        f.on_query_close = [] { return false; };
+        t.plan().setFocus();
+    }
+    template <class W>
+    W& w(const char* name) {
+        return *t.fenster().findChild<W*>(QString::fromUtf8(name));
+    }
+    QAction& eintrag(const char* name) { return w<QAction>(name); }
+    void klick_auf_Monat(int tab) {
+        QTest::mouseClick(&w<QTabBar>("tabMonate"), Qt::LeftButton, {},
+                          w<QTabBar>("tabMonate").tabRect(tab).center());
+    }
+    void alles_anfassen() {
+        QTest::mouseClick(&w<QPushButton>("cmdAuswahl_1"), Qt::LeftButton);
+        klick_auf_Monat(3);
+        QTest::mouseClick(t.plan().viewport(), Qt::LeftButton, {}, t.Mitte(3, 5));
+        for (const Qt::Key taste : {Qt::Key_F5, Qt::Key_Right})
+            QTest::keyClick(t.fenster().focusWidget() ? t.fenster().focusWidget() : &t.fenster(), taste);
+        eintrag("mnuInfo").trigger();
+        t.fenster().close();
+    }
+};
+using Liste = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(Vertrag, Setzen_loest_nichts_aus_Haende_schon) {
+    f.tabMonate.set_selected(2);
+    f.tabJahre.set_captions({u"2030", u"2031"});
+    f.tabJahre.set_selected(0);
+    f.cmbMitarbeitergruppen.set_items({u"A", u"B", u"C"});
+    f.cmbMitarbeitergruppen.set_selected(2);
+    f.msgFlexGrid.set_selection({3, 1, 4, 5});
+    f.msgFlexGrid.set_HighLight(true);
+    t.fenster().resize(780, 500);
+    t.zeigen();
+    f.msgFlexGrid.set_TopRow(4);
+    f.msgFlexGrid.resize(5, 33);
+    t.zeigen();
+    EXPECT_EQ(ereignisse, Liste{});
+    EXPECT_EQ(w<QTabBar>("tabMonate").currentIndex(), 2);
+    EXPECT_EQ(w<QTabBar>("tabJahre").count(), 2);
+    EXPECT_EQ(w<QComboBox>("cmbMitarbeitergruppen").currentText(), QStringLiteral("C"));
+
+    klick_auf_Monat(5);
+    w<QComboBox>("cmbMitarbeitergruppen").setFocus();
+    QTest::keyClick(&w<QComboBox>("cmbMitarbeitergruppen"), Qt::Key_Up);
+    QTest::mouseClick(&w<QPushButton>("cmdAuswahl_1"), Qt::LeftButton);
+    eintrag("mnuInfo").trigger();
+    EXPECT_EQ(ereignisse, (Liste{"Monat", "Auf", "Gruppe", "Grund", "Info"}));
+    EXPECT_EQ(f.tabMonate.selected(), 5);
+    EXPECT_EQ(f.cmbMitarbeitergruppen.selected(), 1);
+}
+
+TEST_F(Vertrag, Verborgenes_und_Gesperrtes_bekommt_nichts) {
+    f.tabMonate.set_tab_enabled(3, false);
+    f.cmdAuswahl(1)->set_enabled(false);
+    f.mnu(u"mnuInfo").set_enabled(false);
+    f.msgFlexGrid.set_enabled(false);
+    alles_anfassen();
+    EXPECT_EQ(std::count(ereignisse.begin(), ereignisse.end(), "F5"), 1)
+        << "the window itself is still there";
+    std::erase_if(ereignisse, [](const auto& e) { return e == "F5" || e == "Rechts"; });
+    EXPECT_EQ(ereignisse, Liste{});
+    EXPECT_EQ(w<QTabBar>("tabMonate").currentIndex(), 10);
+}
+
+TEST_F(Vertrag, Beschaeftigt_laesst_nichts_herein_und_zeigt_den_alten_Stand) {
+    bool geschlossen = false;
+    f.on_query_close = [&] { return geschlossen = true; };
+    const Selection vorher = f.msgFlexGrid.selection();
+    EXPECT_TRUE(t.app.event(f, [&] { alles_anfassen(); }));
+    EXPECT_EQ(ereignisse, Liste{});
+    EXPECT_FALSE(geschlossen);
+    EXPECT_EQ(f.msgFlexGrid.selection(), vorher);
+    EXPECT_EQ(w<QTabBar>("tabMonate").currentIndex(), 10) << "the tab pressed in vain goes back";
+    f.cmbMitarbeitergruppen.set_selected(0);
+    t.app.event(f, [&] { QTest::keyClick(&w<QComboBox>("cmbMitarbeitergruppen"), Qt::Key_Down); });
+    EXPECT_EQ(w<QComboBox>("cmbMitarbeitergruppen").currentIndex(), 0);
+    klick_auf_Monat(3);
+    EXPECT_EQ(ereignisse, Liste{"Monat"});
+}
+
+TEST_F(Vertrag, Uhren_ticken_nur_wenn_nichts_laeuft) {
+    struct Uhrfenster : Form {
+        explicit Uhrfenster(Application& app) : Form(app, u"frmStart") {
+            uhr.on_tick = [this] { ++takte; };
+        }
+        Timer uhr{*this, u"tmrUhr", 0.001};
+        int takte = 0;
+    } fenster(t.app);
+    t.app.open(fenster);
+    QTest::qWait(10);
+    EXPECT_EQ(fenster.takte, 0) << "off until switched on";
+    fenster.uhr.set_enabled(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fenster.takte >= 2; }, 2000));
+    const int vorher = fenster.takte;
+    t.app.Pause(0.02);
+    EXPECT_EQ(fenster.takte, vorher);
+    t.app.close(fenster);
+    QTest::qWait(10);
+    EXPECT_EQ(fenster.takte, vorher);
+}
+
+TEST_F(Vertrag, Tasten_kommen_einmal_an_und_gehen_sonst_an_das_Steuerelement) {
+    QTest::keyClick(&t.plan(), Qt::Key_F10); // would go to the menu bar
+    QTest::keyClick(&t.plan(), Qt::Key_P, Qt::ControlModifier);
+    QTest::keyClick(&t.plan(), Qt::Key_Down);
+    EXPECT_EQ(ereignisse, (Liste{"F10", "P", "Ab", "Auswahl"}));
+    ereignisse.clear();
+    f.tabMonate.on_arrow = [&](int schritt) {
+        ereignisse.push_back("Schritt " + std::to_string(schritt));
+        return schritt < 0;
+    };
+    w<QTabBar>("tabMonate").setFocus();
+    QTest::keyClick(&w<QTabBar>("tabMonate"), Qt::Key_Left);
+    QTest::keyClick(&w<QTabBar>("tabMonate"), Qt::Key_Right);
+    EXPECT_EQ(ereignisse, (Liste{"Links", "Schritt -1", "Rechts", "Schritt 1", "Monat"}));
+    EXPECT_EQ(w<QTabBar>("tabMonate").currentIndex(), 11) << "what logic does not take, the strip does";
+}
+
+TEST_F(Vertrag, Menue_zeigt_was_die_Logik_sagt) {
+    f.mnu(u"mnuLogbuch").set_enabled(false);
+    f.mnu(u"mnuMitarbeiter").set_visible(false);
+    f.mnu(u"mnuHilfe_Menü").set_visible(false);
+    f.mnu(u"mnuDatenordner_ändern").set_caption(u"Datenordner &auswählen ...");
+    EXPECT_FALSE(eintrag("mnuLogbuch").isEnabled());
+    EXPECT_TRUE(eintrag("mnuLogbuch").isVisible()) << "disabled is not missing";
+    EXPECT_FALSE(eintrag("mnuMitarbeiter").isVisible());
+    EXPECT_FALSE(eintrag("mnuHilfe_Menü").isVisible());
+    EXPECT_EQ(eintrag("mnuDatenordner_ändern").text(), QStringLiteral("Datenordner &auswählen ..."));
+    EXPECT_EQ(eintrag("mnuDrucken").text(), QStringLiteral("&Drucken ...\tStrg+P"));
+    EXPECT_TRUE(eintrag("mnuTrenner1").isSeparator());
+    eintrag("mnuInfo").trigger();
+    EXPECT_EQ(ereignisse, Liste{}) << "its menu is hidden";
+}
+
+TEST_F(Vertrag, Schaltflaechen_Beschriftung_Farbe_Platz) {
+    auto& erste = w<QPushButton>("cmdAuswahl_1");
+    f.cmdAuswahl(1)->set_caption(u"Fort- & Ausbildung");
+    f.cmdAuswahl(1)->set_colours(0xFFFFFF, 0x336699);
+    t.zeigen();
+    EXPECT_EQ(erste.text(), QStringLiteral("Fort- && Ausbildung"));
+    EXPECT_TRUE(erste.shortcut().isEmpty());
+    EXPECT_EQ(erste.grab().toImage().pixelColor(6, 6), QColor(0x99, 0x66, 0x33)) << "blue, green, red";
+    auto& dritte = w<QPushButton>("cmdAuswahl_3");
+    const QPoint zweiter_Platz = w<QPushButton>("cmdAuswahl_2").pos(), dritter_Platz = dritte.pos();
+    f.cmdAuswahl(2)->set_visible(false);
+    t.zeigen();
+    EXPECT_EQ(dritte.pos(), zweiter_Platz);
+    f.cmdAuswahl(2)->set_visible(true);
+    t.zeigen();
+    EXPECT_EQ(dritte.pos(), dritter_Platz);
+    frmStart start(t.app, u"1.2.3");
+    t.app.open(start);
+    auto& erneut = *t.system.window(start)->findChild<QPushButton*>(QStringLiteral("cmdAuswahl_1"));
+    EXPECT_EQ(erneut.shortcut(), QKeySequence(QStringLiteral("Alt+E"))) << "other buttons have mnemonics";
+    t.app.close(start);
+}
+
+TEST_F(Vertrag, Schliessen_nur_wenn_die_Logik_zustimmt) {
+    bool zustimmung = false;
+    f.on_query_close = [&] { return zustimmung; };
+    t.fenster().close();
+    ASSERT_NE(f.view(), nullptr);
+    EXPECT_TRUE(t.fenster().isVisible());
+    zustimmung = true;
+    t.fenster().close();
+    EXPECT_EQ(f.view(), nullptr);
+    EXPECT_FALSE(f.cmdAuswahl(1)->user_click());
+}
+
+TEST_F(Vertrag, Fensterlage_kommt_wieder_und_ausserhalb_zaehlt_nicht) {
+    const Geometry g{30 * 15, 20 * 15, 740 * 15, 600 * 15};
+    f.view()->set_geometry(g);
+    EXPECT_EQ(f.view()->geometry(), g);
+    for (const Geometry draußen : {Geometry{90000, 300, 9000, 9000}, Geometry{300, -30000, 9000, 9000},
+                                   Geometry{-11000, 300, 9000, 9000}, Geometry{0, 0, 0, 0}}) {
+        f.view()->set_geometry(draußen);
+        EXPECT_EQ(f.view()->geometry(), g) << draußen.left << " " << draußen.top;
+    }
+    f.view()->set_state(WindowState::Maximised);
+    EXPECT_EQ(f.view()->state(), WindowState::Maximised);
+    EXPECT_EQ(f.view()->geometry(), g) << "the place to come back to";
+    t.app.close(f);
+    f.start_geometry = Geometry{45 * 15, 35 * 15, 720 * 15, 610 * 15};
+    t.app.open(f);
+    t.zeigen();
+    EXPECT_EQ(f.view()->geometry(), *f.start_geometry);
+}
+
+TEST_F(Vertrag, Fragen_antworten_mit_Tasten_und_gelten_als_beschaeftigt) {
+    struct Fall {
+        Qt::Key taste;
+        bool mit_Abbrechen;
+        Antwort vorgabe, erwartet;
+    };
+    constexpr Fall FÄLLE[]{{Qt::Key_Escape, false, Antwort::Ja, Antwort::Nein},
+                           {Qt::Key_Escape, true, Antwort::Ja, Antwort::Abbrechen},
+                           {Qt::Key_Return, false, Antwort::Nein, Antwort::Nein},
+                           {Qt::Key_Return, true, Antwort::Ja, Antwort::Ja},
+                           {Qt::Key_J, false, Antwort::Nein, Antwort::Ja},
+                           {Qt::Key_N, true, Antwort::Ja, Antwort::Nein},
+                           {Qt::Key_A, true, Antwort::Ja, Antwort::Abbrechen}};
+    Meldungen meldungen;
+    for (const Fall& fall : FÄLLE) {
+        meldungen.antworte = [&](QMessageBox& box) {
+            EXPECT_TRUE(QTest::qWaitForWindowActive(&box));
+            alles_anfassen();
+            EXPECT_EQ(ereignisse, Liste{});
+            box.activateWindow();
+            QTest::keyClick(box.focusWidget() ? box.focusWidget() : &box, fall.taste);
+        };
+        EXPECT_EQ(t.app.Frage(u"Löschen <b>?", {Fragesymbol::Frage, fall.mit_Abbrechen, fall.vorgabe}),
+                  fall.erwartet)
+            << QKeySequence(fall.taste).toString().toStdString();
+    }
+    EXPECT_EQ(meldungen.texte.value(0), QStringLiteral("Löschen <b>?"));
+    EXPECT_EQ(meldungen.texte.size(), static_cast<qsizetype>(std::size(FÄLLE)));
+    EXPECT_NE(f.view(), nullptr);
+}
+
+TEST_F(Vertrag, Ausnahmen_beenden_die_Schleife_und_gehen_nicht_durch_Qt) {
+    const std::vector<std::function<void()>> wege{
+        [&] { QTest::mouseClick(&w<QPushButton>("cmdAuswahl_1"), Qt::LeftButton); },
+        [&] { QTest::mouseClick(t.plan().viewport(), Qt::LeftButton, {}, t.Mitte(3, 5)); },
+        [&] { QTest::keyClick(&t.plan(), Qt::Key_F5); }, [&] { klick_auf_Monat(4); },
+        [&] { t.fenster().close(); }};
+    const auto wirf = [](auto&&...) -> bool { throw std::runtime_error("kaputt"); };
+    f.cmdAuswahl(1)->on_click = wirf;
+    f.msgFlexGrid.on_mouse_down = wirf;
+    f.on_key = wirf;
+    f.tabMonate.on_change = wirf;
+    f.on_query_close = wirf;
+    for (std::size_t i = 0; i < wege.size(); ++i) {
+        QTimer::singleShot(0, &t.fenster(), [&] {
+            wege[i]();
+            alles_anfassen(); // nothing may come behind a failure
+        });
+        EXPECT_THROW(t.app.run(f), std::runtime_error) << i;
+        EXPECT_FALSE(t.app.busy());
+    }
+    EXPECT_EQ(ereignisse, Liste{});
+    EXPECT_NE(f.view(), nullptr);
+}
+
+TEST_F(Vertrag, Modales_Fenster_sperrt_das_untere_und_reicht_Fehler_weiter) {
+    frmKalvora unter(t.app); // any other window
+    unter.cmdAuswahl(1)->on_click = [](Modifiers) { throw std::runtime_error("kaputt"); };
+    f.cmdAuswahl(2)->on_click = [&](Modifiers) { t.app.open_modal(unter); };
+    const auto knopf = [&](const char* name) {
+        return t.system.window(unter)->findChild<QPushButton*>(QString::fromUtf8(name));
+    };
+    QTimer::singleShot(0, &t.fenster(), [&] {
+        QTimer::singleShot(0, &t.fenster(), [&] {
+            alles_anfassen();
+            EXPECT_EQ(ereignisse, Liste{});
+            QTest::mouseClick(knopf("cmdAuswahl_1"), Qt::LeftButton);
+        });
+        QTest::mouseClick(&w<QPushButton>("cmdAuswahl_2"), Qt::LeftButton);
+    });
+    EXPECT_THROW(t.app.run(f), std::runtime_error);
+    EXPECT_EQ(t.app.forms(), std::vector<Form*>{&f});
+    EXPECT_EQ(unter.view(), nullptr);
+    klick_auf_Monat(1);
+    EXPECT_EQ(ereignisse, Liste{"Monat"});
+}
+
+} // namespace kalvora
