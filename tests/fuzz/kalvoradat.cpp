@@ -1,0 +1,26 @@
+// Kalvora.dat. A change of folder that was not completed writes the file anew; nothing else may change.
+#include "files/kalvoradat.h"
+#include "fuzz/fuzzplatz.h"
+
+using namespace kalvora;
+using namespace kalvora::fuzz;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
+    const Eingabe eingabe(daten, größe);
+    Fuzzplatz p;
+    const Text pfad = ((eingabe.wahl & 2) != 0 ? p.platz.Programmpfad : p.platz.Systempfad) + u"Kalvora.dat";
+    p.fs.schreibe(pfad, eingabe.datei);
+    p.fs.schreibe(u"/srv/x/Data/2611 261101 Data.dat", als_Datei({u"[2611]", u"", u"NoEx:NoEx"}));
+    p.fs.schreibe(u"/srv/x/Data/Logs/2611 Kalvora.log", als_Datei({u"Zeile"}));
+    p.platz.Datenpfad.clear();
+    p.platz.Logpfad.clear();
+    const auto leser = [&] { Kalvoradat_lesen(p.kanal, p.platz); };
+    if (!lesen(p, leser, p.platz.Systempfad + u"Kalvora.dat")) return 0;
+    for (const Text& ordner : {p.platz.Datenpfad, p.platz.Logpfad, p.platz.Datenpfad_alt})
+        fordere(ordner.empty() || ordner.ends_with(u'/'), "a folder ends in its separator");
+    if (p.platz.Datenpfad.empty() || !cp1252_darstellbar(p.platz.Datenpfad)) return 0;
+    const Text gelesen = p.platz.Datenpfad;
+    Kalvoradat_schreiben(p.kanal, p.platz);
+    fordere(lesen(p, leser) && p.platz.Datenpfad == gelesen, "a path that does not come back");
+    return 0;
+}
