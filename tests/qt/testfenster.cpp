@@ -20,11 +20,13 @@ constexpr std::array GRÜNDE{
     Grund{u"Dienstreise", u"D", 0x80FFFF}, Grund{u"Krank", u"K", 0x8F8FFF},
     Grund{u"Sonstiges", u"S", 0xFFFF80},   Grund{u"Eintrag löschen", u"", 0xFFFFFF},
 };
-constexpr std::array<TextView, 12> NACHNAMEN{u"Albrecht",   u"Brandstätter", u"Çelik",     u"Dörfler",
-                                             u"Eichinger",  u"Fürst",        u"Großmann",  u"Hölderle-Zimmermann",
-                                             u"Ivanova",    u"Jäger",        u"Köstlmeier", u"Lindqvist"};
-constexpr std::array<TextView, 7> VORNAMEN{u"Anna", u"Bülent", u"Clara", u"Dieter", u"Elisabeth Charlotte", u"Finn", u"Greta"};
-constexpr std::array<TextView, 4> ABTEILUNGEN{u"Geschäftsführung", u"Vertrieb Süd", u"Entwicklung und Konstruktion", u"Werkstatt"};
+constexpr std::array<TextView, 12> NACHNAMEN{
+    u"Albrecht", u"Brandstätter",        u"Çelik",   u"Dörfler", u"Eichinger",  u"Fürst",
+    u"Großmann", u"Hölderle-Zimmermann", u"Ivanova", u"Jäger",   u"Köstlmeier", u"Lindqvist"};
+constexpr std::array<TextView, 7> VORNAMEN{u"Anna", u"Bülent", u"Clara", u"Dieter", u"Elisabeth Charlotte",
+                                           u"Finn", u"Greta"};
+constexpr std::array<TextView, 4> ABTEILUNGEN{u"Geschäftsführung", u"Vertrieb Süd",
+                                              u"Entwicklung und Konstruktion", u"Werkstatt"};
 
 bool ist_Wochenende(int tag) {
     return Wochentag(Datum_aus(2026, 11, tag)) > 5;
@@ -103,8 +105,8 @@ void Rest(frmKalvora& form) {
     form.set_title(u"Kalvora - Musterbau GmbH & Co. KG");
     form.tabJahre.set_captions({u"2025", u"2026", u"2027"});
     form.tabJahre.set_selected(1);
-    form.tabMonate.set_captions({u"Januar", u"Febr.", u"März", u"April", u"Mai", u"Juni", u"Juli", u"August", u"Sept.",
-                                 u"Okt.", u"Nov.", u"Dez."});
+    form.tabMonate.set_captions({u"Januar", u"Febr.", u"März", u"April", u"Mai", u"Juni", u"Juli", u"August",
+                                 u"Sept.", u"Okt.", u"Nov.", u"Dez."});
     form.tabMonate.set_selected(10);
     form.cmbMitarbeitergruppen.set_items({u"Alle", u"Verwaltung", u"Werk Nord"});
     form.cmbMitarbeitergruppen.set_selected(0);
