@@ -21,9 +21,9 @@ bool beendet(Wirkung w) {
 class Durchgang {
 public:
     std::function<void(SpeicherDateisystem&)> vorbereiten;
-    std::function<void(Lauf&)> öffnen = [](Lauf&) {}; // before the faults begin
-    std::function<void(Lauf&)> tat;
-    std::function<void(Lauf& gestört, bool unterbrochen)> danach;
+    std::function<void(Platzlauf&)> öffnen = [](Platzlauf&) {}; // before the faults begin
+    std::function<void(Platzlauf&)> tat;
+    std::function<void(Platzlauf& gestört, bool unterbrochen)> danach;
     bool stromausfall = false; // what was not synced is lost with the program
     int läufe = 0;
 
@@ -52,7 +52,7 @@ private:
     std::vector<Dateiaufruf> ungestört() {
         SpeicherDateisystem fs;
         vorbereiten(fs);
-        Lauf lauf(fs, u"anna");
+        Platzlauf lauf(fs, u"anna");
         öffnen(lauf);
         fs.tagebuch_leeren();
         tat(lauf);
@@ -65,7 +65,7 @@ private:
                      std::to_string(static_cast<int>(w)));
         SpeicherDateisystem fs;
         vorbereiten(fs);
-        Lauf lauf(fs, u"anna");
+        Platzlauf lauf(fs, u"anna");
         öffnen(lauf);
         fs.störe({.aufruf = "", .beim = n, .wirkung = w, .bytes = 7});
         bool unterbrochen = false;
@@ -91,17 +91,17 @@ Durchgang Eintrag(bool erste_Speicherung) {
         if (!erste_Speicherung)
             fs.schreibe(DATEN + u"2611 261116 Data.dat", als_Datei(Monat(firma.monate.at(u"2611"))));
     };
-    d.öffnen = [](Lauf& lauf) { ASSERT_TRUE(lauf.starten(AUFRUF)); };
-    d.tat = [](Lauf& lauf) {
+    d.öffnen = [](Platzlauf& lauf) { ASSERT_TRUE(lauf.starten(AUFRUF)); };
+    d.tat = [](Platzlauf& lauf) {
         lauf.trage_ein(u"anna", 18, 19, 1);
         lauf.programm->schleife(); // whatever failed is reported here
     };
     return d;
 }
 
-void nach_dem_Eintrag(Lauf& gestört, bool unterbrochen) {
+void nach_dem_Eintrag(Platzlauf& gestört, bool unterbrochen) {
     auto& fs = dynamic_cast<SpeicherDateisystem&>(gestört.fs);
-    Lauf neu(fs, u"anna", u"/", u"PLATZ2");
+    Platzlauf neu(fs, u"anna", u"/", u"PLATZ2");
     ASSERT_TRUE(neu.starten(AUFRUF)) << zu_utf8(neu.fenster.hinweise.empty() ? u"" : neu.fenster.hinweise[0]);
     EXPECT_TRUE(neu.fenster.hinweise.empty());
     const Text anna = neu.zellen(u"anna");
@@ -115,7 +115,7 @@ void nach_dem_Eintrag(Lauf& gestört, bool unterbrochen) {
     // The folder goes on working: the next entry arrives, and an administrator sees it.
     neu.trage_ein(u"anna", 20, 20, 6);
     neu.programm->schleife();
-    Lauf chef(fs, u"chef", u"/", u"PLATZ3");
+    Platzlauf chef(fs, u"chef", u"/", u"PLATZ3");
     ASSERT_TRUE(chef.starten(AUFRUF));
     Text zuletzt = anna;
     zuletzt[19] = u'S';
@@ -158,11 +158,11 @@ TEST(Störungen, ErsterLauf) {
         Installation_ablegen(
             [&](const Text& name, const std::string& bytes) { fs.schreibe(u"/opt/kalvora/" + name, bytes); });
     };
-    d.tat = [](Lauf& lauf) { lauf.starten({u"/nowelcomescreen"}); };
-    d.danach = [&](Lauf& gestört, bool) {
+    d.tat = [](Platzlauf& lauf) { lauf.starten({u"/nowelcomescreen"}); };
+    d.danach = [&](Platzlauf& gestört, bool) {
         auto& fs = dynamic_cast<SpeicherDateisystem&>(gestört.fs);
         const Text womit = gestört.fenster.hinweise.empty() ? Text() : gestört.fenster.hinweise[0];
-        Lauf neu(fs, u"anna"); // the lock died with the process
+        Platzlauf neu(fs, u"anna"); // the lock died with the process
         ASSERT_TRUE(neu.starten({u"/nowelcomescreen"}))
             << zu_utf8(womit) << " -> "
             << zu_utf8(neu.fenster.hinweise.empty() ? u"" : neu.fenster.hinweise[0]);

@@ -19,8 +19,8 @@ struct Netz {
     Text daten = ordner.pfad(u"Data/");
 
     explicit Netz(const Firma& firma = {}) { firma.anlegen(fs, daten); }
-    std::unique_ptr<Lauf> platz(const Text& benutzer, const Text& rechner) {
-        auto lauf = std::make_unique<Lauf>(fs, benutzer, ordner.pfad(), rechner, sperren);
+    std::unique_ptr<Platzlauf> platz(const Text& benutzer, const Text& rechner) {
+        auto lauf = std::make_unique<Platzlauf>(fs, benutzer, ordner.pfad(), rechner, sperren);
         EXPECT_TRUE(lauf->starten({u"/path", daten, u"/nowelcomescreen"}));
         return lauf;
     }

@@ -8,7 +8,7 @@
 
 namespace kalvora {
 
-class ProbeFenster : public StummeFenster {
+class FragendeFenster : public StummeFenster {
 public:
     std::vector<Text> fragen, geöffnet;
     Antwort antwort = Antwort::Nein;
@@ -84,16 +84,16 @@ struct Firma {
 };
 
 // One workstation. Days of November 2026: the 1st is a Sunday, today is Monday the 16th.
-struct Lauf {
+struct Platzlauf {
     FileSystem& fs;
     TestUmgebung umgebung;
     TestUhr uhr;
-    ProbeFenster fenster;
+    FragendeFenster fenster;
     std::unique_ptr<Programm> programm;
 
-    Lauf(FileSystem& dateisystem, const Text& benutzer, const Text& wurzel = u"/",
-         const Text& rechner = u"PLATZ1",
-         std::shared_ptr<TestUmgebung::Sperren> sperren = std::make_shared<TestUmgebung::Sperren>())
+    Platzlauf(FileSystem& dateisystem, const Text& benutzer, const Text& wurzel = u"/",
+              const Text& rechner = u"PLATZ1",
+              std::shared_ptr<TestUmgebung::Sperren> sperren = std::make_shared<TestUmgebung::Sperren>())
         : fs(dateisystem), umgebung(std::move(sperren)) {
         umgebung.rechner = rechner;
         umgebung.variablen[u"USERNAME"] = benutzer;

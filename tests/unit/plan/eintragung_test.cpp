@@ -10,16 +10,16 @@ constexpr int U = 1, SONST = 6, LÖSCHEN = 7; // reason numbers; Krank, 5, is fo
 const Text LISTE = u"<Name Vorname> (chef)";
 
 struct Plan : SpeicherDateisystem, Firma {
-    std::unique_ptr<Lauf> lauf;
+    std::unique_ptr<Platzlauf> lauf;
 
     // Rows of November, then the program for this user.
-    Lauf& öffne(const Text& benutzer, const std::vector<Text>& zeilen = {}) {
+    Platzlauf& öffne(const Text& benutzer, const std::vector<Text>& zeilen = {}) {
         if (!zeilen.empty()) monate[u"2611"] = zeilen;
         anlegen(*this, DATEN);
         return platz(benutzer);
     }
-    Lauf& platz(const Text& benutzer) {
-        lauf = std::make_unique<Lauf>(*this, benutzer);
+    Platzlauf& platz(const Text& benutzer) {
+        lauf = std::make_unique<Platzlauf>(*this, benutzer);
         EXPECT_TRUE(lauf->starten({u"/path", DATEN, u"/nowelcomescreen"}));
         tagebuch_leeren();
         return *lauf;
@@ -108,7 +108,7 @@ TEST(Eintragung, Spannen) {
         Plan p;
         p.Setting(12, fall.Setting12);
         p.Setting(45, 1);
-        Lauf& l = p.öffne(u"anna", {Satz(u"anna", fall.vorher), Satz(u"otto", {{18, u"3"}})});
+        Platzlauf& l = p.öffne(u"anna", {Satz(u"anna", fall.vorher), Satz(u"otto", {{18, u"3"}})});
         const auto vorher = p.platte().abbild();
         const Text früher = p.zeilen()[0];
         const Cell kopf = l.plan().cell(0, 18);
@@ -130,7 +130,7 @@ TEST(Eintragung, Spannen) {
         }
         EXPECT_EQ(p.log(), std::vector<Text>{u"anna|" + fall.log});
         // What was written is what is shown, to others too, and the other row is as it was.
-        Lauf& neu = p.platz(u"chef");
+        Platzlauf& neu = p.platz(u"chef");
         EXPECT_EQ(neu.zellen(u"anna"), Tage(fall.nachher));
         EXPECT_EQ(neu.zellen(u"otto"), Tage({{18, u"Z"}}));
         EXPECT_EQ(neu.plan().cell(0, 18).text, kopf.text);
@@ -140,7 +140,7 @@ TEST(Eintragung, Spannen) {
 TEST(Eintragung, GelöschteZellenHabenDieFarbeIhresTages) {
     Plan p;
     p.Setting(12, 1);
-    Lauf& l = p.öffne(u"chef", {Satz(u"anna", {{16, u"11111111"}}), Satz(u"otto", {})});
+    Platzlauf& l = p.öffne(u"chef", {Satz(u"anna", {{16, u"11111111"}}), Satz(u"otto", {})});
     l.trage_ein(u"anna", 16, 23, LÖSCHEN);
     for (int tag = 1; tag <= 31; ++tag) {
         EXPECT_EQ(l.plan().cell(l.zeile(u"anna"), tag).back, l.plan().cell(l.zeile(u"otto"), tag).back)
@@ -245,7 +245,7 @@ TEST(Eintragung, Ablehnungen) {
         Plan p;
         for (const auto& [n, wert] : fall.settings)
             p.Setting(n, wert);
-        Lauf& l = p.öffne(fall.benutzer, {Satz(u"anna", {{24, u"8"}})});
+        Platzlauf& l = p.öffne(fall.benutzer, {Satz(u"anna", {{24, u"8"}})});
         const auto vorher = p.platte().abbild();
         const int row = fall.wer == u"Werk" ? 4 : l.zeile(fall.wer);
         if (!fall.wer.empty()) l.markiere(row, fall.von, fall.bis);
@@ -261,7 +261,7 @@ TEST(Eintragung, Ablehnungen) {
 
 TEST(Eintragung, HinweisAufDieMarkierungKommtEinmal) {
     Plan p;
-    Lauf& l = p.öffne(u"anna");
+    Platzlauf& l = p.öffne(u"anna");
     l.drücke(U);
     l.drücke(U);
     EXPECT_EQ(l.fenster.hinweise.size(), 1U);
@@ -271,7 +271,7 @@ TEST(Eintragung, HinweisAufDieMarkierungKommtEinmal) {
 TEST(Eintragung, OhneMitarbeiter) {
     Plan p;
     p.personal = {u"NoNames"};
-    Lauf& l = p.öffne(u"chef");
+    Platzlauf& l = p.öffne(u"chef");
     l.markiere(1, 18, 18);
     l.drücke(U);
     EXPECT_EQ(l.fenster.hinweise, std::vector<Text>{Text(Mitarbeiterdaten::KEINE_MITARBEITER)});
@@ -300,7 +300,7 @@ TEST(Eintragung, Vergangenheit) {
         Plan p;
         p.Setting(45, fall.Setting45);
         p.Setting(46, fall.Setting46);
-        Lauf& l = p.öffne(fall.benutzer);
+        Platzlauf& l = p.öffne(fall.benutzer);
         l.fenster.antwort = fall.antwort;
         l.trage_ein(u"anna", 12, 13, U);
         l.trage_ein(u"anna", 10, 18, SONST);
@@ -319,7 +319,7 @@ TEST(Eintragung, Vergangenheit) {
 // Rows 1 Büro, 2 anna, 3 otto, 4 Werk, 5 eve, 6 chef.
 TEST(Eintragung, MehrereZeilen) {
     Plan p;
-    Lauf& l = p.öffne(u"chef", {Satz(u"otto", {{18, u"11"}}), u"K:otto:18-19:Kur"});
+    Platzlauf& l = p.öffne(u"chef", {Satz(u"otto", {{18, u"11"}}), u"K:otto:18-19:Kur"});
     l.markiere(6, 19, 18, 1); // from below and from the right, over both headings
     l.drücke(U);
     for (TextView wer : {u"anna", u"otto", u"eve", u"chef"})
@@ -344,7 +344,7 @@ TEST(Eintragung, MehrereZeilen) {
 TEST(Eintragung, MehrereZeilenWerdenVorherGeprüft) {
     for (const auto antwort : {Antwort::Nein, Antwort::Ja}) {
         Plan p;
-        Lauf& l = p.öffne(u"chef");
+        Platzlauf& l = p.öffne(u"chef");
         l.fenster.antwort = antwort;
         l.markiere(2, 13, 18, 6);
         l.drücke(U);
@@ -367,7 +367,7 @@ TEST(Eintragung, MehrereZeilenWerdenVorherGeprüft) {
     for (const auto& fall : tafel) {
         Plan p;
         p.Setting(44, fall.Setting44);
-        Lauf& l = p.öffne(fall.benutzer);
+        Platzlauf& l = p.öffne(fall.benutzer);
         l.markiere(2, 18, 18, 3);
         l.drücke(U);
         EXPECT_EQ(l.fenster.hinweise,
@@ -379,7 +379,7 @@ TEST(Eintragung, MehrereZeilenWerdenVorherGeprüft) {
 // A refusal on the way leaves neither rows nor log lines behind, on the disk or in the buffers.
 TEST(Eintragung, AbgelehntBeimSchreiben) {
     Plan p;
-    Lauf& l = p.öffne(u"chef", {Satz(u"anna", {{18, u"3"}})});
+    Platzlauf& l = p.öffne(u"chef", {Satz(u"anna", {{18, u"3"}})});
     l.markiere(2, 18, 18, 6);
     l.erfassung().vor_dem_Schreiben = [] { return false; };
     l.drücke(U);
@@ -420,7 +420,7 @@ TEST(Eintragung, KommentareGehenMitDemEintrag) {
         const std::vector<Text> vorher{Satz(u"anna", {{18, u"11 1"}}), u"K:anna:18-21:Kur"};
         p.öffne(u"anna", vorher);
         p.schreibe(DATEN + u"2611 261116 Data.dat", als_Datei(Monat(vorher)));
-        Lauf& l = p.platz(u"anna");
+        Platzlauf& l = p.platz(u"anna");
         l.trage_ein(u"anna", fall.von, fall.bis, fall.b);
         std::vector<Text> soll = vorher;
         soll.insert(soll.end(), fall.zeilen.begin(), fall.zeilen.end());
@@ -443,8 +443,8 @@ TEST(Eintragung, VerborgeneEinträgeBleibenBeimSpeichernErhalten) {
         Plan p;
         p.konfig.SF_Verbergen_Zeile = u"000001";
         p.Setting(43, Setting43);
-        Lauf& l = p.öffne(u"anna",
-                          {Satz(u"anna", {{18, u"6"}}), Satz(u"otto", {{18, u"16"}}), u"K:otto:18-19:Kur"});
+        Platzlauf& l = p.öffne(
+            u"anna", {Satz(u"anna", {{18, u"6"}}), Satz(u"otto", {{18, u"16"}}), u"K:otto:18-19:Kur"});
         EXPECT_EQ(l.zellen(u"anna"), Tage({{18, u"S"}})) << "the own row";
         EXPECT_EQ(l.zellen(u"otto"), Setting43 == 1 ? Tage({{18, u"U "}}) : Tage({{18, u"U"}}));
         EXPECT_EQ(l.plan().cell(l.zeile(u"otto"), 19).back,
@@ -459,7 +459,7 @@ TEST(Eintragung, VerborgeneEinträgeBleibenBeimSpeichernErhalten) {
 
 TEST(Eintragung, ArbeitsfreierTag) {
     Plan p;
-    Lauf& l = p.öffne(u"anna", {Satz(u"anna", {{19, u"1"}})});
+    Platzlauf& l = p.öffne(u"anna", {Satz(u"anna", {{19, u"1"}})});
     const auto doppelt = [&](int tag) { l.plan().user_double_click(l.zeile(u"anna"), tag); };
     for (const int tag : {18, 19, 17, 21}) // an entry, a holiday and a weekend take no mark
         doppelt(tag);
@@ -475,7 +475,7 @@ TEST(Eintragung, ArbeitsfreierTag) {
 
 TEST(Eintragung, KopierpufferTrägtDenGedrücktenGrund) {
     Plan p;
-    Lauf& l = p.öffne(u"anna");
+    Platzlauf& l = p.öffne(u"anna");
     l.trage_ein(u"anna", 18, 18, 3);
     EXPECT_EQ(l.programm->hauptfenster().eintragung().Kopierpuffer(), u"3");
     l.drücke(LÖSCHEN); // nothing marked: the buffer changes all the same
@@ -495,7 +495,7 @@ Firma mit_neuem_Grund(Firma firma) {
 
 TEST(Eintragung, GründeGeändertVorDemDruck) {
     Plan p;
-    Lauf& l = p.öffne(u"anna");
+    Platzlauf& l = p.öffne(u"anna");
     l.markiere(u"anna", 18, 18);
     mit_neuem_Grund(p).anlegen(p, DATEN);
     l.drücke(U);
@@ -511,7 +511,7 @@ TEST(Eintragung, GründeGeändertZwischenDruckUndSpeichern) {
     EingriffsDateisystem fs;
     Firma firma;
     firma.anlegen(fs, DATEN);
-    Lauf l(fs, u"anna");
+    Platzlauf l(fs, u"anna");
     ASSERT_TRUE(l.starten({u"/path", DATEN, u"/nowelcomescreen"}));
     l.markiere(u"anna", 18, 18);
     int blicke = 0;
@@ -534,7 +534,7 @@ TEST(Eintragung, ÜbrigesGeändertZwischenDruckUndSpeichern) {
     EingriffsDateisystem fs;
     Firma firma;
     firma.anlegen(fs, DATEN);
-    Lauf l(fs, u"anna");
+    Platzlauf l(fs, u"anna");
     ASSERT_TRUE(l.starten({u"/path", DATEN, u"/nowelcomescreen"}));
     l.markiere(u"anna", 18, 18);
     int blicke = 0;
