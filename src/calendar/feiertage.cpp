@@ -83,6 +83,7 @@ Text Landesfeiertag(TextView zeile, int r, int jahr) {
     const TextView datum = mitte(zeile, 3, 6);
     Text tag;
     if (fester_Tag(datum)) {
+        if (!ist_Tag_im_Jahr(datum)) unlesbar(r);
         tag = ziffern(jahr % 100, 2) + Text(mitte(datum, 4, 2)) + Text(mitte(datum, 1, 2));
     } else {
         const auto regel = Regel_aus(zeile);

@@ -62,7 +62,7 @@ TEST(Feiertagsregel, Tage_in_drei_Jahren) {
 TEST(Feiertagsregel, Unlesbare_nennt_ihre_Zeile) {
     for (const Text& regel :
          std::vector<Text>{u"1:BUX000:Buchstabe", u"1:VO0X00:Kein Monat", u"1:NO0A00:Keine Zahl",
-                           u"1:W1D100:n", u"1:VO", u"1:W110", u"1"}) {
+                           u"1:W1D100:n", u"1:25.(2.:Fest", u"1:VO", u"1:W110", u"1"}) {
         Feld<Text> regeln(3, Text(LEERE_FEIERTAGSREGEL));
         regeln(2) = regel;
         EXPECT_FALSE(Feiertagsregel_lesbar(regel, 2)) << S(regel);
