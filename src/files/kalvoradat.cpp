@@ -1,5 +1,7 @@
 #include "files/kalvoradat.h"
 
+#include <algorithm>
+
 #include "base/cp1252.h"
 #include "files/ordner.h"
 
@@ -86,8 +88,11 @@ void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz) {
 
 void Kalvoradat_schreiben(Dateikanal& kanal, const Arbeitsplatz& platz) {
     const Text pfad = platz.Systempfad + u"Kalvora.dat";
-    // A path with a character that the code page lacks would come back as another path.
-    const bool darstellbar = cp1252_darstellbar(platz.Datenpfad + platz.Logpfad + platz.Datenpfad_alt);
+    // A path with a character that the code page lacks, or with a control character, which no line can hold,
+    // would come back as another path.
+    const Text pfade = platz.Datenpfad + platz.Logpfad + platz.Datenpfad_alt;
+    const bool darstellbar = cp1252_darstellbar(pfade) &&
+                             std::none_of(pfade.begin(), pfade.end(), [](char16_t c) { return c < u' '; });
     bool gelungen = darstellbar && kanal.Datei_öffnen(pfad, Dateimodus::Output, Fehlerweg::IgnoreErrors);
     if (gelungen) {
         kanal.LineOut(KOPF);

@@ -96,6 +96,7 @@ TEST(Kalvoradat, NichtSpeicherbar) {
         [](Pfadprobe& p) { p.fs.störe({.aufruf = "open", .nummer = 70, .dauernd = true}); },
         [](Pfadprobe& p) { p.fs.störe({.aufruf = "sync", .nummer = 61, .dauernd = true}); },
         [](Pfadprobe& p) { p.platz.Datenpfad = u"/srv/\u0142/Data/"; },
+        [](Pfadprobe& p) { p.platz.Datenpfad = u"/srv/a\tb/Data/"; },
     };
     for (const auto& hindernis : hindernisse) {
         Pfadprobe p;
