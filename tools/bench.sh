@@ -5,6 +5,13 @@ set -eu
 cd "$(dirname "$0")/.."
 export QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}"
 
+vorhanden="$(cmake --build build/release --target help)"
+for name in kalvora_bench kalvora_prozessbench kalvora_qtbench; do
+    case "$vorhanden" in
+    *"$name"*) cmake --build build/release --target "$name" --parallel "$(nproc)" ;;
+    esac
+done
+
 gelaufen=0
 for name in kalvora_bench kalvora_prozessbench kalvora_qtbench; do
     programm="build/release/bin/$name"
