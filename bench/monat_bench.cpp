@@ -69,8 +69,6 @@ void neben_Feld(benchmark::State& lauf, Umfeld& umfeld) {
     std::map<int, std::unique_ptr<Ansicht>> alle;
     for (const int n : {50, 500, 5000})
         alle[n] = std::make_unique<Ansicht>(umfeld.stationen.mit(n));
-    Wachstum_messen(umfeld.tafel, "Monat aufbauen (ohne Lesen)", {50, 500, 5000},
-                    [&](int n) { return alle[n]->aufbauen(); });
     Wachstum_messen(umfeld.tafel, "Monat lesen und aufbauen", {50, 500, 5000},
                     [&](int n) { return alle[n]->mit_Lesen(); });
 }
