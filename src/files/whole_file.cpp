@@ -94,20 +94,25 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
     }
     zeilen += bytes;
     const auto n = fs_.write(*datei, zeilen);
-    const std::size_t geschrieben = n ? *n : 0;
-    if (!n || geschrieben < zeilen.size()) {
-        const int nummer = n ? FEHLER_VOLL : n.nummer();
-        // Only our own piece is taken back: somebody else's line may already stand behind it.
-        const auto jetzt = fs_.info(*datei);
-        if (geschrieben > 0 && jetzt && jetzt->size == vorher->size + geschrieben)
-            fs_.truncate(*datei, vorher->size);
-        return E::fehler(nummer);
+    if (!n || *n < zeilen.size()) {
+        Stück_zurücknehmen(*datei, vorher->size, zeilen);
+        return E::fehler(n ? FEHLER_VOLL : n.nummer());
     }
     if (const Fehlercode f = fs_.sync(*datei)) return E::fehler(f);
     const auto nachher = fs_.info(*datei);
     if (!nachher) return E::fehler(nachher.nummer());
     if (const Fehlercode f = datei.schließen()) return E::fehler(f);
     return Anhang{vorher->size, *nachher};
+}
+
+// A call that failed may have left a piece all the same. Only our own piece goes: somebody else's line may
+// stand in its place or behind it.
+void Dateiwerk::Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const {
+    const auto jetzt = fs_.info(h);
+    if (!jetzt || jetzt->size <= ab || jetzt->size - ab >= bytes.size()) return;
+    std::string stück(static_cast<std::size_t>(jetzt->size - ab), '\0');
+    const auto n = fs_.read_at(h, ab, stück.data(), stück.size());
+    if (n && *n == stück.size() && bytes.starts_with(stück)) fs_.truncate(h, ab);
 }
 
 Text Dateiwerk::nebendatei(const Text& pfad) const {

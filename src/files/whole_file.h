@@ -41,6 +41,7 @@ public:
     Fehlercode neu_anlegen(const Text& pfad, std::string_view bytes) const;
 
 private:
+    void Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const;
     Text nebendatei(const Text& pfad) const;
     Fehlercode in_nebendatei(const Text& neben, std::string_view bytes, const FileInfo* vorbild) const;
     FileInfo Rechte_neuer_Datei(const Text& pfad) const;

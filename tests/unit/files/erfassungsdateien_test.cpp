@@ -298,6 +298,43 @@ TEST(Erfassungsdateien, ZeitstempelNurVonGelesenem) {
     EXPECT_EQ(p.erfassung.Stand_heute(u"2612"), 0);
 }
 
+// Somebody else's save falls just before one of our calls.
+TEST(Erfassungsdateien, ZweiImSelbenAugenblick) {
+    const struct {
+        const char* was;
+        bool heutige_da;
+        const char* aufruf;
+        Text datei, zeile; // empty: compaction
+    } tafel[] = {
+        {"both begin the day", false, "rename_new", HEUTE, A(u"anna", u"12")},
+        {"the other's version came behind our list", false, "open", u"2611 261110", A(u"anna", u"12")},
+        {"both append", true, "write", HEUTE, A(u"anna", u"12")},
+        {"append while the month is compacted", true, "rename", HEUTE, u""},
+    };
+    for (const auto& fall : tafel) {
+        SCOPED_TRACE(fall.was);
+        Erfassungsplatz p({u"anna", u"otto"});
+        Erfassungsplatz q({u"anna", u"otto"}, p.fs.geteilte_platte(), u"PLATZ2");
+        p.Monatsdatei(u"2611 261110", {A(u"anna", u"1"), A(u"otto", u"1")});
+        if (fall.heutige_da) p.Monatsdatei(HEUTE, {A(u"anna", u"1"), A(u"otto", u"1")});
+        for (Erfassungsplatz* platz : {&p, &q})
+            platz->erfassung.Erfassungsdaten_lesen(u"2611");
+        int geschehen = 0;
+        p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+            if (aufruf != fall.aufruf || pfad != p.pfad(fall.datei) || ++geschehen > 1) return;
+            EXPECT_TRUE(q.erfassung.Datensatz_speichern(A(u"otto", u"13")));
+        };
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(fall.zeile));
+        EXPECT_GE(geschehen, 1);
+        for (Erfassungsplatz* platz : {&p, &q})
+            platz->erfassung.Ausstehende_nachsehen();
+        EXPECT_EQ(p.Tage_auf_Platte(u"anna"), fall.zeile.empty() ? u"1" : u"12");
+        EXPECT_EQ(p.Tage_auf_Platte(u"otto"), u"13");
+        EXPECT_TRUE(p.fenster.hinweise.empty() && q.fenster.hinweise.empty());
+        EXPECT_EQ(p.Versionen(), std::vector<Text>{HEUTE + u" Data.dat"});
+    }
+}
+
 TEST(Erfassungsdateien, Checken) {
     Erfassungsplatz p({u"anna"});
     for (int monat = 1; monat <= 24; ++monat)
