@@ -76,9 +76,8 @@ void Hauptfenster::Anzeigemonat_aus_Reitern() {
 
 // The years held may have moved on another workstation: the year on show stays if it is still held.
 void Hauptfenster::Jahre_anbieten() {
-    std::vector<Text> jahre;
-    for (int k = 0; k < 3; ++k)
-        jahre.push_back(ziffern(d_.platz.Startjahr + k));
+    const int erstes = d_.platz.Startjahr;
+    const std::vector<Text> jahre{ziffern(erstes), ziffern(erstes + 1), ziffern(erstes + 2)};
     if (jahre == f_.tabJahre.captions()) return;
     const std::vector<Text> alte = f_.tabJahre.captions();
     const auto gezeigt = alte.empty() ? jahre.end()

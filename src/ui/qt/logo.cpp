@@ -17,7 +17,8 @@ constexpr std::array<QRgb, 12> TAGE{0,          0xFF6CCF6C, 0xFF6CCF6C, 0xFF6CCF
 void zeichne_Tage(QPainter& maler, const QRectF& feld) {
     const double breite = feld.width() / 4, höhe = feld.height() / 3, lücke = breite * 0.16;
     for (int i = 0; i < 12; ++i) {
-        const QRectF tag(feld.left() + (i % 4) * breite, feld.top() + (i / 4) * höhe, breite, höhe);
+        const int spalte = i % 4, zeile = i / 4;
+        const QRectF tag(feld.left() + spalte * breite, feld.top() + zeile * höhe, breite, höhe);
         const QRgb farbe = TAGE[static_cast<std::size_t>(i)];
         maler.setBrush(farbe ? QColor::fromRgb(farbe) : QColor(0xDD, 0xE4, 0xEC));
         maler.drawRoundedRect(tag.adjusted(lücke / 2, lücke / 2, -lücke / 2, -lücke / 2), lücke, lücke);
