@@ -1,5 +1,7 @@
 #include "files/dateikanal.h"
 
+#include <utility>
+
 #include "base/cp1252.h"
 #include "files/ordner.h"
 
@@ -9,6 +11,7 @@ namespace {
 
 constexpr double LANGSAM_AB = 0.2; // seconds
 constexpr double WARTEPAUSE = 1.5;
+constexpr std::size_t SPEICHER_BEHALTEN = 1'000'000; // bytes
 
 bool darf_leer_sein(const Text& pfad) {
     return endet_ohne_Fall(pfad, u".ini");
@@ -46,7 +49,7 @@ bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg
 }
 
 void Dateikanal::einlesen(const Text& pfad) {
-    auto gelesen = werk_.lesen(pfad);
+    auto gelesen = werk_.lesen(pfad, std::exchange(speicher_, {}));
     if (gelesen && gelesen->größe == 0) {
         app_.Sanduhr(true);
         app_.Pause(WARTEPAUSE);
@@ -141,6 +144,8 @@ void Dateikanal::verwerfen() {
     offen_ = false;
     zeilen_.reset();
     vorrat_.reset();
+    // A large file's memory goes; that of the many small ones is used again for the next.
+    if (inhalt_.platz > 0 && inhalt_.platz <= SPEICHER_BEHALTEN) speicher_ = std::move(inhalt_);
     inhalt_ = {};
     ausgabe_.clear();
 }
@@ -175,13 +180,17 @@ Text Dateikanal::LineIn() {
 }
 
 std::optional<Dateikanal::Klarzeile> Dateikanal::nächste_Klarzeile() {
-    if (!nächste_bereit() || !vorrat_->mit_Ende) return std::nullopt;
-    const Rohzeilen::Zeile roh = *vorrat_;
-    vorrat_.reset();
+    if (!zeilen_) return std::nullopt;
+    const auto roh = vorrat_ ? std::exchange(vorrat_, std::nullopt) : zeilen_->nächste();
+    if (!roh) return std::nullopt;
+    if (!roh->mit_Ende) {
+        vorrat_ = roh;
+        return std::nullopt;
+    }
     ++zeile_nr_;
-    const auto stelle = static_cast<std::uint64_t>(roh.anfang - inhalt_.bytes.get());
-    if (roh.länge == 0) return Klarzeile{{}, stelle};
-    return Klarzeile{Zeile_entschlüsseln(roh.anfang, roh.länge), stelle};
+    const auto stelle = static_cast<std::uint64_t>(roh->anfang - inhalt_.bytes.get());
+    if (roh->länge == 0) return Klarzeile{{}, stelle};
+    return Klarzeile{Zeile_entschlüsseln(roh->anfang, roh->länge), stelle};
 }
 
 Text Dateikanal::Rohzeile() {

@@ -76,7 +76,7 @@ private:
     Dateimodus modus_ = Dateimodus::Input;
     Fehlerweg weg_ = Fehlerweg::Melden;
     bool offen_ = false;
-    Dateiinhalt inhalt_;
+    Dateiinhalt inhalt_, speicher_; // the open file; memory of the one before
     std::optional<Rohzeilen> zeilen_;
     std::optional<Rohzeilen::Zeile> vorrat_;
     int zeile_nr_ = 0;

@@ -87,6 +87,11 @@ bool Erfassungsdateien::Kommentar_gesehen(const Ausstehend& a, const Zeilenbefun
                        std::any_of(inhalt.Kommentardaten.begin(), inhalt.Kommentardaten.end(), überholt));
 }
 
+bool Erfassungsdateien::Ausstehende_vorhanden(TextView yymm) const {
+    return std::any_of(ausstehend_.begin(), ausstehend_.end(),
+                       [&](const Ausstehend& a) { return a.yymm == yymm; });
+}
+
 void Erfassungsdateien::Ausstehende_prüfen(const Monatsinhalt& inhalt) {
     std::vector<Ausstehend> verloren;
     std::erase_if(ausstehend_, [&](Ausstehend& a) {
@@ -104,7 +109,14 @@ void Erfassungsdateien::Ausstehende_prüfen(const Monatsinhalt& inhalt) {
             continue;
         }
         const std::size_t vorher = ausstehend_.size();
-        if (!schreiben({a.zeile})) continue;
+        try {
+            if (!schreiben({a.zeile})) continue;
+        } catch (...) {
+            // Neither this row nor those behind it were looked after: they go on waiting.
+            const auto ab = verloren.begin() + (&a - verloren.data());
+            ausstehend_.insert(ausstehend_.end(), ab, verloren.end());
+            throw;
+        }
         for (std::size_t n = vorher; n < ausstehend_.size(); ++n)
             ausstehend_[n].versuche = a.versuche + 1;
     }

@@ -102,6 +102,7 @@ bool Erfassungsdateien::Erfassungsdaten_lesen(const Text& yymm) {
         Monatsinhalt neu = zweimal_lesen(yymm);
         if (neu.fehlerhaft() && (neu.zeit != monat_.zeit || neu.yymm != monat_.yymm)) Fehler_melden(neu);
         monat_ = std::move(neu);
+        gesund_ = monat_.fehlerhaft() ? Text() : monat_.stamm;
         lesbar_ = true;
         zeitstempel_ = gelesener_Stand();
         Ausstehende_prüfen(monat_);
@@ -177,7 +178,7 @@ bool Erfassungsdateien::schreiben(const std::vector<Text>& zeilen) {
         return false;
     }
     const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat_.yymm));
-    bool alte_löschen = monat_.stamm == heutiger_Stamm(monat_.yymm) && !monat_.fehlerhaft();
+    bool alte_löschen = gesund_ == heutiger_Stamm(monat_.yymm);
     if (!zeilen.empty() && Datei_vorhanden(kanal_.fs(), ziel))
         anhängen(ziel, zeilen);
     else
@@ -229,6 +230,7 @@ void Erfassungsdateien::neue_Version(const Text& ziel, const std::vector<Text>& 
     }
     // Lines that could not be read stay on the disk for whoever mends them.
     alte_löschen = !monat_.fehlerhaft();
+    gesund_ = alte_löschen ? heutiger_Stamm(monat_.yymm) : Text();
     merken(heutiger_Stamm(monat_.yymm), 0, zeilen);
 }
 

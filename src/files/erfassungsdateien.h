@@ -54,6 +54,7 @@ public:
     // Own rows that no read has seen yet. The check runs with each read of their month; this one reads the
     // months that still wait, at the end of the program.
     bool Ausstehende_vorhanden() const { return !ausstehend_.empty(); }
+    bool Ausstehende_vorhanden(TextView yymm) const;
     void Ausstehende_nachsehen();
 
     void Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt);
@@ -118,6 +119,7 @@ private:
     Logbuch& log_;
     Monatsinhalt monat_;
     bool lesbar_ = false;
+    Text gesund_; // stem of a version read without a fault or written whole by this program
     Zeitstempel zeitstempel_ = 0;
     bool sammeln_ = false;
     std::vector<Text> puffer_;

@@ -1,6 +1,7 @@
 #include "files/monatsdatei.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "base/cp1252.h"
 #include "base/datum.h"
@@ -72,10 +73,32 @@ Text als_Zeile(const Kommentarsatz& satz) {
 }
 
 Codefilter::Codefilter(int U) {
-    tabelle_.fill(' ');
-    for (int n = 1; n <= static_cast<int>(CODE_ALPHABET.size()); ++n) {
-        const char16_t c = SFHex(n, U);
-        if (c != u' ') tabelle_[c] = static_cast<char>(c);
+    constexpr int ZIFFERN = 9;
+    const int gründe = std::clamp(U - 1, 0, static_cast<int>(CODE_ALPHABET.size()));
+    ziffern_ = static_cast<unsigned char>(std::min(gründe, ZIFFERN));
+    buchstaben_ = static_cast<unsigned char>(gründe - ziffern_);
+    arbeitsfrei_ = static_cast<unsigned char>(SFHex(U + 1, U));
+}
+
+void Codefilter::übertragen(std::string_view tage, char* ziel, int länge) const {
+    constexpr int BLOCK = 16; // two of them overlap by a day; each is one register
+    // 31 times "in the month", then as often "behind it".
+    static constexpr auto IM_MONAT = [] {
+        std::array<char, 2 * TAGE> tabelle{};
+        std::fill_n(tabelle.begin(), TAGE, true);
+        return tabelle;
+    }();
+    if (tage.size() != TAGE || länge < 0 || länge > TAGE) throw Laufzeitfehler(5, u"Keine Tage eines Monats");
+    const char* im_Monat = IM_MONAT.data() + (TAGE - länge);
+    const Codefilter filter = *this; // whose values the loop then need not fetch again
+    for (const int ab : {0, TAGE - BLOCK}) {
+        std::array<char, BLOCK> codes; // NOLINT(cppcoreguidelines-pro-type-member-init)
+        for (int t = 0; t < BLOCK; ++t) {
+            const char c = tage[static_cast<std::size_t>(ab + t)];
+            const bool gilt = (im_Monat[ab + t] != 0) & filter.ist_Code(static_cast<unsigned char>(c));
+            codes[static_cast<std::size_t>(t)] = gilt ? c : ' ';
+        }
+        std::memcpy(ziel + ab, codes.data(), BLOCK);
     }
 }
 
@@ -110,8 +133,10 @@ void Monatsinhalt::Kommentar_anfügen(Kommentarsatz satz) {
 Zeilenbefund Zeile_prüfen(std::string_view zeile) {
     Zeilenbefund b;
     if (zeile.size() < 3 || zeile[1] != ':' || (zeile[0] != 'A' && zeile[0] != 'K')) return b;
-    const std::size_t trenner = zeile.find(':', 2);
-    if (trenner == std::string_view::npos) return b;
+    std::size_t trenner = 2; // keys are short: a loop is ahead of a search by call
+    while (trenner < zeile.size() && zeile[trenner] != ':')
+        ++trenner;
+    if (trenner == zeile.size()) return b;
     b.schlüssel = zeile.substr(2, trenner - 2);
     const std::string_view rest = zeile.substr(trenner + 1);
     b.art = Zeilenbefund::Art::ZweiteArt;

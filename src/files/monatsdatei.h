@@ -36,14 +36,21 @@ Text als_Zeile(const Kommentarsatz& satz);  // "K:..."
 class Codefilter {
 public:
     explicit Codefilter(int U);
-    bool zulässig(char16_t c) const { return c < 128 && tabelle_[c] == static_cast<char>(c); }
-    char operator()(char byte) const {
-        const auto b = static_cast<unsigned char>(byte);
-        return b < 128 ? tabelle_[b] : ' ';
+    bool zulässig(char16_t c) const {
+        return c < 128 && (c == u' ' || ist_Code(static_cast<unsigned char>(c)));
     }
+    char operator()(char byte) const { return ist_Code(static_cast<unsigned char>(byte)) ? byte : ' '; }
+    // A row's 31 days, blank behind the first `länge`; many days at once, since all rows of all months pass.
+    void übertragen(std::string_view tage, char* ziel, int länge) const;
 
 private:
-    std::array<char, 128> tabelle_{};
+    bool ist_Code(unsigned char b) const {
+        // Each of the three is asked, so that many days can go at once.
+        return (static_cast<unsigned char>(b - '1') < ziffern_) |
+               (static_cast<unsigned char>(b - 'A') < buchstaben_) | (b == arbeitsfrei_);
+    }
+    // The codes of the reasons are the first ones of the alphabet: so many digits, then so many letters.
+    unsigned char ziffern_ = 0, buchstaben_ = 0, arbeitsfrei_ = ' ';
 };
 
 // One month's version as read.

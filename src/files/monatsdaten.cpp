@@ -35,12 +35,13 @@ bool Monatsdaten::belegt(int von, int bis) const {
 }
 
 Schlüsselverzeichnis::Schlüsselverzeichnis(const std::vector<std::string>& schlüssel)
-    : schlüssel_(schlüssel), gleich_(schlüssel.size() + 1, 0), allein_(schlüssel.size(), true) {
+    : schlüssel_(schlüssel), gleich_(schlüssel.size() + 1, 0), nach_(schlüssel.size() + 1, 0) {
     std::size_t platz = 16;
     while (platz < schlüssel.size() * 2)
         platz *= 2;
     tafel_.assign(platz, 0);
-    std::vector<int> letzter(schlüssel.size() + 1, 0);
+    std::vector<int> letzter(schlüssel.size() + 1, 0); // of the first row of a key the last one so far
+    std::vector<char> allein(schlüssel.size() + 1, false);
     for (std::size_t k = 0; k < schlüssel.size(); ++k) {
         if (schlüssel[k].empty()) continue; // a heading
         const int nr = static_cast<int>(k) + 1;
@@ -49,23 +50,24 @@ Schlüsselverzeichnis::Schlüsselverzeichnis(const std::vector<std::string>& sch
             s = (s + 1) & (platz - 1);
         if (!tafel_[s]) {
             tafel_[s] = nr;
-            letzter[static_cast<std::size_t>(nr)] = nr;
+            letzter[k + 1] = nr;
+            allein[k + 1] = true;
             continue;
         }
-        allein_[k] = allein_[static_cast<std::size_t>(tafel_[s] - 1)] = false;
-        int& ende = letzter[static_cast<std::size_t>(tafel_[s])];
-        gleich_[static_cast<std::size_t>(ende)] = nr;
-        ende = nr;
+        const auto erster = static_cast<std::size_t>(tafel_[s]);
+        allein[erster] = false;
+        gleich_[static_cast<std::size_t>(letzter[erster])] = nr;
+        letzter[erster] = nr;
     }
+    for (std::size_t nr = schlüssel.size(); nr > 0; --nr)
+        nach_[nr - 1] = allein[nr] ? static_cast<int>(nr) : nach_[nr];
 }
 
 int Schlüsselverzeichnis::finden(std::string_view schlüssel) {
     if (schlüssel.empty()) return 0;
-    const auto versuch = static_cast<std::size_t>(zuletzt_);
     // Equal keys are reached through the first of them, so the short cut holds only for keys that stand
     // alone.
-    if (versuch < schlüssel_.size() && allein_[versuch] && schlüssel_[versuch] == schlüssel)
-        return ++zuletzt_;
+    if (const int i = nächste_Zeile(schlüssel)) return i;
     const std::size_t maske = tafel_.size() - 1;
     for (std::size_t s = streuwert(schlüssel) & maske; tafel_[s]; s = (s + 1) & maske) {
         if (!gleich(schlüssel_[static_cast<std::size_t>(tafel_[s] - 1)], schlüssel)) continue;

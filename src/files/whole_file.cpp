@@ -34,25 +34,28 @@ private:
 
 } // namespace
 
-Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad) const {
+Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) const {
     const auto h = fs_.open(pfad, OpenMode::Read);
     if (!h) return Ergebnis<Dateiinhalt>::fehler(h.nummer());
     OffeneDatei datei(fs_, *h);
     const auto info = fs_.info(*datei);
     if (!info) return Ergebnis<Dateiinhalt>::fehler(info.nummer());
-    Dateiinhalt inhalt;
     inhalt.info = *info;
-    std::size_t platz = static_cast<std::size_t>(info->size) + 1; // one more byte tells the end in one read
-    inhalt.bytes = std::make_unique_for_overwrite<char[]>(platz);
+    inhalt.größe = 0;
+    const auto nötig = static_cast<std::size_t>(info->size) + 1; // one more byte tells the end in one read
+    if (inhalt.platz < nötig) {
+        inhalt.bytes = std::make_unique_for_overwrite<char[]>(nötig);
+        inhalt.platz = nötig;
+    }
     for (;;) {
-        const auto n = fs_.read(*datei, inhalt.bytes.get() + inhalt.größe, platz - inhalt.größe);
+        const auto n = fs_.read(*datei, inhalt.bytes.get() + inhalt.größe, inhalt.platz - inhalt.größe);
         if (!n) return Ergebnis<Dateiinhalt>::fehler(n.nummer());
         if (*n == 0) break;
         inhalt.größe += *n;
-        if (inhalt.größe < platz) continue;
+        if (inhalt.größe < inhalt.platz) continue;
         // The file grew while it was read: go on with more room.
-        platz = platz * 2 + 4096;
-        auto größer = std::make_unique_for_overwrite<char[]>(platz);
+        inhalt.platz = inhalt.platz * 2 + 4096;
+        auto größer = std::make_unique_for_overwrite<char[]>(inhalt.platz);
         std::copy_n(inhalt.bytes.get(), inhalt.größe, größer.get());
         inhalt.bytes = std::move(größer);
     }

@@ -14,7 +14,8 @@ namespace kalvora {
 struct Dateiinhalt {
     std::unique_ptr<char[]> bytes;
     std::size_t größe = 0;
-    FileInfo info; // of the open file, not of the path: stamps of paths lag behind on shares
+    std::size_t platz = 0; // of the memory behind `bytes`
+    FileInfo info;         // of the open file, not of the path: stamps of paths lag behind on shares
     std::string_view sicht() const { return {bytes.get(), größe}; }
 };
 
@@ -25,7 +26,8 @@ public:
     FileSystem& fs() const { return fs_; }
     Clock& uhr() const { return uhr_; }
 
-    Ergebnis<Dateiinhalt> lesen(const Text& pfad) const;
+    // The memory of `vorrat` is used again when it suffices.
+    Ergebnis<Dateiinhalt> lesen(const Text& pfad, Dateiinhalt vorrat = {}) const;
     Ergebnis<FileInfo> stand(const Text& pfad) const; // opens the file: see Dateiinhalt::info
 
     struct Anhang {

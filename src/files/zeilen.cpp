@@ -9,6 +9,7 @@ namespace kalvora {
 namespace {
 
 constexpr std::size_t RUNDE = 64;
+constexpr std::size_t BLOCK = 16; // characters that go at once; the compiler makes one register of them
 
 // Shifts of 64 successive characters for each key modulo 64, twice over so that a run needs no wrap.
 constexpr std::array<std::uint8_t, 3 * RUNDE> VERSCHIEBUNG = [] {
@@ -18,74 +19,76 @@ constexpr std::array<std::uint8_t, 3 * RUNDE> VERSCHIEBUNG = [] {
     return tabelle;
 }();
 
-const std::uint8_t* ab_Schlüssel(std::uint8_t schlüssel) {
-    return VERSCHIEBUNG.data() + schlüssel % RUNDE + 1;
+// Shifts from character i of a line on, at least RUNDE + BLOCK of them.
+const std::uint8_t* Verschiebungen(std::uint8_t schlüssel, std::size_t i) {
+    return VERSCHIEBUNG.data() + (schlüssel % RUNDE + 1 + i) % RUNDE;
 }
 
-void zurück(std::uint8_t* z, const std::uint8_t* s, std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i) {
-        const auto c = z[i];
-        z[i] = static_cast<std::uint8_t>(c - s[i] + (c < s[i] + 32 ? 224 : 0));
-    }
+std::uint8_t zurück(std::uint8_t c, std::uint8_t s) {
+    const auto grenze = static_cast<std::uint8_t>(s + 32); // at most 95
+    return static_cast<std::uint8_t>(c - s + (c < grenze ? 224 : 0));
 }
 
-void vor(std::uint8_t* z, const std::uint8_t* s, std::size_t n) {
-    for (std::size_t i = 0; i < n; ++i) {
-        const unsigned summe = static_cast<unsigned>(z[i]) + s[i];
-        z[i] = static_cast<std::uint8_t>(summe - (summe > 255 ? 224u : 0u));
+std::uint8_t vor(std::uint8_t c, std::uint8_t s) {
+    const auto grenze = static_cast<std::uint8_t>(255 - s); // the last character that needs no wrap
+    return static_cast<std::uint8_t>(c + s - (c > grenze ? 224 : 0));
+}
+
+using Verschieben = std::uint8_t (*)(std::uint8_t c, std::uint8_t s);
+
+template <Verschieben schieben, std::size_t N>
+void Block(const std::uint8_t* von, const std::uint8_t* s, std::uint8_t* nach) {
+    std::array<std::uint8_t, N> fertig; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    for (std::size_t i = 0; i < N; ++i)
+        fertig[i] = schieben(von[i], s[i]);
+    std::memcpy(nach, fertig.data(), N);
+}
+
+// All n characters of a line in place. The last block may overlap the one before it; it is worked out first,
+// from characters that nobody has changed yet, and stored last.
+template <Verschieben schieben>
+void verschieben(std::uint8_t* z, std::size_t n, std::uint8_t schlüssel) {
+    if (n < BLOCK) {
+        const std::uint8_t* s = Verschiebungen(schlüssel, 0);
+        for (std::size_t i = 0; i < n; ++i)
+            z[i] = schieben(z[i], s[i]);
+        return;
     }
+    std::array<std::uint8_t, BLOCK> letzter; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    Block<schieben, BLOCK>(z + n - BLOCK, Verschiebungen(schlüssel, n - BLOCK), letzter.data());
+    std::size_t i = 0;
+    for (const std::uint8_t* s = Verschiebungen(schlüssel, 0); i + RUNDE < n; i += RUNDE)
+        Block<schieben, RUNDE>(z + i, s, z + i);
+    for (const std::uint8_t* s = Verschiebungen(schlüssel, i); i + BLOCK < n; i += BLOCK, s += BLOCK)
+        Block<schieben, BLOCK>(z + i, s, z + i);
+    std::memcpy(z + n - BLOCK, letzter.data(), BLOCK);
+}
+
+bool mit_Steuerzeichen(std::string_view text) {
+    bool gefunden = false;
+    for (const char c : text)
+        gefunden |= static_cast<std::uint8_t>(c) < 32;
+    return gefunden;
 }
 
 } // namespace
 
 std::string_view Zeile_entschlüsseln(char* roh, std::size_t länge) {
     auto* z = reinterpret_cast<std::uint8_t*>(roh);
-    const std::uint8_t* s = ab_Schlüssel(z[0]);
-    ++z;
-    const std::size_t n = länge - 1;
-    std::size_t i = 0;
-    for (; i + RUNDE <= n; i += RUNDE)
-        zurück(z + i, s, RUNDE);
-    zurück(z + i, s, n - i);
-    return {roh + 1, n};
+    verschieben<zurück>(z + 1, länge - 1, z[0]);
+    return {roh + 1, länge - 1};
 }
 
 void Zeile_verschlüsseln(std::string& aus, std::string_view klar, std::uint8_t schlüssel) {
     const std::size_t anfang = aus.size() + 1;
     aus += static_cast<char>(schlüssel);
-    const bool sauber =
-        std::none_of(klar.begin(), klar.end(), [](char c) { return static_cast<std::uint8_t>(c) < 32; });
-    if (sauber)
-        aus += klar;
-    else
+    if (mit_Steuerzeichen(klar))
         std::copy_if(klar.begin(), klar.end(), std::back_inserter(aus),
                      [](char c) { return static_cast<std::uint8_t>(c) >= 32; });
-    auto* z = reinterpret_cast<std::uint8_t*>(aus.data()) + anfang;
-    const std::uint8_t* s = ab_Schlüssel(schlüssel);
-    const std::size_t n = aus.size() - anfang;
-    std::size_t i = 0;
-    for (; i + RUNDE <= n; i += RUNDE)
-        vor(z + i, s, RUNDE);
-    vor(z + i, s, n - i);
+    else
+        aus += klar;
+    verschieben<vor>(reinterpret_cast<std::uint8_t*>(aus.data()) + anfang, aus.size() - anfang, schlüssel);
     aus += "\r\n";
-}
-
-std::optional<Rohzeilen::Zeile> Rohzeilen::nächste() {
-    while (hier_ < ende_) {
-        const bool loch = *hier_ == '\0';
-        while (hier_ < ende_ && *hier_ == '\0')
-            ++hier_;
-        if (hier_ >= ende_) break;
-        char* const anfang = hier_;
-        auto* umbruch =
-            static_cast<char*>(std::memchr(anfang, '\n', static_cast<std::size_t>(ende_ - anfang)));
-        char* schluss = umbruch ? umbruch : ende_;
-        hier_ = umbruch ? umbruch + 1 : ende_;
-        if (schluss > anfang && schluss[-1] == '\r') --schluss;
-        if (loch && schluss == anfang) continue; // a hole at the end, closed by the next append
-        return Zeile{anfang, static_cast<std::size_t>(schluss - anfang), umbruch != nullptr};
-    }
-    return std::nullopt;
 }
 
 } // namespace kalvora

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <random>
 #include <string>
@@ -43,5 +44,24 @@ private:
     char* hier_;
     char* ende_;
 };
+
+// Inline: called once a line.
+inline std::optional<Rohzeilen::Zeile> Rohzeilen::nächste() {
+    while (hier_ < ende_) {
+        const bool loch = *hier_ == '\0';
+        while (hier_ < ende_ && *hier_ == '\0')
+            ++hier_;
+        if (hier_ >= ende_) break;
+        char* const anfang = hier_;
+        auto* umbruch =
+            static_cast<char*>(std::memchr(anfang, '\n', static_cast<std::size_t>(ende_ - anfang)));
+        char* schluss = umbruch ? umbruch : ende_;
+        hier_ = umbruch ? umbruch + 1 : ende_;
+        if (schluss > anfang && schluss[-1] == '\r') --schluss;
+        if (loch && schluss == anfang) continue; // a hole at the end, closed by the next append
+        return Zeile{anfang, static_cast<std::size_t>(schluss - anfang), umbruch != nullptr};
+    }
+    return std::nullopt;
+}
 
 } // namespace kalvora

@@ -108,8 +108,8 @@ bool Hauptfenster::Jahrestaste(int schritt) {
 
 void Hauptfenster::CheckErfassungsdaten() {
     const Zeitstempel jetzt = d_.erfassung.Stand_heute(ansicht_.Anzeigemonat());
-    if (jetzt == 0 ||
-        (jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel() && !d_.erfassung.Ausstehende_vorhanden()))
+    if (jetzt == 0 || (jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel() &&
+                       !d_.erfassung.Ausstehende_vorhanden(ansicht_.Anzeigemonat())))
         return;
     const Eintragung::Auswahl auswahl = eintragung_.Auswahl_merken();
     const int oben = f_.msgFlexGrid.TopRow();
