@@ -51,13 +51,12 @@ bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg
 void Dateikanal::einlesen(const Text& pfad) {
     auto gelesen = werk_.lesen(pfad, std::exchange(speicher_, {}));
     if (gelesen && gelesen->größe == 0) {
-        app_.Sanduhr(true);
+        const Application::Sanduhrwache sanduhr(app_, true);
         app_.Pause(WARTEPAUSE);
         app_.Hinweis(
             u"Die Datei " + Pfad_kürzen(pfad, 100) +
             u" wird gerade von jemand anderem benutzt. Bitte einige Sekunden warten und dann fortsetzen.");
         app_.Pause(WARTEPAUSE);
-        app_.Sanduhr(false);
         gelesen = werk_.lesen(pfad);
     }
     if (!gelesen) throw zugriffsfehler(gelesen.nummer(), pfad, u"modKalvora - Datei_öffnen");
@@ -65,6 +64,7 @@ void Dateikanal::einlesen(const Text& pfad) {
         throw Dateischaden(u"Die Datei " + Pfad_kürzen(pfad, 100) + u" ist leer.", pfad);
     inhalt_ = std::move(*gelesen);
     stand_ = inhalt_.info;
+    kopf_ = inhalt_.sicht().substr(0, KOPFBYTES);
     zeilen_.emplace(inhalt_.bytes.get(), inhalt_.größe);
     vorrat_.reset();
 }
@@ -74,6 +74,7 @@ void Dateikanal::schreibprobe(const Text& pfad) {
     const auto da = fs().info(pfad);
     if (da && da->folder) throw zugriffsfehler(FEHLER_SCHREIBSCHUTZ, pfad, {});
     if (!da && da.nummer() != FEHLER_NICHT_GEFUNDEN) throw zugriffsfehler(da.nummer(), pfad, {});
+    if (modus_ == Dateimodus::Fortsetzen) return; // whether it is still there, the close will tell
     if (!da || modus_ == Dateimodus::Neu) {
         if (!Ordner_vorhanden(fs(), ParentDir(pfad))) throw zugriffsfehler(FEHLER_ORDNER, pfad, {});
         return;
@@ -86,7 +87,8 @@ void Dateikanal::schreibprobe(const Text& pfad) {
 
 void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus) const {
     const bool lesen = modus == Dateimodus::Input;
-    const TextView name = lesen ? u"Input" : modus == Dateimodus::Append ? u"Append" : u"Output";
+    const bool anhang = modus == Dateimodus::Append || modus == Dateimodus::Fortsetzen;
+    const TextView name = lesen ? u"Input" : anhang ? u"Append" : u"Output";
     throw Programmabbruch(
         u"modKalvora - Datei_öffnen",
         u"Die Datei " + Pfad_kürzen(pfad, 100) +
@@ -110,16 +112,20 @@ Fehlercode Dateikanal::ausschreiben() {
     case Dateimodus::Neu:
         if (const Fehlercode f = werk_.neu_anlegen(pfad_, ausgabe_)) return f;
         break;
-    case Dateimodus::Append: {
+    case Dateimodus::Append:
+    case Dateimodus::Fortsetzen: {
         if (ausgabe_.empty()) return 0;
-        const auto anhang = werk_.anhängen(pfad_, ausgabe_);
+        const auto anhang = werk_.anhängen(pfad_, ausgabe_, modus_ == Dateimodus::Fortsetzen);
         if (!anhang) return anhang.nummer();
         stand_ = anhang->info;
         davor_ = anhang->davor;
+        kopf_ = anhang->kopf;
         return 0;
     }
     case Dateimodus::Input: return 0;
     }
+    kopf_ = ausgabe_.substr(0, KOPFBYTES);
+    davor_ = 0;
     const auto info = werk_.stand(pfad_);
     stand_ = info ? *info : FileInfo{};
     return 0;
@@ -132,11 +138,17 @@ Fehlercode Dateikanal::Datei_schließen() {
     const bool langsam = werk_.uhr().steady() - beginn > LANGSAM_AB;
     const Text pfad = pfad_;
     verwerfen();
-    if (!f || weg_ == Fehlerweg::IgnoreErrors || (modus_ == Dateimodus::Neu && f == FEHLER_EXISTIERT)) {
+    const bool vorgesehen = (modus_ == Dateimodus::Neu && f == FEHLER_EXISTIERT) ||
+                            (modus_ == Dateimodus::Fortsetzen && f == FEHLER_NICHT_GEFUNDEN);
+    if (!f || weg_ == Fehlerweg::IgnoreErrors || vorgesehen) {
         letzte_datei_.clear();
         if (langsam && bei_langsamem_Schließen) bei_langsamem_Schließen();
         return f;
     }
+    const bool anhang = modus_ == Dateimodus::Append || modus_ == Dateimodus::Fortsetzen;
+    const bool nicht_offen = f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ ||
+                             f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER;
+    if (anhang && nicht_offen) öffnen_gescheitert(pfad, modus_); // an append opens its file here
     throw zugriffsfehler(f, pfad, u"modKalvora - Datei_schließen");
 }
 

@@ -15,7 +15,8 @@ enum class Dateimodus {
     Input,
     Output, // replaces the file
     Append,
-    Neu, // creates the file; one that stands there already is never replaced
+    Neu,        // creates the file; one that stands there already is never replaced
+    Fortsetzen, // appends, but never makes the file
 };
 enum class Fehlerweg { Melden, IgnoreErrors };
 
@@ -28,8 +29,9 @@ public:
     // somebody else's rewrite in progress: one wait with a message, then a Dateischaden (ini files may be
     // empty).
     bool Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg = Fehlerweg::Melden);
-    // Brings what was written to the disk. 0, or the fault's number: with IgnoreErrors any, in mode Neu 58
-    // when the file stands there already; every other fault is thrown.
+    // Brings what was written to the disk. 0, or the fault's number: with IgnoreErrors any; in mode Neu 58
+    // when the file stands there already, in mode Fortsetzen 53 when it is missing or empty. Every other
+    // fault is thrown.
     Fehlercode Datei_schließen();
     void verwerfen(); // closes without writing and keeps Letzte_Datei: for the roads of failure
 
@@ -51,6 +53,7 @@ public:
 
     const FileInfo& Stand() const { return stand_; }          // of the file opened or written last
     std::uint64_t Größe_vor_Anhang() const { return davor_; } // of the file appended to last
+    const std::string& Kopfbytes() const { return kopf_; }    // first bytes, as stored, of that file
     const Text& Letzte_Datei() const { return letzte_datei_; }
     void Letzte_Datei_merken(const Text& pfad) { letzte_datei_ = pfad; } // while a file read is being judged
     const Dateiwerk& werk() const { return werk_; }
@@ -83,6 +86,7 @@ private:
     std::string ausgabe_;
     FileInfo stand_;
     std::uint64_t davor_ = 0;
+    std::string kopf_;
 };
 
 // A missing file (1, 3) or a wrong header (2, 4). Kinds 1 and 2 lead to the repair, 3 and 4 (files of the

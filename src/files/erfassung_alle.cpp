@@ -25,13 +25,14 @@ std::string_view Schlüssel_nach_Länge(std::string_view zeile) {
 
 } // namespace
 
-// False: a line is no row; it is left out.
-bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
+// False: a line is no row, and is left out; or, with IgnoreErrors, the file cannot be opened.
+bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer,
+                                               Fehlerweg weg) {
     const Codefilter filter(konfig_.werte().U());
     const Text yymm(links(version.stamm, 4));
     const int länge = Tage_im_Monat(yymm);
     bool fehlerfrei = true;
-    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
+    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg)) return false;
     Kopf_einlesen(kanal_, pfad(version.name), yymm);
     while (const auto zeile = kanal_.nächste_Klarzeile()) {
         if (const int i = wer.nächste_Zeile(Schlüssel_nach_Länge(zeile->bytes))) {
@@ -52,27 +53,30 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
 // middle of somebody else's rewrite, or a version that was deleted behind a newer one.
 void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
     try {
-        if (Version_in_Monatsdaten(version, monat, wer)) return;
-    } catch (const Dateischaden&) {    // NOLINT(bugprone-empty-catch): the second reading decides
-    } catch (const Programmabbruch&) { // NOLINT(bugprone-empty-catch): the same
+        if (Version_in_Monatsdaten(version, monat, wer, Fehlerweg::IgnoreErrors)) return;
+    } catch (const Dateischaden&) { // NOLINT(bugprone-empty-catch): the second reading decides
     }
     kanal_.verwerfen();
     kanal_.app().Pause(KURZ_WARTEN);
     daten_.Monat_leeren(monat);
     const Version jetzt = in_Kraft(links(version.stamm, 4));
-    if (!jetzt.stamm.empty()) Version_in_Monatsdaten(jetzt, monat, wer);
+    if (!jetzt.stamm.empty()) Version_in_Monatsdaten(jetzt, monat, wer, Fehlerweg::Melden);
 }
 
 void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
     als_Prozedur(u"modKalvora - Alle_Erfassungsdaten_einlesen", [&] {
         Clock& uhr = kanal_.werk().uhr();
         const double beginn = uhr.steady();
-        if (nur_wenn_alt && beginn - letztes_Einlesen_ < EINLESEN_GILT) return;
-        daten_.setzen(personal_.MA().anzahl());
         std::vector<std::string> schlüssel;
         for (const Mitarbeiter& m : personal_.MA())
             schlüssel.push_back(zu_cp1252(m.MA_BenId));
-        Schlüsselverzeichnis wer(schlüssel);
+        const bool dieselben = schlüssel == eingelesen_für_ && platz_.Startjahr == eingelesen_ab_;
+        if (nur_wenn_alt && dieselben && beginn - letztes_Einlesen_ < EINLESEN_GILT) return;
+        letztes_Einlesen_ = NIE; // a run that fails leaves nothing to rely on
+        eingelesen_für_ = std::move(schlüssel);
+        eingelesen_ab_ = platz_.Startjahr;
+        daten_.setzen(personal_.MA().anzahl());
+        Schlüsselverzeichnis wer(eingelesen_für_);
         const auto alle = verzeichnis();
         for (int monat = 1; monat <= MONATE; ++monat) {
             const auto treffer = alle.find(yymm_des_Monats(platz_.Startjahr, monat));
@@ -90,10 +94,9 @@ bool Erfassungsdateien::Erfassungsdaten_vorhanden(int code) const {
 // Older versions go only when the newest one can be read and shows no fault.
 bool Erfassungsdateien::gesund(const Version& version, const Text& yymm) {
     try {
-        return !einmal_lesen(version, yymm).fehlerhaft();
+        const auto inhalt = einmal_lesen(version, yymm, Fehlerweg::IgnoreErrors);
+        return inhalt && !inhalt->fehlerhaft();
     } catch (const Dateischaden&) {
-        return false;
-    } catch (const Programmabbruch&) {
         return false;
     }
 }
@@ -139,32 +142,55 @@ Text Teil_einfrieren(const Text& teil, TextView art, TextView alt, const Text& y
 
 } // namespace
 
+// The lines of a version as bytes of the code page; none when it is not that month's file or cannot be read
+// to its end.
+std::vector<std::string> Erfassungsdateien::Klarzeilen(const Version& version) {
+    std::vector<std::string> zeilen;
+    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
+    while (const auto zeile = kanal_.nächste_Klarzeile())
+        zeilen.emplace_back(zeile->bytes);
+    const bool offen = kanal_.letzte_Zeile_offen();
+    kanal_.Datei_schließen();
+    const bool ganz = !offen && zeilen.size() >= 3;
+    if (!ganz || zeilen[0] != "[" + zu_cp1252(links(version.stamm, 4)) + "]") zeilen.clear();
+    return zeilen;
+}
+
+// True: the version is as it must be. False: somebody has changed it meanwhile.
+bool Erfassungsdateien::Ausnahmen_übernehmen(const Version& version, TextView art, TextView alt,
+                                             const Feld<Text>& Feiertagsliste) {
+    std::vector<std::string> zeilen = Klarzeilen(version);
+    if (zeilen.empty()) return false;
+    const FileInfo gelesen = kanal_.Stand();
+    const Text alte = aus_cp1252(zeilen[2]);
+    const int trenner = position(alte, u":");
+    if (trenner == 0) return true;
+    Text wochenende(links(alte, trenner - 1)), feiertage(mitte(alte, trenner + 1));
+    Text& teil = art == u"W" ? wochenende : feiertage;
+    teil = Teil_einfrieren(teil, art, alt, Text(links(version.stamm, 4)), Feiertagsliste);
+    const Text neue = wochenende + u":" + feiertage;
+    if (neue == alte) return true;
+    const auto jetzt = kanal_.werk().stand(pfad(version.name));
+    if (!jetzt || jetzt->time != gelesen.time || jetzt->size != gelesen.size) return false;
+    zeilen[2] = zu_cp1252(neue);
+    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Output);
+    for (const std::string& zeile : zeilen)
+        kanal_.Klarzeile_schreiben(zeile);
+    kanal_.Datei_schließen();
+    return true;
+}
+
 void Erfassungsdateien::Ausnahmedaten_in_Erfassungdateien_übernehmen(TextView art, TextView alt,
                                                                      const Feld<Text>& Feiertagsliste) {
     als_Prozedur(u"modKalvora - Ausnahmedaten_in_Erfassungdateien_übernehmen", [&] {
         for (const auto& [yymm, versionen] : verzeichnis()) {
             if (yymm >= platz_.Monat_heute()) continue;
             for (const Version& v : versionen) {
-                std::vector<std::string> zeilen;
-                kanal_.Datei_öffnen(pfad(v.name), Dateimodus::Input);
-                while (const auto zeile = kanal_.nächste_Klarzeile())
-                    zeilen.emplace_back(zeile->bytes);
-                kanal_.Datei_schließen();
-                if (zeilen.size() < 3) continue;
-                const Text alte = aus_cp1252(zeilen[2]);
-                const int trenner = position(alte, u":");
-                if (trenner == 0) continue;
-                Text wochenende(links(alte, trenner - 1)), feiertage(mitte(alte, trenner + 1));
-                Text& teil = art == u"W" ? wochenende : feiertage;
-                teil = Teil_einfrieren(teil, art, alt, yymm, Feiertagsliste);
-                const Text neue = wochenende + u":" + feiertage;
-                if (neue == alte) continue;
-                zeilen[2] = zu_cp1252(neue);
-                kanal_.Datei_öffnen(pfad(v.name), Dateimodus::Output);
-                for (const std::string& zeile : zeilen)
-                    kanal_.Klarzeile_schreiben(zeile);
-                kanal_.Datei_schließen();
+                if (Ausnahmen_übernehmen(v, art, alt, Feiertagsliste)) continue;
+                kanal_.app().Pause(KURZ_WARTEN);
+                Ausnahmen_übernehmen(v, art, alt, Feiertagsliste);
             }
+            if (yymm == monat_.inhalt.yymm && monat_.lesbar) einlesen(Text(yymm), monat_);
         }
     });
 }

@@ -44,12 +44,14 @@ Zeitstempel Erfassungsdateien::Stand_heute(TextView yymm) const {
 
 // --- reading ---------------------------------------------------------------------------------------------
 
-Monatsinhalt Erfassungsdateien::einmal_lesen(const Version& version, const Text& yymm) {
+// Nothing, with IgnoreErrors alone, when the file cannot be opened.
+std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& version, const Text& yymm,
+                                                            Fehlerweg weg) {
     Monatsinhalt inhalt;
     inhalt.yymm = yymm;
     inhalt.stamm = version.stamm;
     if (version.stamm.empty()) return inhalt;
-    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
+    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg)) return std::nullopt;
     try {
         Monat_einlesen(kanal_, pfad(version.name), Codefilter(konfig_.werte().U()), inhalt);
     } catch (...) {
@@ -61,16 +63,16 @@ Monatsinhalt Erfassungsdateien::einmal_lesen(const Version& version, const Text&
 }
 
 // What one reading finds may be the middle of somebody else's rewrite, so a fault counts only when a second
-// reading finds it again. The version in force may have changed in between.
+// reading finds it again. The version in force may have changed in between, and the one listed may have been
+// deleted behind it.
 Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
     try {
-        Monatsinhalt inhalt = einmal_lesen(in_Kraft(yymm), yymm);
-        if (!inhalt.fehlerhaft()) return inhalt;
-    } catch (const Dateischaden&) {    // NOLINT(bugprone-empty-catch): the second reading decides
-    } catch (const Programmabbruch&) { // NOLINT(bugprone-empty-catch): deleted behind a newer version
+        auto inhalt = einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
+        if (inhalt && !inhalt->fehlerhaft()) return *std::move(inhalt);
+    } catch (const Dateischaden&) { // NOLINT(bugprone-empty-catch): the second reading decides
     }
     kanal_.app().Pause(KURZ_WARTEN);
-    return einmal_lesen(in_Kraft(yymm), yymm);
+    return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden);
 }
 
 void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
@@ -90,23 +92,32 @@ void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
 
 // Stamp of today's file as read. With an older version in force there was none when the folder was listed;
 // one that came since is unknown and must be noticed. Behind a later-dated version nobody reads today's.
-Zeitstempel Erfassungsdateien::gelesener_Stand() const {
-    const Text heute = heutiger_Stamm(monat_.yymm);
-    if (monat_.stamm == heute) return monat_.zeit;
-    return monat_.stamm < heute ? 0 : Stand_heute(monat_.yymm);
+Zeitstempel Erfassungsdateien::gelesener_Stand(const Monatsinhalt& inhalt) const {
+    const Text heute = heutiger_Stamm(inhalt.yymm);
+    if (inhalt.stamm == heute) return inhalt.zeit;
+    return inhalt.stamm < heute ? 0 : Stand_heute(inhalt.yymm);
+}
+
+// Faults are told once for one state of the file.
+void Erfassungsdateien::einlesen(const Text& yymm, Monatsstand& ziel) {
+    ziel.lesbar = false; // until it was read, the month takes no entries
+    Monatsinhalt neu = zweimal_lesen(yymm);
+    if (neu.fehlerhaft() && (neu.stamm != gemeldet_ || neu.zeit != gemeldet_Stand_)) {
+        Fehler_melden(neu);
+        gemeldet_ = neu.stamm;
+        gemeldet_Stand_ = neu.zeit;
+    }
+    ziel.gesund = neu.fehlerhaft() ? Text() : neu.stamm;
+    ziel.heutig = gelesener_Stand(neu);
+    ziel.inhalt = std::move(neu);
+    ziel.lesbar = true;
 }
 
 bool Erfassungsdateien::Erfassungsdaten_lesen(const Text& yymm) {
     return als_Prozedur(u"modKalvora - Erfassungsdaten_lesen", [&] {
-        lesbar_ = false; // until it was read, the month takes no entries
-        Monatsinhalt neu = zweimal_lesen(yymm);
-        if (neu.fehlerhaft() && (neu.zeit != monat_.zeit || neu.yymm != monat_.yymm)) Fehler_melden(neu);
-        monat_ = std::move(neu);
-        gesund_ = monat_.fehlerhaft() ? Text() : monat_.stamm;
-        lesbar_ = true;
-        zeitstempel_ = gelesener_Stand();
+        einlesen(yymm, monat_);
         Ausstehende_prüfen(monat_);
-        return !monat_.Erfassungsdaten.leer();
+        return !monat_.inhalt.Erfassungsdaten.leer();
     });
 }
 
@@ -136,8 +147,16 @@ void Erfassungsdateien::puffern(const Text& zeile) {
     puffer_.back() = zeile;
 }
 
-bool Erfassungsdateien::Datensatz_speichern(const Text& zeile) {
+// Characters below 32 have no place in a stored line: what is written is what can be read again.
+Text Erfassungsdateien::speicherbar(const Text& zeile) {
+    Text aus = zeile;
+    std::erase_if(aus, [](char16_t c) { return c < 32; });
+    return aus;
+}
+
+bool Erfassungsdateien::Datensatz_speichern(const Text& eingabe) {
     return als_Prozedur(u"frmKalvora - Datensatz_speichern", [&] {
+        const Text zeile = speicherbar(eingabe);
         if (!zeile.empty() && !zulässig(zeile)) {
             kanal_.app().Hinweis(
                 u"Der Eintrag kann nicht gespeichert werden, weil der Datensatz unvollständig ist. "
@@ -149,124 +168,140 @@ bool Erfassungsdateien::Datensatz_speichern(const Text& zeile) {
             return true;
         }
         if (zeile.empty() && sammeln_ && puffer_.empty()) return true;
-        const bool sanduhr = platz_.Langsame_Anzeige && !kanal_.app().Sanduhr_an();
-        if (sanduhr) kanal_.app().Sanduhr(true);
-        const std::vector<Text> zeilen =
-            zeile.empty() ? std::exchange(puffer_, {}) : std::vector<Text>{zeile};
-        const bool ok = schreiben(zeilen);
-        if (sanduhr) kanal_.app().Sanduhr(false);
-        return ok;
+        const Application::Sanduhrwache sanduhr(kanal_.app(),
+                                                platz_.Langsame_Anzeige && !kanal_.app().Sanduhr_an());
+        const Text hindernis =
+            schreiben(monat_, zeile.empty() ? std::exchange(puffer_, {}) : std::vector<Text>{zeile});
+        if (!hindernis.empty()) kanal_.app().Hinweis(hindernis);
+        return hindernis.empty();
     });
 }
 
-bool Erfassungsdateien::schreiben(const std::vector<Text>& zeilen) {
+// Why rows cannot be written to the month; empty when they can.
+Text Erfassungsdateien::Hindernis(const Monatsstand& monat, const std::vector<Text>& zeilen) {
     const bool Gründe_gelten = !vor_dem_Schreiben || vor_dem_Schreiben();
-    const auto alle_zulässig = [&] {
-        return std::all_of(zeilen.begin(), zeilen.end(), [&](const Text& z) { return zulässig(z); });
-    };
-    Text grund;
-    if (personal_.leer())
-        grund = Mitarbeiterdaten::KEINE_MITARBEITER;
-    else if (!lesbar_)
-        grund = u"Der Monat konnte nicht gelesen werden und nimmt deshalb keine Einträge an.";
-    else if (!Gründe_gelten || !alle_zulässig())
-        grund =
-            u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe zwischenzeitlich "
-            u"geändert wurden. Die Anzeige wird jetzt neu geladen.";
-    if (!grund.empty()) {
-        kanal_.app().Hinweis(grund);
-        return false;
-    }
-    const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat_.yymm));
-    bool alte_löschen = gesund_ == heutiger_Stamm(monat_.yymm);
-    if (!zeilen.empty() && Datei_vorhanden(kanal_.fs(), ziel))
-        anhängen(ziel, zeilen);
-    else
-        neue_Version(ziel, zeilen, alte_löschen);
-    zeitstempel_ = kanal_.Stand().time;
-    monat_.stamm = heutiger_Stamm(monat_.yymm);
-    for (const Text& zeile : zeilen)
-        einpflegen(zeile);
-    nach_dem_Schreiben(alte_löschen);
-    return true;
+    if (personal_.leer()) return Text(Mitarbeiterdaten::KEINE_MITARBEITER);
+    if (!monat.lesbar) return u"Der Monat konnte nicht gelesen werden und nimmt deshalb keine Einträge an.";
+    if (Gründe_gelten &&
+        std::all_of(zeilen.begin(), zeilen.end(), [&](const Text& z) { return zulässig(z); }))
+        return {};
+    return u"Der Eintrag kann nicht gespeichert werden, weil die An-/Abwesenheitsgründe zwischenzeitlich "
+           u"geändert wurden. Die Anzeige wird jetzt neu geladen.";
 }
 
-void Erfassungsdateien::anhängen(const Text& ziel, const std::vector<Text>& zeilen) {
-    kanal_.Datei_öffnen(ziel, Dateimodus::Append);
+// Returns what stood in the way, empty when the rows were written. Today's file can appear or go between a
+// look and the next call, but not for ever.
+Text Erfassungsdateien::schreiben(Monatsstand& monat, const std::vector<Text>& zeilen, int versuch) {
+    if (Text grund = Hindernis(monat, zeilen); !grund.empty()) return grund;
+    constexpr int RUNDEN = 4;
+    const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat.inhalt.yymm));
+    bool geschrieben = false;
+    for (int runde = 1; runde <= RUNDEN && !geschrieben; ++runde)
+        geschrieben = (!zeilen.empty() && anhängen(monat, ziel, zeilen, versuch)) ||
+                      neue_Version(monat, ziel, zeilen, versuch);
+    if (!geschrieben)
+        throw Laufzeitfehler(FEHLER_NICHT_GEFUNDEN, u"Die Datei " + Pfad_kürzen(ziel, 100) + u" wechselt",
+                             ziel);
+    monat.heutig = kanal_.Stand().time;
+    monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
     for (const Text& zeile : zeilen)
-        kanal_.LineOut(zeile);
-    kanal_.Datei_schließen();
-    merken(heutiger_Stamm(monat_.yymm), kanal_.Größe_vor_Anhang(), zeilen);
+        einpflegen(monat.inhalt, zeile);
+    nach_dem_Schreiben(monat);
+    return {};
 }
 
-std::vector<Text> Erfassungsdateien::Inhalt_neuer_Version(const Monatsinhalt& alt,
-                                                          const std::vector<Text>& zeilen) const {
-    std::vector<Text> aus{u"[" + monat_.yymm + u"]",
-                          alt.stamm.empty() ? konfig_.werte().Reservezeile : alt.Reservezeile,
-                          alt.Ausnahmedaten};
-    std::vector<Text> BenIds;
-    for (const Mitarbeiter& m : personal_.MA())
-        BenIds.push_back(m.MA_BenId);
-    for (Text& zeile : Zeilen_verdichten(alt, BenIds))
-        aus.push_back(std::move(zeile));
-    aus.insert(aus.end(), zeilen.begin(), zeilen.end());
+// What the codes of a row mean now: their reasons, in the order of the codes.
+Text Erfassungsdateien::Bedeutung_der_Codes() const {
+    Text aus;
+    for (const Schaltfläche& sf : konfig_.werte().SF)
+        aus += Text(1, sf.SF_Kennbuchstabe) + sf.SF_Text + u"\n";
     return aus;
 }
 
-// The first save of a day, or (without rows) the rewriting of today's version. Whoever is slower by a moment
-// finds the other's version there and appends to it.
-void Erfassungsdateien::neue_Version(const Text& ziel, const std::vector<Text>& zeilen, bool& alte_löschen) {
-    alte_löschen = false;
-    monat_ = zweimal_lesen(monat_.yymm);
-    const bool steht_schon = monat_.stamm == heutiger_Stamm(monat_.yymm);
-    if (steht_schon && !zeilen.empty()) return anhängen(ziel, zeilen);
-    if (steht_schon && monat_.fehlerhaft()) return; // what cannot be read must not be rewritten away
-    kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
-    for (const Text& zeile : Inhalt_neuer_Version(monat_, zeilen))
+void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Text>& zeilen, int versuch) {
+    ausstehend_.merken({vorher.yymm, heutiger_Stamm(vorher.yymm), kanal_.Kopfbytes(),
+                        kanal_.Größe_vor_Anhang(), Bedeutung_der_Codes(), kanal_.werk().uhr().steady(),
+                        versuch},
+                       zeilen, vorher);
+}
+
+// False: today's file is not there, or somebody has emptied it and is about to write it.
+bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
+                                 int versuch) {
+    kanal_.Datei_öffnen(ziel, Dateimodus::Fortsetzen);
+    for (const Text& zeile : zeilen)
         kanal_.LineOut(zeile);
-    if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) {
-        if (!zeilen.empty()) anhängen(ziel, zeilen);
-        return;
-    }
-    // Lines that could not be read stay on the disk for whoever mends them.
-    alte_löschen = !monat_.fehlerhaft();
-    gesund_ = alte_löschen ? heutiger_Stamm(monat_.yymm) : Text();
-    merken(heutiger_Stamm(monat_.yymm), 0, zeilen);
+    if (kanal_.Datei_schließen() == FEHLER_NICHT_GEFUNDEN) return false;
+    merken(monat.inhalt, zeilen, versuch);
+    return true;
+}
+
+// Lines that could not be read go along as they stood, for whoever mends them.
+void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen) {
+    kanal_.LineOut(u"[" + alt.yymm + u"]");
+    kanal_.LineOut(alt.stamm.empty() ? konfig_.werte().Reservezeile : alt.Reservezeile);
+    kanal_.LineOut(alt.Ausnahmezeile_ohne_Doppelpunkt ? alt.Ausnahmezeile : alt.Ausnahmedaten);
+    std::vector<Text> BenIds;
+    for (const Mitarbeiter& m : personal_.MA())
+        BenIds.push_back(m.MA_BenId);
+    for (const Text& zeile : Zeilen_verdichten(alt, BenIds))
+        kanal_.LineOut(zeile);
+    for (const std::string& zeile : alt.unlesbar)
+        kanal_.Klarzeile_schreiben(zeile);
+    for (const Text& zeile : zeilen)
+        kanal_.LineOut(zeile);
+}
+
+// The first save of a day, or (without rows) the rewriting of today's version. False: somebody was faster by
+// a moment, and the rows go behind his version.
+bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
+                                     int versuch) {
+    einlesen(Text(monat.inhalt.yymm), monat);
+    const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
+    if (steht_schon && !zeilen.empty()) return false;
+    kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
+    neue_Version_ausgeben(monat.inhalt, zeilen);
+    if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty();
+    // A version with faults stays beside its successor until somebody has looked at it.
+    monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);
+    merken(monat.inhalt, zeilen, versuch);
+    return true;
 }
 
 // What was saved is part of the month held, so that the next look at it needs no reading.
-void Erfassungsdateien::einpflegen(const Text& zeile) {
+void Erfassungsdateien::einpflegen(Monatsinhalt& inhalt, const Text& zeile) {
     const std::string bytes = zu_cp1252(zeile);
     const Zeilenbefund b = Zeile_prüfen(bytes);
     if (b.art == Zeilenbefund::Art::A)
-        monat_.Satz_anfügen({aus_cp1252(b.schlüssel), aus_cp1252(b.inhalt), 0});
+        inhalt.Satz_anfügen({aus_cp1252(b.schlüssel), aus_cp1252(b.inhalt), 0});
     else
-        monat_.Kommentar_anfügen({aus_cp1252(b.schlüssel), b.von, b.bis, aus_cp1252(b.inhalt), 0});
+        inhalt.Kommentar_anfügen({aus_cp1252(b.schlüssel), b.von, b.bis, aus_cp1252(b.inhalt), 0});
 }
 
-void Erfassungsdateien::nach_dem_Schreiben(bool alte_löschen) {
-    const auto alle = verzeichnis(monat_.yymm);
+// Older versions go only behind one that was read sound or written whole by this program.
+void Erfassungsdateien::nach_dem_Schreiben(const Monatsstand& monat) {
+    const Text heutiger = heutiger_Stamm(monat.inhalt.yymm);
+    const auto alle = verzeichnis(monat.inhalt.yymm);
     if (alle.empty()) return;
     const std::vector<Version>& versionen = alle.begin()->second;
-    if (alte_löschen) Kleinere_löschen(versionen, heutiger_Stamm(monat_.yymm));
-    const Text& stamm = versionen.back().stamm;
-    if (rechts(stamm, 6) <= TextView(platz_.Heute_S)) return;
+    if (monat.gesund == heutiger) Kleinere_löschen(versionen, heutiger);
+    if (rechts(versionen.back().stamm, 6) <= TextView(platz_.Heute_S)) return;
     // No read will ever find these rows, and the user is told so: they are not written again and again.
-    std::erase_if(ausstehend_, [&](const Ausstehend& a) {
-        return a.yymm == monat_.yymm && a.stamm == heutiger_Stamm(a.yymm);
-    });
+    ausstehend_.vergessen(monat.inhalt.yymm, heutiger);
+    Datumskorruption_melden(versionen.back().stamm);
+}
+
+void Erfassungsdateien::Datumskorruption_melden(const Text& stamm) {
     const Text datum = platz_.datum().FormatDatumSA(rechts(stamm, 6));
+    const Text erkannt =
+        u"Datumskorruption erkannt! Es ist oder war ein Rechner im Netzwerk mit Systemdatum " + datum +
+        u" vorhanden";
     kanal_.app().Hinweis(
-        u"Warnung: Datumskorruption erkannt! Es ist oder war ein Rechner im Netzwerk mit Systemdatum " +
-        datum +
-        u" vorhanden. Ihr Eintrag kann nur temporär gespeichert werden. Stellen Sie sicher, dass das "
-        u"Systemdatum auf "
+        u"Warnung: " + erkannt +
+        u". Ihr Eintrag kann nur temporär gespeichert werden. Stellen Sie sicher, dass das Systemdatum auf "
         u"allen angeschlossenen Rechnern korrekt eingestellt ist und bitten Sie einen Administrator mit "
-        u"Vollzugriff auf "
-        u"den Datenordner diesen Eintrag für Sie vorzunehmen.");
-    log_.Logbuch_ergänzen(
-        2, u"Datumskorruption erkannt! Es ist oder war ein Rechner im Netzwerk mit Systemdatum " + datum +
-               u" vorhanden");
+        u"Vollzugriff auf den Datenordner diesen Eintrag für Sie vorzunehmen.");
+    log_.Logbuch_ergänzen(2, erkannt);
 }
 
 void Erfassungsdateien::Kleinere_löschen(const std::vector<Version>& versionen, TextView stamm) const {
@@ -277,6 +312,73 @@ void Erfassungsdateien::Kleinere_löschen(const std::vector<Version>& versionen,
 void Erfassungsdateien::Alte_Erfassungsdateien_löschen(TextView stamm) const {
     const auto alle = verzeichnis(links(stamm, 4));
     if (!alle.empty()) Kleinere_löschen(alle.begin()->second, stamm);
+}
+
+// --- own rows that wait ------------------------------------------------------------------------------------
+
+void Erfassungsdateien::Unbestätigte_melden(const Text& yymm, const std::vector<Text>& BenIds) {
+    if (BenIds.empty()) return;
+    Text wer;
+    for (const Text& BenId : BenIds)
+        wer += (wer.empty() ? u"'" : u", '") + BenId + u"'";
+    const Text monat = Text(mitte(yymm, 3, 2)) + platz_.datum().trennzeichen + u"20" + Text(links(yymm, 2));
+    kanal_.app().Hinweis(u"Folgender Eintrag im Monat " + monat + u" konnte nicht bestätigt werden: " + wer +
+                         u". Bitte prüfen Sie den Eintrag und nehmen Sie ihn gegebenenfalls erneut vor.");
+}
+
+// True when rows were written again. Without a staff list nothing can be written: they go on waiting.
+bool Erfassungsdateien::Ausstehende_prüfen(Monatsstand& monat) {
+    if (ausstehend_.leer() || personal_.leer()) return false;
+    const Ausstehende vorher = ausstehend_;
+    const Ausstehende::Befund befund =
+        ausstehend_.prüfen(monat.inhalt, Bedeutung_der_Codes(), kanal_.werk().uhr().steady());
+    Unbestätigte_melden(monat.inhalt.yymm, befund.ungewiss);
+    if (befund.nachzutragen.empty()) return false;
+    try {
+        if (schreiben(monat, befund.nachzutragen, befund.versuch).empty()) return true;
+    } catch (...) { // the disk refuses: neither of the rows was looked after, they go on waiting
+        ausstehend_ = vorher;
+        throw;
+    }
+    std::vector<Text> BenIds;
+    for (const Text& zeile : befund.nachzutragen) {
+        const std::string bytes = zu_cp1252(zeile);
+        BenIds.push_back(aus_cp1252(Zeile_prüfen(bytes).schlüssel));
+    }
+    BenIds.erase(std::unique(BenIds.begin(), BenIds.end()), BenIds.end());
+    Unbestätigte_melden(monat.inhalt.yymm, BenIds);
+    return false;
+}
+
+// Reads the month aside: neither the shown one nor what was told of it changes. One that cannot be read now
+// goes on waiting.
+bool Erfassungsdateien::Ausstehende_nachsehen(const Text& yymm) {
+    Monatsstand monat;
+    try {
+        auto inhalt = einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
+        if (!inhalt) return false;
+        monat.inhalt = *std::move(inhalt);
+    } catch (const Dateischaden&) {
+        return false;
+    }
+    monat.lesbar = true;
+    return Ausstehende_prüfen(monat);
+}
+
+bool Erfassungsdateien::Ausstehende_nachsehen() {
+    bool nachgetragen = false;
+    for (const Text& yymm : ausstehend_.Monate())
+        nachgetragen = Ausstehende_nachsehen(yymm) || nachgetragen;
+    return nachgetragen;
+}
+
+void Erfassungsdateien::Ausstehende_abschließen() {
+    // Bounded: each round sees a row, writes it again or gives it up, unless the disk refuses.
+    constexpr int RUNDEN = 6;
+    for (int runde = 1; runde <= RUNDEN && !ausstehend_.leer(); ++runde)
+        Ausstehende_nachsehen();
+    for (const Text& yymm : ausstehend_.Monate())
+        Unbestätigte_melden(yymm, ausstehend_.aufgeben(yymm));
 }
 
 } // namespace kalvora

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 
+#include "files/ausstehende.h"
 #include "files/logbuch.h"
 #include "files/mitarbeiterdaten.h"
 #include "files/monatsdaten.h"
@@ -16,6 +17,14 @@ namespace kalvora {
 struct Version {
     Text stamm; // "yymm yymmdd"; empty: the month has no file
     Text name;  // as it stands in the folder
+};
+
+// A month as held.
+struct Monatsstand {
+    Monatsinhalt inhalt;
+    bool lesbar = false;    // whether it takes entries
+    Text gesund;            // stem of a version read without a fault or written whole by this program
+    Zeitstempel heutig = 0; // of today's file as last read or written; 0 when there was none
 };
 
 class Erfassungsdateien {
@@ -30,13 +39,12 @@ public:
     // version the rows held before stay, as told by the result; `lesbar()` says whether the month takes
     // entries.
     bool Erfassungsdaten_lesen(const Text& yymm);
-    const Monatsinhalt& monat() const { return monat_; }
-    Monatsinhalt& monat_ändern() { return monat_; }
-    const Text& Ausnahmedaten() const { return monat_.Ausnahmedaten; }
-    bool lesbar() const { return lesbar_; }
+    const Monatsinhalt& monat() const { return monat_.inhalt; }
+    const Text& Ausnahmedaten() const { return monat_.inhalt.Ausnahmedaten; }
+    bool lesbar() const { return monat_.lesbar; }
 
     // Today's file of the shown month as last read or written; 0 when there is none.
-    Zeitstempel Erfassungsdatei_Zeitstempel() const { return zeitstempel_; }
+    Zeitstempel Erfassungsdatei_Zeitstempel() const { return monat_.heutig; }
     // Today's file of the month as it stands now, 0 when there is none.
     Zeitstempel Stand_heute(TextView yymm) const;
 
@@ -51,11 +59,12 @@ public:
     // have changed, so that rows built before may mean something else now.
     std::function<bool()> vor_dem_Schreiben;
 
-    // Own rows that no read has seen yet. The check runs with each read of their month; this one reads the
-    // months that still wait, at the end of the program.
-    bool Ausstehende_vorhanden() const { return !ausstehend_.empty(); }
-    bool Ausstehende_vorhanden(TextView yymm) const;
-    void Ausstehende_nachsehen();
+    // Own rows that no read has seen yet. The check runs with each read of the shown month; this one reads
+    // the waiting months aside. True: rows were written again, so that a month's file has changed.
+    bool Ausstehende_vorhanden() const { return !ausstehend_.leer(); }
+    bool Ausstehende_nachsehen();
+    // The same until none waits, at the end of the program.
+    void Ausstehende_abschließen();
 
     void Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt);
     const Monatsdaten& Daten() const { return daten_; }
@@ -70,13 +79,8 @@ public:
     void Alte_Erfassungsdateien_löschen(TextView stamm) const;
 
 private:
+    static constexpr double NIE = -1e9;
     static constexpr double KURZ_WARTEN = 0.4; // seconds until a doubtful view is looked at again
-    struct Ausstehend {
-        Text yymm, stamm, zeile;
-        std::vector<Text> vorher; // days of the person's rows that ours replaces
-        std::uint64_t davor = 0;
-        int versuche = 0;
-    };
     using Verzeichnis = std::map<Text, std::vector<Version>>; // by yymm, sorted by stem
 
     Verzeichnis verzeichnis(TextView yymm = u"????") const;
@@ -85,47 +89,51 @@ private:
     Text heutiger_Stamm(TextView yymm) const { return Text(yymm) + u" " + platz_.Heute_S; }
     Text heutige_Datei(TextView yymm) const { return heutiger_Stamm(yymm) + u" Data.dat"; }
 
-    Monatsinhalt lesen(const Version& version, const Text& yymm);
-    Monatsinhalt einmal_lesen(const Version& version, const Text& yymm);
+    std::optional<Monatsinhalt> einmal_lesen(const Version& version, const Text& yymm, Fehlerweg weg);
     Monatsinhalt zweimal_lesen(const Text& yymm);
-    Zeitstempel gelesener_Stand() const;
+    void einlesen(const Text& yymm, Monatsstand& ziel);
+    Zeitstempel gelesener_Stand(const Monatsinhalt& inhalt) const;
     void Fehler_melden(const Monatsinhalt& inhalt);
     bool gesund(const Version& version, const Text& yymm);
 
     bool zulässig(const Text& zeile) const;
     void puffern(const Text& zeile);
-    bool schreiben(const std::vector<Text>& zeilen);
-    void anhängen(const Text& ziel, const std::vector<Text>& zeilen);
-    void neue_Version(const Text& ziel, const std::vector<Text>& zeilen, bool& alte_löschen);
-    std::vector<Text> Inhalt_neuer_Version(const Monatsinhalt& alt, const std::vector<Text>& zeilen) const;
-    void merken(const Text& stamm, std::uint64_t davor, const std::vector<Text>& zeilen);
-    void einpflegen(const Text& zeile);
-    void nach_dem_Schreiben(bool alte_löschen);
+    Text Bedeutung_der_Codes() const;
+    Text Hindernis(const Monatsstand& monat, const std::vector<Text>& zeilen);
+    Text schreiben(Monatsstand& monat, const std::vector<Text>& zeilen, int versuch = 1);
+    bool anhängen(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen, int versuch);
+    bool neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen, int versuch);
+    void neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen);
+    void merken(const Monatsinhalt& vorher, const std::vector<Text>& zeilen, int versuch);
+    static Text speicherbar(const Text& zeile);
+    static void einpflegen(Monatsinhalt& inhalt, const Text& zeile);
+    void nach_dem_Schreiben(const Monatsstand& monat);
+    void Datumskorruption_melden(const Text& stamm);
     void Kleinere_löschen(const std::vector<Version>& versionen, TextView stamm) const;
-    void Ausstehende_prüfen(const Monatsinhalt& inhalt);
-    enum class Verbleib { Gesehen, Verloren };
-    Verbleib verbleib(const Ausstehend& a, const Monatsinhalt& inhalt) const;
-    static bool Satz_gesehen(const Ausstehend& a, const Zeilenbefund& b, const Monatsinhalt& inhalt,
-                             bool Stellen_gelten);
-    static bool Kommentar_gesehen(const Ausstehend& a, const Zeilenbefund& b, const Monatsinhalt& inhalt,
-                                  bool Stellen_gelten);
+    bool Ausstehende_prüfen(Monatsstand& monat);
+    bool Ausstehende_nachsehen(const Text& yymm);
+    void Unbestätigte_melden(const Text& yymm, const std::vector<Text>& BenIds);
+    std::vector<std::string> Klarzeilen(const Version& version);
+    bool Ausnahmen_übernehmen(const Version& version, TextView art, TextView alt,
+                              const Feld<Text>& Feiertagsliste);
     void Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
-    bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
+    bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer, Fehlerweg weg);
 
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     Konfigdaten& konfig_;
     Mitarbeiterdaten& personal_;
     Logbuch& log_;
-    Monatsinhalt monat_;
-    bool lesbar_ = false;
-    Text gesund_; // stem of a version read without a fault or written whole by this program
-    Zeitstempel zeitstempel_ = 0;
+    Monatsstand monat_; // the shown one
+    Text gemeldet_;     // stem of the faulty version told last
+    Zeitstempel gemeldet_Stand_ = 0;
     bool sammeln_ = false;
     std::vector<Text> puffer_;
-    std::vector<Ausstehend> ausstehend_;
+    Ausstehende ausstehend_;
     Monatsdaten daten_;
-    double letztes_Einlesen_ = -1e9;
+    double letztes_Einlesen_ = NIE; // of all months, for this staff list and these years
+    std::vector<std::string> eingelesen_für_;
+    int eingelesen_ab_ = 0;
 };
 
 } // namespace kalvora

@@ -43,8 +43,16 @@ std::string_view Kopfzeile(Dateikanal& kanal, const Text& pfad) {
 void Kopf_prüfen(TextView zeile, const Text& yymm, const Text& pfad) {
     if (zeile == u"[" + yymm + u"]") return;
     throw Dateischaden(u"Dateikorruption entdeckt! Daten für '" + yymm + u"' erwartet, aber Daten für '" +
-                           Text(mitte(zeile, 2, 4)) + u"' gefunden. Datei: " + Pfad_kürzen(pfad, 100),
+                           Text(mitte(zeile, 2, 4)) + u"' gefunden.",
                        pfad);
+}
+
+void Fehler_vermerken(std::string_view zeile, const Zeilenbefund& b, Monatsinhalt& inhalt) {
+    if (b.art == Zeilenbefund::Art::ErsteArt)
+        ++inhalt.fehler_erster_Art;
+    else
+        inhalt.fehler_zweiter_Art.push_back(aus_cp1252(b.schlüssel));
+    if (!zeile.empty()) inhalt.unlesbar.emplace_back(zeile);
 }
 
 void Zeile_übernehmen(const Dateikanal::Klarzeile& zeile, const Codefilter& filter, int länge,
@@ -57,8 +65,8 @@ void Zeile_übernehmen(const Dateikanal::Klarzeile& zeile, const Codefilter& fil
     case Zeilenbefund::Art::K:
         inhalt.Kommentar_anfügen({aus_cp1252(b.schlüssel), b.von, b.bis, aus_cp1252(b.inhalt), zeile.stelle});
         break;
-    case Zeilenbefund::Art::ErsteArt: ++inhalt.fehler_erster_Art; break;
-    case Zeilenbefund::Art::ZweiteArt: inhalt.fehler_zweiter_Art.push_back(aus_cp1252(b.schlüssel)); break;
+    case Zeilenbefund::Art::ErsteArt:
+    case Zeilenbefund::Art::ZweiteArt: Fehler_vermerken(zeile.bytes, b, inhalt); break;
     }
 }
 
@@ -160,7 +168,7 @@ Monatskopf Kopf_einlesen(Dateikanal& kanal, const Text& pfad, const Text& yymm) 
 void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filter, Monatsinhalt& inhalt) {
     Monatskopf kopf = Kopf_einlesen(kanal, pfad, inhalt.yymm);
     inhalt.Reservezeile = std::move(kopf.Reservezeile);
-    inhalt.Ausnahmedaten = std::move(kopf.Ausnahmedaten);
+    inhalt.Ausnahmezeile = inhalt.Ausnahmedaten = std::move(kopf.Ausnahmedaten);
     if (!enthält(inhalt.Ausnahmedaten, u":")) {
         inhalt.Ausnahmezeile_ohne_Doppelpunkt = true;
         inhalt.Ausnahmedaten = KEINE_AUSNAHMEN;
@@ -170,6 +178,7 @@ void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filte
         Zeile_übernehmen(*zeile, filter, länge, inhalt);
     inhalt.zeit = kanal.Stand().time;
     inhalt.größe = kanal.Stand().size;
+    inhalt.kopf = kanal.Kopfbytes();
 }
 
 std::vector<Text> Zeilen_verdichten(const Monatsinhalt& inhalt, const std::vector<Text>& BenIds) {

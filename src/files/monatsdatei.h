@@ -63,9 +63,12 @@ struct Monatsinhalt {
     Feld<Kommentarsatz> Kommentardaten;
     Zeitstempel zeit = 0;
     std::uint64_t größe = 0; // of the file when it was opened, in bytes
+    std::string kopf;        // its first bytes as stored
 
-    // Faults found; the rows themselves are left out above.
+    // Faults found; the rows themselves are left out above, and kept as they stood for a rewrite.
     bool Ausnahmezeile_ohne_Doppelpunkt = false;
+    Text Ausnahmezeile;                   // as it stood
+    std::vector<std::string> unlesbar;    // lines, bytes of the code page
     int fehler_erster_Art = 0;            // lines that are no row at all
     std::vector<Text> fehler_zweiter_Art; // keys of rows with a wrong inside
     bool fehlerhaft() const {

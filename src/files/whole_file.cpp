@@ -80,13 +80,15 @@ Fehlercode Dateiwerk::alles_schreiben(FileSystem::Handle h, std::string_view byt
     return 0;
 }
 
-Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_view bytes) const {
+Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_view bytes,
+                                                bool nur_bestehende) const {
     using E = Ergebnis<Anhang>;
-    const auto h = fs_.open(pfad, OpenMode::Append);
+    const auto h = fs_.open(pfad, nur_bestehende ? OpenMode::Extend : OpenMode::Append);
     if (!h) return E::fehler(h.nummer());
     OffeneDatei datei(fs_, *h);
     const auto vorher = fs_.info(*datei);
     if (!vorher) return E::fehler(vorher.nummer());
+    if (vorher->size == 0 && nur_bestehende) return E::fehler(FEHLER_NICHT_GEFUNDEN);
     if (vorher->size == 0) fs_.copy_rights(*datei, Rechte_neuer_Datei(pfad));
     std::string zeilen;
     if (vorher->size > 0) {
@@ -95,6 +97,8 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
         if (!n) return E::fehler(n.nummer());
         if (*n == 1 && letztes != '\n') zeilen = letztes == '\r' ? "\n" : "\r\n";
     }
+    const auto kopf = Kopf(*datei);
+    if (!kopf) return E::fehler(kopf.nummer());
     zeilen += bytes;
     const auto n = fs_.write(*datei, zeilen);
     if (!n || *n < zeilen.size()) {
@@ -105,7 +109,15 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
     const auto nachher = fs_.info(*datei);
     if (!nachher) return E::fehler(nachher.nummer());
     if (const Fehlercode f = datei.schließen()) return E::fehler(f);
-    return Anhang{vorher->size, *nachher};
+    return Anhang{vorher->size, *nachher, *kopf};
+}
+
+Ergebnis<std::string> Dateiwerk::Kopf(FileSystem::Handle h) const {
+    std::string kopf(KOPFBYTES, '\0');
+    const auto n = fs_.read_at(h, 0, kopf.data(), kopf.size());
+    if (!n) return Ergebnis<std::string>::fehler(n.nummer());
+    kopf.resize(*n);
+    return kopf;
 }
 
 // A call that failed may have left a piece all the same. Only our own piece goes: somebody else's line may

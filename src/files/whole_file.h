@@ -11,6 +11,8 @@
 
 namespace kalvora {
 
+inline constexpr std::size_t KOPFBYTES = 64; // enough to tell two rewrites of a file by their keys
+
 struct Dateiinhalt {
     std::unique_ptr<char[]> bytes;
     std::size_t größe = 0;
@@ -33,16 +35,18 @@ public:
     struct Anhang {
         std::uint64_t davor = 0; // size before the append
         FileInfo info;           // behind it
+        std::string kopf;        // the file's first bytes
     };
     // One write of whole lines, synced. A last line that lacks its end is closed first; what a short write
-    // left is taken back.
-    Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes) const;
+    // left is taken back. With `nur_bestehende` a missing or emptied file is left alone: 53.
+    Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
     // Replaces the file, or makes it. Mode and group of the old one are kept.
     Fehlercode ersetzen(const Text& pfad, std::string_view bytes) const;
     // Makes the file whole; 58 when something stands there already, which is left alone.
     Fehlercode neu_anlegen(const Text& pfad, std::string_view bytes) const;
 
 private:
+    Ergebnis<std::string> Kopf(FileSystem::Handle h) const;
     void Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const;
     Text nebendatei(const Text& pfad) const;
     Fehlercode in_nebendatei(const Text& neben, std::string_view bytes, const FileInfo* vorbild) const;

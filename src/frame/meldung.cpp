@@ -34,7 +34,7 @@ void Meldung::berichten(const std::exception_ptr& fehler, bool still) {
     } catch (const Programmabbruch& abbruch) {
         Programmabbruch_melden(abbruch);
     } catch (const Dateischaden& schaden) {
-        Startfehler(schaden.text());
+        Startfehler(schaden.text(), schaden.datei);
     } catch (const Laufzeitfehler& laufzeit) {
         Fehlerbehandlung(laufzeit);
     } catch (const std::exception& anderer) {
@@ -52,8 +52,10 @@ void Meldung::Programmabbruch_melden(const Programmabbruch& abbruch) {
 }
 
 // Nothing is deleted and nothing rewritten: the text says which file stands in the way.
-void Meldung::Startfehler(const Text& text) {
-    zeigen(u"Es ist folgendes Problem aufgetreten:\n\n" + text + u"\n\n" + Text(ENDE));
+void Meldung::Startfehler(const Text& text, const Text& datei) {
+    const bool genannt = datei.empty() || enthält(text, Dateiname_aus_Pfad(datei));
+    zeigen(u"Es ist folgendes Problem aufgetreten:\n\n" + text +
+           (genannt ? Text() : u"\n\nDatei: " + Pfad_kürzen(datei, 100)) + u"\n\n" + Text(ENDE));
     protokollieren(u"Startfehler: " + text);
 }
 
@@ -64,7 +66,8 @@ void Meldung::Fehlerbehandlung(const Laufzeitfehler& fehler) {
     const Text nummer = ziffern(fehler.nummer);
     if (!datei.empty() && d_.platz.Startphase)
         return Startfehler(u"Modul '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text() +
-                           u" - Zuletzt geöffnete Datei: " + datei);
+                               u" - Zuletzt geöffnete Datei: " + datei,
+                           datei);
     Text log = u"Programmabbruch durch '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text();
     if (ist_Dateifehler(fehler.nummer)) {
         const Text wo = datei.empty() ? u" Prüfen Sie, ob auf den Ordner " + ParentDir(d_.platz.Datenpfad) +

@@ -15,7 +15,7 @@ public:
 
 private:
     void Programmabbruch_melden(const Programmabbruch& abbruch);
-    void Startfehler(const Text& text);
+    void Startfehler(const Text& text, const Text& datei);
     void Fehlerbehandlung(const Laufzeitfehler& fehler);
     void zeigen(const Text& text) const;
     void protokollieren(const Text& text);

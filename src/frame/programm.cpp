@@ -125,7 +125,7 @@ bool Programm::Schließen() {
     if (!läuft_) return true;
     haupt_->Fenster_merken();
     daten_->ini.Inidatei_schreiben();
-    daten_->erfassung.Ausstehende_nachsehen();
+    daten_->erfassung.Ausstehende_abschließen();
     for (Form* form : std::vector<Form*>(app_.forms()))
         if (form != &haupt_->form()) app_.close(*form);
     läuft_ = false;

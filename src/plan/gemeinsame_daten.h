@@ -35,6 +35,7 @@ public:
     bool CheckMitarbeiterdaten();
     // Something was read again since this was asked last, whoever did it: menu and buttons must follow.
     bool Neu_gelesen_abholen() { return std::exchange(neu_gelesen_, false); }
+    bool Neu_gelesen() const { return neu_gelesen_; }
     // The same before a write, without the limits of watching.
     bool Vor_dem_Schreiben_auffrischen();
 

@@ -107,10 +107,10 @@ bool Hauptfenster::Jahrestaste(int schritt) {
 // --- other workstations ---------------------------------------------------------------------------------
 
 void Hauptfenster::CheckErfassungsdaten() {
+    d_.erfassung.Ausstehende_nachsehen();
     const Zeitstempel jetzt = d_.erfassung.Stand_heute(ansicht_.Anzeigemonat());
-    if (jetzt == 0 || (jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel() &&
-                       !d_.erfassung.Ausstehende_vorhanden(ansicht_.Anzeigemonat())))
-        return;
+    const bool unverändert = jetzt == 0 || jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel();
+    if (unverändert && !d_.Neu_gelesen()) return; // a save may have read the configuration again
     const Eintragung::Auswahl auswahl = eintragung_.Auswahl_merken();
     const int oben = f_.msgFlexGrid.TopRow();
     Monat_wechseln();

@@ -50,6 +50,7 @@ struct FileInfo {
 enum class OpenMode {
     Read,
     Append,    // created when missing; also readable, so that the end can be looked at
+    Extend,    // the same, but a missing file is a fault (53)
     CreateNew, // fails with 58 when something stands there
     Overwrite, // in place, created when missing; only behind a whole, synced copy
 };

@@ -42,7 +42,7 @@ public:
     // --- FileSystem
     Ergebnis<Handle> open(const Text& pfad, OpenMode modus) override {
         const bool ändert =
-            modus == OpenMode::CreateNew || (modus != OpenMode::Read && !platte_->finde(pfad));
+            modus == OpenMode::CreateNew || (legt_an(modus) && !platte_->finde(pfad));
         return rufe<Handle>({"open", pfad}, ändert, [&] { return öffne(pfad, modus); });
     }
     Ergebnis<std::size_t> read(Handle h, char* puffer, std::size_t n) override {
@@ -155,6 +155,9 @@ private:
                name != "change_folder" && name != "close";
     }
 
+    static bool legt_an(OpenMode m) { return m != OpenMode::Read && m != OpenMode::Extend; }
+    static bool hängt_an(OpenMode m) { return m == OpenMode::Append || m == OpenMode::Extend; }
+
     static bool endet_davor(const Störung* s) {
         return s && (s->wirkung == Wirkung::Ende || s->wirkung == Wirkung::Ende_mitten);
     }
@@ -202,14 +205,14 @@ private:
         if (datei && datei->info.folder) return Ergebnis<Handle>::fehler(75);
         if (datei && modus != OpenMode::Read && (datei->info.mode & 0200) == 0)
             return Ergebnis<Handle>::fehler(70);
-        if (!datei && (modus == OpenMode::Read || !ordner(SpeicherPlatte::oberhalb(pfad))))
+        if (!datei && (!legt_an(modus) || !ordner(SpeicherPlatte::oberhalb(pfad))))
             return Ergebnis<Handle>::fehler(fehlt(pfad));
         if (!datei) {
             platte_->schreibe(pfad, {});
             datei = platte_->finde(pfad);
         }
         offen_.emplace(++nächster_,
-                       Offen{datei, pfad, modus, modus == OpenMode::Append ? datei->bytes.size() : 0});
+                       Offen{datei, pfad, modus, hängt_an(modus) ? datei->bytes.size() : 0});
         return nächster_;
     }
 
@@ -231,7 +234,7 @@ private:
     // Puts the bytes where the file's mode says; a full disk takes what still fits, and is a fault behind
     // that.
     Ergebnis<std::size_t> lege_ab(Offen& o, std::string_view bytes) {
-        if (o.modus == OpenMode::Append && !platte_->freigabe) o.stelle = o.datei->bytes.size();
+        if (hängt_an(o.modus) && !platte_->freigabe) o.stelle = o.datei->bytes.size();
         if (!bytes.empty() && platte_->frei == 0) return Ergebnis<std::size_t>::fehler(61);
         bytes = bytes.substr(0, platte_->frei);
         auto& ziel = o.datei->bytes;

@@ -18,9 +18,11 @@ public:
         std::string muster = (std::filesystem::temp_directory_path() / "kalvora-test-XXXXXX").string();
         if (!mkdtemp(muster.data())) throw std::runtime_error("no temporary folder");
         ordner_ = muster;
+        hier_ = std::filesystem::current_path();
     }
     ~TempOrdner() {
         std::error_code egal;
+        std::filesystem::current_path(hier_, egal); // the program changes into its folders
         std::filesystem::remove_all(ordner_, egal);
     }
     TempOrdner(const TempOrdner&) = delete;
@@ -46,7 +48,7 @@ public:
     bool gibt_es(TextView name) const { return std::filesystem::exists(ordner_ / zu_utf8(name)); }
 
 private:
-    std::filesystem::path ordner_;
+    std::filesystem::path ordner_, hier_;
 };
 
 } // namespace kalvora

@@ -87,6 +87,7 @@ int flags_of(OpenMode mode) {
     switch (mode) {
     case OpenMode::Read: return O_RDONLY;
     case OpenMode::Append: return O_RDWR | O_APPEND | O_CREAT;
+    case OpenMode::Extend: return O_RDWR | O_APPEND;
     case OpenMode::CreateNew: return O_RDWR | O_CREAT | O_EXCL;
     case OpenMode::Overwrite: return O_RDWR | O_CREAT;
     }

@@ -72,6 +72,22 @@ public:
     bool Sanduhr_an() const { return sanduhr_ > 0; }
     Mauszeiger pointer() const { return sanduhr_ > 0 ? Mauszeiger::Sanduhr : Mauszeiger::Standard; }
 
+    // Shows the wait pointer for a scope, whichever way it is left.
+    class Sanduhrwache {
+    public:
+        Sanduhrwache(Application& app, bool an) : app_(an ? &app : nullptr) {
+            if (app_) app_->Sanduhr(true);
+        }
+        ~Sanduhrwache() {
+            if (app_) app_->Sanduhr(false);
+        }
+        Sanduhrwache(const Sanduhrwache&) = delete;
+        Sanduhrwache& operator=(const Sanduhrwache&) = delete;
+
+    private:
+        Application* app_;
+    };
+
 private:
     class Beschäftigt;
     class Verschachtelt;

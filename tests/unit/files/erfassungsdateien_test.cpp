@@ -200,25 +200,38 @@ TEST(Erfassungsdateien, Verdichten) {
     p.erfassung.Erfassungsdaten_lesen(u"2611");
     EXPECT_TRUE(p.erfassung.Datensatz_speichern({}));
     EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"otto", u"2")}, u"2611", u"SaSo:"));
-
-    // What cannot be read is not rewritten away.
-    const Text datei = p.Monatsdatei(HEUTE, {A(u"otto", u"1"), u"A:anna:kurz"});
-    const std::string vorher = *p.fs.inhalt(datei);
-    p.erfassung.Erfassungsdaten_lesen(u"2611");
-    p.erfassung.Datensatz_speichern({});
-    EXPECT_EQ(*p.fs.inhalt(datei), vorher);
 }
 
-// The older version with its unreadable lines is the only copy of them.
-TEST(Erfassungsdateien, FehlerhafteVersionBleibtLiegen) {
-    Erfassungsplatz p({u"anna", u"otto"});
-    p.Monatsdatei(u"2611 261110", {A(u"anna", u"1"), u"A:otto:kurz"});
-    p.erfassung.Erfassungsdaten_lesen(u"2611");
-    for (int n = 0; n < 3; ++n)
-        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"2")));
-    EXPECT_EQ(p.zeilen(HEUTE),
-              Monat({A(u"anna", u"1"), A(u"anna", u"2"), A(u"anna", u"2"), A(u"anna", u"2")}));
-    EXPECT_EQ(p.zeilen(u"2611 261110").back(), u"A:otto:kurz");
+// What cannot be read is not rewritten away, nor deleted with the older version.
+TEST(Erfassungsdateien, UnlesbaresGehtMit) {
+    for (TextView stamm : {u"2611 261110", u"2611 261116"}) {
+        Erfassungsplatz p({u"anna", u"otto"});
+        p.Monatsdatei(stamm, {A(u"anna", u"1"), u"A:otto:kurz", A(u"anna", u"2"), u"", u"Unsinn"}, u"ohne");
+        p.erfassung.Erfassungsdaten_lesen(u"2611");
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern({}));
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"3")));
+        EXPECT_EQ(p.zeilen(HEUTE),
+                  Monat({A(u"anna", u"2"), u"A:otto:kurz", u"Unsinn", A(u"anna", u"3")}, u"2611", u"ohne"));
+        EXPECT_TRUE(p.fs.gibt_es(p.pfad(stamm))) << "a version with faults is not deleted";
+    }
+}
+
+// The month was read, and then the file goes or is emptied: an append must not leave a month without a head.
+TEST(Erfassungsdateien, HeutigeDateiVerschwindet) {
+    for (const bool geleert : {false, true}) {
+        Erfassungsplatz p({u"anna"});
+        p.Monatsdatei(u"2611 261110", {A(u"anna", u"1")});
+        const Text heute = p.Monatsdatei(HEUTE, {A(u"anna", u"12")});
+        const std::string ganz = *p.fs.inhalt(heute);
+        p.erfassung.Erfassungsdaten_lesen(u"2611");
+        if (geleert)
+            p.fs.schreibe(heute, "");
+        else
+            p.fs.platte().entferne(heute);
+        p.fenster.beim_Warten = [&] { p.fs.schreibe(heute, ganz); };
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"3")));
+        EXPECT_EQ(p.zeilen(HEUTE), Monat({A(u"anna", geleert ? u"12" : u"1"), A(u"anna", u"3")}));
+    }
 }
 
 TEST(Erfassungsdateien, FehlerWerdenGemeldet) {
@@ -327,7 +340,7 @@ TEST(Erfassungsdateien, ZweiImSelbenAugenblick) {
         EXPECT_TRUE(p.erfassung.Datensatz_speichern(fall.zeile));
         EXPECT_GE(geschehen, 1);
         for (Erfassungsplatz* platz : {&p, &q})
-            platz->erfassung.Ausstehende_nachsehen();
+            platz->erfassung.Ausstehende_abschließen();
         EXPECT_EQ(p.Tage_auf_Platte(u"anna"), fall.zeile.empty() ? u"1" : u"12");
         EXPECT_EQ(p.Tage_auf_Platte(u"otto"), u"13");
         EXPECT_TRUE(p.fenster.hinweise.empty() && q.fenster.hinweise.empty());

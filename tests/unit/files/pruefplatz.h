@@ -35,10 +35,10 @@ public:
     bool active(const Form&) override { return true; }
 };
 
-inline std::string als_Datei(const std::vector<Text>& zeilen) {
+inline std::string als_Datei(const std::vector<Text>& zeilen, std::uint8_t schlüssel = 77) {
     std::string bytes;
     for (const Text& zeile : zeilen)
-        Zeile_verschlüsseln(bytes, zu_cp1252(zeile), 77);
+        Zeile_verschlüsseln(bytes, zu_cp1252(zeile), schlüssel);
     return bytes;
 }
 

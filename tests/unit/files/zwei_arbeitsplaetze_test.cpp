@@ -121,7 +121,7 @@ int Kind(const Text& daten, char wer) {
         if (!erfassung.Datensatz_speichern(A(id, u"1"))) return 1;
         if (n % 10 == 9) erfassung.Erfassungsdaten_lesen(u"2611");
     }
-    erfassung.Ausstehende_nachsehen();
+    erfassung.Ausstehende_abschließen();
     return fenster.hinweise.empty() ? 0 : 2;
 }
 

@@ -75,6 +75,7 @@ struct Erfassungsplatz {
     Mitarbeiterdaten personal{kanal, platz, konfig};
     Logbuch log{kanal, platz, konfig};
     Erfassungsdateien erfassung{kanal, platz, konfig, personal, log};
+    std::uint8_t schlüssel = 77; // of the versions put there: a file written anew has another one
 
     // An administrator on 16 November 2026; an empty key is a heading. U is 7.
     explicit Erfassungsplatz(const std::vector<Text>& BenIds,
@@ -99,7 +100,7 @@ struct Erfassungsplatz {
     Text pfad(TextView stamm) const { return platz.Datenpfad + Text(stamm) + u" Data.dat"; }
     // Puts a version there; its path.
     Text Monatsdatei(TextView stamm, const std::vector<Text>& zeilen, TextView ausnahmen = u"NoEx:NoEx") {
-        fs.schreibe(pfad(stamm), als_Datei(Monat(zeilen, Text(links(stamm, 4)), ausnahmen)));
+        fs.schreibe(pfad(stamm), als_Datei(Monat(zeilen, Text(links(stamm, 4)), ausnahmen), schlüssel));
         return pfad(stamm);
     }
     // Lines of a version; without the file "<fehlt>".
