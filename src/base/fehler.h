@@ -50,13 +50,15 @@ public:
     Text prozedur;
 };
 
-// A data file that is missing or damaged: the way to the repair. `monate` lists missing months.
+// A data file that is missing or damaged: the way to the repair. `monate` lists missing months. What
+// `zweimal_gesehen` says of it has stood a second look already: nobody need read again to be sure.
 class Dateischaden : public Fehler {
 public:
     explicit Dateischaden(Text text, Text pfad = {}, Text fehlende_monate = {})
         : Fehler(std::move(text)), datei(std::move(pfad)), monate(std::move(fehlende_monate)) {}
     Text datei;
     Text monate;
+    bool zweimal_gesehen = false;
 };
 
 // An ordered stop. `logtext`: what goes to the administration log; empty is a standard text, "NoLog" nothing.
@@ -66,6 +68,13 @@ public:
         : Fehler(std::move(text)), modul(std::move(wo)), logtext(std::move(log)) {}
     Text modul;
     Text logtext;
+};
+
+// The stop because of a file that could not be opened. Unlike other stops it is a fault: the file may have
+// gone between the look into the folder and the open.
+class Zugriffsabbruch : public Programmabbruch {
+public:
+    using Programmabbruch::Programmabbruch;
 };
 
 // Runs `f` under a procedure's name, so that a fault that leaves it can name its innermost procedure.

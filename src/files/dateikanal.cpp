@@ -60,8 +60,11 @@ void Dateikanal::einlesen(const Text& pfad) {
         gelesen = werk_.lesen(pfad);
     }
     if (!gelesen) throw zugriffsfehler(gelesen.nummer(), pfad, u"modKalvora - Datei_öffnen");
-    if (gelesen->größe == 0 && !Reparatursperre && !darf_leer_sein(pfad))
-        throw Dateischaden(u"Die Datei " + Pfad_kürzen(pfad, 100) + u" ist leer.", pfad);
+    if (gelesen->größe == 0 && !Reparatursperre && !darf_leer_sein(pfad)) {
+        Dateischaden leer(u"Die Datei " + Pfad_kürzen(pfad, 100) + u" ist leer.", pfad);
+        leer.zweimal_gesehen = true;
+        throw leer;
+    }
     inhalt_ = std::move(*gelesen);
     stand_ = inhalt_.info;
     kopf_ = inhalt_.sicht().substr(0, KOPFBYTES);
@@ -89,7 +92,7 @@ void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus) const {
     const bool lesen = modus == Dateimodus::Input;
     const bool anhang = modus == Dateimodus::Append || modus == Dateimodus::Fortsetzen;
     const TextView name = lesen ? u"Input" : anhang ? u"Append" : u"Output";
-    throw Programmabbruch(
+    throw Zugriffsabbruch(
         u"modKalvora - Datei_öffnen",
         u"Die Datei " + Pfad_kürzen(pfad, 100) +
             u" konnte nicht geöffnet werden.\n\nVermutlich haben Sie keine ausreichenden "
@@ -100,18 +103,28 @@ void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus) const {
         u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
 }
 
+void Dateikanal::ganz_geschrieben(const FileInfo& stand) {
+    stand_ = stand;
+    kopf_ = ausgabe_.substr(0, KOPFBYTES);
+    davor_ = 0;
+}
+
 Fehlercode Dateikanal::ausschreiben() {
     switch (modus_) {
     case Dateimodus::Output: {
         // The canonical spelling is written; the same name in another case would be a second file.
         const Text andere = Datei_finden(fs(), ParentDir(pfad_), Dateiname_aus_Pfad(pfad_));
-        if (const Fehlercode f = werk_.ersetzen(pfad_, ausgabe_)) return f;
+        const auto info = werk_.ersetzen(pfad_, ausgabe_);
+        if (!info) return info.nummer();
+        ganz_geschrieben(*info);
         if (andere != pfad_) fs().remove(andere);
-        break;
+        return 0;
     }
-    case Dateimodus::Neu:
-        if (const Fehlercode f = werk_.neu_anlegen(pfad_, ausgabe_)) return f;
-        break;
+    case Dateimodus::Neu: {
+        const auto info = werk_.neu_anlegen(pfad_, ausgabe_);
+        if (info) ganz_geschrieben(*info);
+        return info.nummer();
+    }
     case Dateimodus::Append:
     case Dateimodus::Fortsetzen: {
         if (ausgabe_.empty()) return 0;
@@ -124,10 +137,6 @@ Fehlercode Dateikanal::ausschreiben() {
     }
     case Dateimodus::Input: return 0;
     }
-    kopf_ = ausgabe_.substr(0, KOPFBYTES);
-    davor_ = 0;
-    const auto info = werk_.stand(pfad_);
-    stand_ = info ? *info : FileInfo{};
     return 0;
 }
 

@@ -69,6 +69,7 @@ private:
     void einlesen(const Text& pfad);
     void schreibprobe(const Text& pfad);
     Fehlercode ausschreiben();
+    void ganz_geschrieben(const FileInfo& stand);
     bool nächste_bereit();
     [[noreturn]] void öffnen_gescheitert(const Text& pfad, Dateimodus modus) const;
 

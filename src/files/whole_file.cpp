@@ -10,6 +10,7 @@ namespace {
 
 constexpr int UMBENENNEN_VERSUCHE = 5;
 constexpr double UMBENENNEN_PAUSE = 0.2; // seconds; a scanner or another client lets go of the name by then
+constexpr int NEBENDATEI_VERSUCHE = 100; // names tried for a sibling
 
 // Closes on every way out; the road of success closes by hand and reads the result.
 class OffeneDatei {
@@ -130,26 +131,41 @@ void Dateiwerk::Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std
     if (n && *n == stück.size() && bytes.starts_with(stück)) fs_.truncate(h, ab);
 }
 
-Text Dateiwerk::nebendatei(const Text& pfad) const {
-    return ParentDir(pfad) + u"." + Dateiname_aus_Pfad(pfad) + u"." + kennung_ + u".neu";
+// A sibling that stands there already, left by an earlier process of the same number, may be all that is
+// left of a file: it stays, and the next number is taken.
+Ergebnis<FileSystem::Handle> Dateiwerk::Nebendatei_öffnen(const Text& ziel, Text& neben) const {
+    for (int versuch = 1; versuch <= NEBENDATEI_VERSUCHE; ++versuch) {
+        neben = ParentDir(ziel) + u"." + Dateiname_aus_Pfad(ziel) + u"." + kennung_ + u"-" +
+                ziffern(++nebendateien_) + u".neu";
+        auto h = fs_.open(neben, OpenMode::CreateNew);
+        if (h || h.nummer() != FEHLER_EXISTIERT) return h;
+    }
+    return Ergebnis<FileSystem::Handle>::fehler(FEHLER_VERWEIGERT); // no 58: that is said of the file itself
 }
 
-Fehlercode Dateiwerk::in_nebendatei(const Text& neben, std::string_view bytes,
-                                    const FileInfo* vorbild) const {
-    auto h = fs_.open(neben, OpenMode::CreateNew);
-    if (!h && h.nummer() == FEHLER_EXISTIERT) { // left behind by an earlier process of the same number
-        fs_.remove(neben);
-        h = fs_.open(neben, OpenMode::CreateNew);
-    }
-    if (!h) return h.nummer();
+Ergebnis<Dateiwerk::Nebendatei> Dateiwerk::in_nebendatei(const Text& ziel, std::string_view bytes,
+                                                         const FileInfo* vorbild) const {
+    using E = Ergebnis<Nebendatei>;
+    Text neben;
+    const auto h = Nebendatei_öffnen(ziel, neben);
+    if (!h) return E::fehler(h.nummer());
     OffeneDatei datei(fs_, *h);
-    Fehlercode f = alles_schreiben(*datei, bytes);
-    if (!f) fs_.copy_rights(*datei, vorbild ? *vorbild : Rechte_neuer_Datei(neben));
-    if (!f) f = fs_.sync(*datei);
+    const auto geschrieben = füllen(*datei, ziel, bytes, vorbild);
     const Fehlercode beim_schließen = datei.schließen();
-    if (!f) f = beim_schließen;
-    if (f) fs_.remove(neben);
-    return f;
+    if (geschrieben && !beim_schließen) return Nebendatei{neben, *geschrieben};
+    fs_.remove(neben);
+    return E::fehler(geschrieben ? beim_schließen : geschrieben.nummer());
+}
+
+Ergebnis<FileInfo> Dateiwerk::füllen(FileSystem::Handle h, const Text& ziel, std::string_view bytes,
+                                     const FileInfo* vorbild) const {
+    using E = Ergebnis<FileInfo>;
+    if (const Fehlercode f = alles_schreiben(h, bytes)) return E::fehler(f);
+    const auto eigene = fs_.info(h);
+    if (!eigene) return eigene;
+    fs_.copy_rights(h, vorbild ? Rechte_nach(*vorbild, eigene->owner, ziel) : Rechte_neuer_Datei(ziel));
+    if (const Fehlercode f = fs_.sync(h)) return E::fehler(f);
+    return fs_.info(h);
 }
 
 // Where the folder lets the group or others write, its new files let them append: a month's first save must
@@ -162,6 +178,17 @@ FileInfo Dateiwerk::Rechte_neuer_Datei(const Text& pfad) const {
     return rechte;
 }
 
+// Rights of a file that takes the place of `alt`. Renaming changes the owner, and a file of 0644 would shut
+// out whoever had it before: then the folder's people, he among them, get what its new files give them.
+FileInfo Dateiwerk::Rechte_nach(const FileInfo& alt, unsigned eigner, const Text& pfad) const {
+    FileInfo rechte = alt;
+    if (alt.owner == eigner) return rechte;
+    const FileInfo neue = Rechte_neuer_Datei(pfad);
+    rechte.mode |= neue.mode;
+    if ((neue.mode & 0020) != 0) rechte.group = neue.group;
+    return rechte;
+}
+
 // A share may carry a rename out and lose the answer: the sibling is gone and the file holds its bytes.
 bool Dateiwerk::angekommen(const Text& neben, const Text& pfad, std::string_view bytes) const {
     const auto rest = fs_.info(neben);
@@ -170,47 +197,58 @@ bool Dateiwerk::angekommen(const Text& neben, const Text& pfad, std::string_view
     return da && da->sicht() == bytes;
 }
 
-Fehlercode Dateiwerk::unterschieben(const Text& neben, const Text& pfad, std::string_view bytes) const {
+Ergebnis<FileInfo> Dateiwerk::überschreiben(FileSystem::Handle h, std::string_view bytes) const {
+    using E = Ergebnis<FileInfo>;
+    OffeneDatei datei(fs_, h);
+    Fehlercode f = alles_schreiben(*datei, bytes);
+    if (!f) f = fs_.truncate(*datei, bytes.size());
+    if (!f) f = fs_.sync(*datei);
+    if (f) return E::fehler(f);
+    const auto info = fs_.info(*datei);
+    if (const Fehlercode beim_schließen = datei.schließen()) return E::fehler(beim_schließen);
+    return info;
+}
+
+Ergebnis<FileInfo> Dateiwerk::unterschieben(const Nebendatei& neben, const Text& pfad,
+                                            std::string_view bytes) const {
+    using E = Ergebnis<FileInfo>;
     Fehlercode f = 0;
     for (int versuch = 1; versuch <= UMBENENNEN_VERSUCHE; ++versuch) {
-        f = fs_.rename(neben, pfad);
-        if (!f || angekommen(neben, pfad, bytes)) return 0;
+        f = fs_.rename(neben.pfad, pfad);
+        if (!f || angekommen(neben.pfad, pfad, bytes)) return neben.info;
         if (versuch < UMBENENNEN_VERSUCHE) uhr_.sleep(UMBENENNEN_PAUSE);
     }
     // Some servers refuse to rename over a file that somebody reads. The sibling is whole and synced: it
     // stays as the copy behind which the old file may be written in place.
-    if (!fs_.info(neben)) return f;
-    auto h = fs_.open(pfad, OpenMode::Overwrite);
+    if (!fs_.info(neben.pfad)) return E::fehler(f);
+    const auto h = fs_.open(pfad, OpenMode::Overwrite);
     if (!h) {
-        fs_.remove(neben); // nothing was touched: the old state stands
-        return f;
+        fs_.remove(neben.pfad); // nothing was touched: the old state stands
+        return E::fehler(f);
     }
-    OffeneDatei datei(fs_, *h);
-    Fehlercode g = alles_schreiben(*datei, bytes);
-    if (!g) g = fs_.truncate(*datei, bytes.size());
-    if (!g) g = fs_.sync(*datei);
-    const Fehlercode beim_schließen = datei.schließen();
-    if (!g) g = beim_schließen;
-    if (!g) fs_.remove(neben);
-    return g;
+    auto geschrieben = überschreiben(*h, bytes);
+    if (geschrieben) fs_.remove(neben.pfad);
+    return geschrieben;
 }
 
-Fehlercode Dateiwerk::ersetzen(const Text& pfad, std::string_view bytes) const {
+Ergebnis<FileInfo> Dateiwerk::ersetzen(const Text& pfad, std::string_view bytes) const {
+    using E = Ergebnis<FileInfo>;
     const auto alt = fs_.info(pfad);
-    if (!alt && alt.nummer() != FEHLER_NICHT_GEFUNDEN) return alt.nummer();
-    if (alt && alt->folder) return FEHLER_SCHREIBSCHUTZ;
-    const Text neben = nebendatei(pfad);
-    if (const Fehlercode f = in_nebendatei(neben, bytes, alt ? &*alt : nullptr)) return f;
-    return unterschieben(neben, pfad, bytes);
+    if (!alt && alt.nummer() != FEHLER_NICHT_GEFUNDEN) return E::fehler(alt.nummer());
+    if (alt && alt->folder) return E::fehler(FEHLER_SCHREIBSCHUTZ);
+    const auto neben = in_nebendatei(pfad, bytes, alt ? &*alt : nullptr);
+    if (!neben) return E::fehler(neben.nummer());
+    return unterschieben(*neben, pfad, bytes);
 }
 
-Fehlercode Dateiwerk::neu_anlegen(const Text& pfad, std::string_view bytes) const {
-    const Text neben = nebendatei(pfad);
-    if (const Fehlercode f = in_nebendatei(neben, bytes, nullptr)) return f;
-    const Fehlercode f = fs_.rename_new(neben, pfad);
-    if (f && angekommen(neben, pfad, bytes)) return 0;
-    if (f) fs_.remove(neben);
-    return f;
+Ergebnis<FileInfo> Dateiwerk::neu_anlegen(const Text& pfad, std::string_view bytes) const {
+    using E = Ergebnis<FileInfo>;
+    const auto neben = in_nebendatei(pfad, bytes, nullptr);
+    if (!neben) return E::fehler(neben.nummer());
+    const Fehlercode f = fs_.rename_new(neben->pfad, pfad);
+    if (!f || angekommen(neben->pfad, pfad, bytes)) return neben->info;
+    fs_.remove(neben->pfad);
+    return E::fehler(f);
 }
 
 } // namespace kalvora

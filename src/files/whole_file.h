@@ -1,6 +1,7 @@
 // Whole files: read in one go, appended in one write, rewritten or created so that nobody ever sees a half.
 // A rewrite goes to a dot-named sibling that no mask matches, is synced, and then takes the place of the old
-// file. The sibling's name carries host and process, so that two workstations never share one.
+// file. The sibling's name carries host, process and a number: none is ever shared, and none that an earlier
+// call has left as the only whole copy is touched again.
 #pragma once
 
 #include <memory>
@@ -40,23 +41,35 @@ public:
     // One write of whole lines, synced. A last line that lacks its end is closed first; what a short write
     // left is taken back. With `nur_bestehende` a missing or emptied file is left alone: 53.
     Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
-    // Replaces the file, or makes it. Mode and group of the old one are kept.
-    Fehlercode ersetzen(const Text& pfad, std::string_view bytes) const;
+    // Replaces the file, or makes it. Mode and group of the old one are kept; where that was somebody else's,
+    // the folder's rights are added, so that he may go on writing. The result is what was written, as it
+    // stood before anybody else could change it.
+    Ergebnis<FileInfo> ersetzen(const Text& pfad, std::string_view bytes) const;
     // Makes the file whole; 58 when something stands there already, which is left alone.
-    Fehlercode neu_anlegen(const Text& pfad, std::string_view bytes) const;
+    Ergebnis<FileInfo> neu_anlegen(const Text& pfad, std::string_view bytes) const;
 
 private:
+    struct Nebendatei {
+        Text pfad;
+        FileInfo info;
+    };
     Ergebnis<std::string> Kopf(FileSystem::Handle h) const;
     void Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const;
-    Text nebendatei(const Text& pfad) const;
-    Fehlercode in_nebendatei(const Text& neben, std::string_view bytes, const FileInfo* vorbild) const;
+    Ergebnis<FileSystem::Handle> Nebendatei_öffnen(const Text& ziel, Text& neben) const;
+    Ergebnis<Nebendatei> in_nebendatei(const Text& ziel, std::string_view bytes,
+                                       const FileInfo* vorbild) const;
+    Ergebnis<FileInfo> füllen(FileSystem::Handle h, const Text& ziel, std::string_view bytes,
+                              const FileInfo* vorbild) const;
     FileInfo Rechte_neuer_Datei(const Text& pfad) const;
+    FileInfo Rechte_nach(const FileInfo& alt, unsigned eigner, const Text& pfad) const;
     Fehlercode alles_schreiben(FileSystem::Handle, std::string_view bytes) const;
     bool angekommen(const Text& neben, const Text& pfad, std::string_view bytes) const;
-    Fehlercode unterschieben(const Text& neben, const Text& pfad, std::string_view bytes) const;
+    Ergebnis<FileInfo> unterschieben(const Nebendatei& neben, const Text& pfad, std::string_view bytes) const;
+    Ergebnis<FileInfo> überschreiben(FileSystem::Handle h, std::string_view bytes) const;
     FileSystem& fs_;
     Clock& uhr_;
     Text kennung_;
+    mutable long nebendateien_ = 0; // made so far: the number in the next one's name
 };
 
 } // namespace kalvora

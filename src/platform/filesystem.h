@@ -44,6 +44,7 @@ struct FileInfo {
     std::uint64_t size = 0;
     Zeitstempel time = 0;
     unsigned mode = 0;
+    unsigned owner = 0;
     unsigned group = 0;
 };
 

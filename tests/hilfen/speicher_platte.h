@@ -25,7 +25,7 @@ public:
     void schreibe(const Text& pfad, const std::string& bytes) {
         mache_ordner(oberhalb(pfad));
         auto& datei = knoten_[ohne_strich(pfad)];
-        if (!datei) datei = std::make_shared<SpeicherDatei>(SpeicherDatei{{}, {}, {false, 0, 0, 0644, 0}});
+        if (!datei) datei = std::make_shared<SpeicherDatei>(SpeicherDatei{{}, {}, {false, 0, 0, 0644, 0, 0}});
         datei->bytes = datei->gesichert = bytes;
         gestempelt(*datei);
     }
@@ -83,7 +83,8 @@ public:
         return strich == Text::npos ? Text() : name.substr(0, strich);
     }
     std::shared_ptr<SpeicherDatei> ordner_knoten() {
-        return std::make_shared<SpeicherDatei>(SpeicherDatei{{}, {}, {true, 0, zeit += 1'000'000, 0755, 0}});
+        return std::make_shared<SpeicherDatei>(
+            SpeicherDatei{{}, {}, {true, 0, zeit += 1'000'000, 0755, 0, 0}});
     }
 
 private:

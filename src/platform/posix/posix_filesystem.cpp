@@ -18,6 +18,9 @@ namespace kalvora {
 
 namespace {
 
+constexpr unsigned CLAIM_PAUSE = 100'000; // microseconds
+constexpr int CLAIM_LOOKS = 150;          // 15 s: longer than a server is ever silent to a living process
+
 // Repeats a call as long as a signal interrupts it.
 template <class F>
 auto repeated(F call) {
@@ -79,6 +82,7 @@ FileInfo info_of(const struct stat& s) {
     info.time = static_cast<Zeitstempel>(s.st_mtim.tv_sec) * 1'000'000'000 + s.st_mtim.tv_nsec;
     if (info.time == 0) info.time = 1; // 0 means "no file"
     info.mode = s.st_mode & 07777;
+    info.owner = s.st_uid;
     info.group = s.st_gid;
     return info;
 }
@@ -129,27 +133,15 @@ bool same_file(const std::string& a, const std::string& b) {
            sa.st_ino == sb.st_ino;
 }
 
-int write_all(int handle, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t n = repeated([&] { return ::write(handle, bytes.data(), bytes.size()); });
-        if (n <= 0) return n < 0 ? errno : ENOSPC;
-        bytes.remove_prefix(static_cast<std::size_t>(n));
-    }
-    return 0;
+bool stands(const std::string& path) {
+    struct stat s {};
+    return lstat(path.c_str(), &s) == 0;
 }
 
-// Copies what `in` still holds to `out`; 0 or an errno.
-int copy_bytes(int in, int out) {
-    std::array<char, 65536> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    for (;;) {
-        const ssize_t n = repeated([&] { return ::read(in, buffer.data(), buffer.size()); });
-        if (n < 0) return errno;
-        if (n == 0) break;
-        const int error = write_all(out, {buffer.data(), static_cast<std::size_t>(n)});
-        if (error != 0) return error;
-    }
-    if (repeated([&] { return fdatasync(out); }) != 0 && !not_supported(errno)) return errno;
-    return 0;
+// A claim to a name that is to be taken: a dot-named file that no mask matches, made exclusively.
+std::string claim_name(const std::string& path, int number) {
+    const std::size_t slash = path.rfind('/') + 1;
+    return path.substr(0, slash) + "." + path.substr(slash) + "." + std::to_string(number) + ".claim";
 }
 
 // Takes the write protection off a plain file; true if there was one.
@@ -173,9 +165,24 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
         ::close(handle);
         return Ergebnis<Handle>::fehler(fault);
     }
-    if (S_ISREG(s.st_mode)) return handle;
+    if (S_ISREG(s.st_mode)) {
+        // What another workstation has written must be seen, not what this one has kept of the file.
+        if (mode == OpenMode::Read && device_on_share(handle, s.st_dev))
+            posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
+        return handle;
+    }
     ::close(handle);
     return Ergebnis<Handle>::fehler(FEHLER_SCHREIBSCHUTZ);
+}
+
+// Asked once for each run of opens on the same device: on a share the question itself goes to the server.
+bool PosixFileSystem::device_on_share(int handle, std::uint64_t device) {
+    if (device != device_) {
+        struct statfs where {};
+        device_shared_ = fstatfs(handle, &where) == 0 && on_share(where);
+        device_ = device;
+    }
+    return device_shared_;
 }
 
 Ergebnis<std::size_t> PosixFileSystem::read(Handle handle, char* buffer, std::size_t size) {
@@ -258,29 +265,51 @@ int PosixFileSystem::link_exclusively(const std::string& from, const std::string
     return error == EEXIST && same_file(from, to) ? 0 : error;
 }
 
-Fehlercode PosixFileSystem::copy_exclusively(const std::string& from, const std::string& to) {
-    const int in = repeated([&] { return ::open(from.c_str(), O_RDONLY | O_CLOEXEC); });
-    if (in < 0) return path_fault(errno, from);
-    struct stat s {};
-    const int out = fstat(in, &s) != 0 ? -1 : repeated([&] {
-        return ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, s.st_mode & 0777);
-    });
-    if (out < 0) {
-        const int error = errno;
-        ::close(in);
-        return path_fault(error, to);
+void PosixFileSystem::claim_pause() {
+    usleep(CLAIM_PAUSE);
+}
+
+// Watches somebody else's claim: until the name is taken, the claim is gone, or it has stood so long that
+// whoever made it must be dead.
+PosixFileSystem::Claim PosixFileSystem::watch_claim(const std::string& claim, const std::string& name) {
+    struct stat first {};
+    for (int look = 0; look < CLAIM_LOOKS; ++look) {
+        struct stat now {};
+        if (stands(name)) return Claim::Name_taken;
+        if (lstat(claim.c_str(), &now) != 0) return Claim::Gone;
+        if (now.st_ino != first.st_ino || now.st_mtim.tv_sec != first.st_mtim.tv_sec ||
+            now.st_mtim.tv_nsec != first.st_mtim.tv_nsec)
+            look = 0; // another one
+        first = now;
+        claim_pause();
     }
-    int error = copy_bytes(in, out);
-    if (::close(out) != 0 && error == 0 && errno != EINTR) error = errno;
-    ::close(in);
-    if (error == 0 && unlink(from.c_str()) == 0) {
-        sync_folder(to);
-        return 0;
+    return Claim::Dead;
+}
+
+// The last way, where a rename cannot be told to replace nothing and there are no links. Whoever has made the
+// claim looks whether the name is free and renames; all others wait for him. A dead process's claim is not
+// taken away but followed by one of the next number: only one can make that, whereas of two that clear the
+// way one would clear away the other's fresh claim. All go when the name stands, for then none matters.
+int PosixFileSystem::rename_claimed(const std::string& from, const std::string& to) {
+    int number = 0;
+    for (;;) {
+        const std::string claim = claim_name(to, number);
+        const int handle =
+            repeated([&] { return ::open(claim.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666); });
+        if (handle >= 0) {
+            ::close(handle);
+            break;
+        }
+        if (errno != EEXIST) return errno;
+        const Claim state = watch_claim(claim, to);
+        if (state == Claim::Name_taken) return EEXIST;
+        if (state == Claim::Dead) ++number;
     }
-    if (error == 0) error = errno;
-    const Fehlercode fault = path_fault(error, to);
-    unlink(to.c_str()); // made by this call alone; half of it must not stay
-    return fault;
+    int error = stands(to) ? EEXIST : 0;
+    if (error == 0 && ::rename(from.c_str(), to.c_str()) != 0) error = errno;
+    for (int n = stands(to) ? 0 : number; n <= number; ++n)
+        unlink(claim_name(to, n).c_str());
+    return error;
 }
 
 Fehlercode PosixFileSystem::rename_new(const Text& from, const Text& to) {
@@ -291,9 +320,9 @@ Fehlercode PosixFileSystem::rename_new(const Text& from, const Text& to) {
     if (not_supported(error)) {
         error = link_exclusively(old_name, new_name);
         if (not_supported(error) || error == EPERM || error == EMLINK)
-            return copy_exclusively(old_name, new_name);
-        // Behind the link `to` stands whole; a first name that cannot be taken away does not undo that.
-        if (error == 0) unlink(old_name.c_str());
+            error = rename_claimed(old_name, new_name);
+        else if (error == 0) // `to` stands whole; a first name that cannot be taken away does not undo that
+            unlink(old_name.c_str());
     }
     if (error != 0) return renaming_fault(error, old_name, new_name);
     sync_folder(new_name);

@@ -1,5 +1,6 @@
 // The real file system. Nothing blocks on what is no plain file: pipes and devices are refused with 75.
 // Overwrite keeps the old bytes: the writer cuts the file to its new length with truncate() at the end.
+// On a share Read passes over what this workstation has kept of the file.
 #pragma once
 
 #include "platform/filesystem.h"
@@ -33,9 +34,15 @@ protected:
     // them they know; a test takes them away one by one.
     virtual int rename_exclusively(const std::string& from, const std::string& to);
     virtual int link_exclusively(const std::string& from, const std::string& to);
+    virtual void claim_pause(); // between two looks at somebody else's claim to a name
 
 private:
-    Fehlercode copy_exclusively(const std::string& from, const std::string& to);
+    enum class Claim { Name_taken, Gone, Dead };
+    Claim watch_claim(const std::string& claim, const std::string& name);
+    int rename_claimed(const std::string& from, const std::string& to);
+    bool device_on_share(int handle, std::uint64_t device);
+    std::uint64_t device_ = ~std::uint64_t{0}; // the one asked about last
+    bool device_shared_ = false;
 };
 
 } // namespace kalvora

@@ -52,7 +52,7 @@ void überall_stören(bool mit_Datei, const std::function<Fehlercode(Dateiwerk&)
 
 TEST(GanzeDatei, ErsetzenLässtDieAlteOderDieNeue) {
     überall_stören(
-        true, [](Dateiwerk& w) { return w.ersetzen(PFAD, NEU); },
+        true, [](Dateiwerk& w) { return w.ersetzen(PFAD, NEU).nummer(); },
         [](Werkprobe& p, std::optional<Fehlercode> ergebnis) {
             const std::string inhalt = p.inhalt();
             EXPECT_TRUE(inhalt == ALT || inhalt == NEU) << inhalt;
@@ -63,14 +63,14 @@ TEST(GanzeDatei, ErsetzenLässtDieAlteOderDieNeue) {
 
 TEST(GanzeDatei, NeuAnlegenMachtSieGanzOderGarNicht) {
     überall_stören(
-        false, [](Dateiwerk& w) { return w.neu_anlegen(PFAD, NEU); },
+        false, [](Dateiwerk& w) { return w.neu_anlegen(PFAD, NEU).nummer(); },
         [](Werkprobe& p, std::optional<Fehlercode> ergebnis) {
             const std::string inhalt = p.inhalt();
             EXPECT_TRUE(inhalt == "<fehlt>" || inhalt == NEU) << inhalt;
             EXPECT_TRUE(!ergebnis || (*ergebnis == 0) == (inhalt == NEU));
         });
     Werkprobe p;
-    EXPECT_EQ(p.werk.neu_anlegen(PFAD, NEU), FEHLER_EXISTIERT);
+    EXPECT_EQ(p.werk.neu_anlegen(PFAD, NEU).nummer(), FEHLER_EXISTIERT);
     EXPECT_EQ(p.inhalt(), ALT);
     EXPECT_EQ(p.dateien(), 1u);
 }
@@ -109,15 +109,36 @@ TEST(GanzeDatei, RechteBleiben) {
     Werkprobe p;
     p.fs.platte().finde(PFAD)->info.mode = 0664;
     p.fs.platte().finde(PFAD)->info.group = 1000;
-    ASSERT_EQ(p.werk.ersetzen(PFAD, NEU), 0);
+    ASSERT_TRUE(p.werk.ersetzen(PFAD, NEU));
     EXPECT_EQ(p.fs.platte().finde(PFAD)->info.mode, 0664u);
     EXPECT_EQ(p.fs.platte().finde(PFAD)->info.group, 1000u);
+}
+
+// The owner of before, whom the rename takes his file from, writes through the folder's rights.
+TEST(GanzeDatei, EinFremderNimmtNiemandemDieRechte) {
+    struct Fall {
+        unsigned ordner, mode, group; // of the folder's group 50; of the file behind it, which was 0644
+    };
+    for (const Fall& f : {Fall{0775, 0664, 50}, Fall{0777, 0666, 50}, Fall{0757, 0646, 1000}}) {
+        Werkprobe p;
+        auto& ordner = p.fs.platte().finde(u"/d")->info;
+        ordner.mode = f.ordner;
+        ordner.group = 50;
+        auto& alt = p.fs.platte().finde(PFAD)->info;
+        alt.owner = alt.group = 1000;
+        const auto neu = p.werk.ersetzen(PFAD, NEU);
+        ASSERT_TRUE(neu);
+        EXPECT_EQ(neu->mode, f.mode) << f.ordner;
+        EXPECT_EQ(neu->group, f.group) << f.ordner;
+        EXPECT_EQ(neu->time, p.fs.platte().finde(PFAD)->info.time);
+        EXPECT_EQ(neu->size, NEU.size());
+    }
 }
 
 TEST(GanzeDatei, WennUmbenennenNieGelingt) {
     Werkprobe p;
     p.fs.störe({.aufruf = "rename", .nummer = 70, .dauernd = true});
-    EXPECT_EQ(p.werk.ersetzen(PFAD, NEU), 0) << "written in place behind the whole sibling";
+    EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU)) << "written in place behind the whole sibling";
     EXPECT_EQ(p.inhalt(), NEU);
     EXPECT_EQ(p.dateien(), 1u);
     EXPECT_GT(p.uhr.geschlafen(), 0.5);
@@ -126,13 +147,20 @@ TEST(GanzeDatei, WennUmbenennenNieGelingt) {
     Werkprobe q;
     q.fs.störe({.aufruf = "rename", .nummer = 70, .dauernd = true});
     q.fs.störe({.aufruf = "write", .maske = u"Datei.dat", .wirkung = Wirkung::Kurz_und_Fehler, .bytes = 4});
-    EXPECT_NE(q.werk.ersetzen(PFAD, NEU), 0);
-    EXPECT_EQ(q.fs.inhalt(u"/d/.Datei.dat.PLATZ1-4711.neu"), NEU);
+    EXPECT_FALSE(q.werk.ersetzen(PFAD, NEU));
+    const Text kopie = u"/d/.Datei.dat.PLATZ1-4711-1.neu";
+    EXPECT_EQ(q.fs.inhalt(kopie), NEU);
+    // Nor does the next try, or a later process of the same number, touch it.
+    q.fs.störe_nicht();
+    q.fs.platte().frei = 5;
+    EXPECT_FALSE(q.werk.ersetzen(PFAD, ALT + NEU));
+    EXPECT_FALSE(Dateiwerk(q.fs, q.uhr, u"PLATZ1-4711").ersetzen(PFAD, ALT + NEU));
+    EXPECT_EQ(q.fs.inhalt(kopie), NEU);
 
     // A full disk is no reason to touch the old file.
     Werkprobe voll;
     voll.fs.platte().frei = 5;
-    EXPECT_EQ(voll.werk.ersetzen(PFAD, NEU), FEHLER_VOLL);
+    EXPECT_EQ(voll.werk.ersetzen(PFAD, NEU).nummer(), FEHLER_VOLL);
     EXPECT_EQ(voll.inhalt(), ALT);
     EXPECT_EQ(voll.dateien(), 1u);
 }

@@ -62,7 +62,7 @@ struct Firma {
         k.ändern() = konfig;
         k.Konfigdaten_schreiben();
         const auto schreibe = [&](const Text& name, const std::vector<Text>& zeilen) {
-            if (const Fehlercode f = werk.ersetzen(datenpfad + name, als_Datei(zeilen)))
+            if (const Fehlercode f = werk.ersetzen(datenpfad + name, als_Datei(zeilen)).nummer())
                 throw Laufzeitfehler(f, name);
         };
         std::vector<Text> ma{u"[Mitarbeiterdaten]", u"", u"2025"};

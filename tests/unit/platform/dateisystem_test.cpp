@@ -15,9 +15,16 @@ class Ohne_Umbenennen : public PosixFileSystem {
 protected:
     int rename_exclusively(const std::string&, const std::string&) override { return EINVAL; }
 };
-class Nur_Kopie : public Ohne_Umbenennen {
+class Nur_Anspruch : public Ohne_Umbenennen {
 protected:
     int link_exclusively(const std::string&, const std::string&) override { return EOPNOTSUPP; }
+    void claim_pause() override {
+        if (++pausen == 3 && beim_Warten) beim_Warten();
+    }
+
+public:
+    int pausen = 0;
+    std::function<void()> beim_Warten;
 };
 
 struct Art {
@@ -61,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(
     Alle, Dateisystem,
     testing::Values(Art{"Posix", [] { return std::make_unique<PosixFileSystem>(); }},
                     Art{"OhneUmbenennen", [] { return std::make_unique<Ohne_Umbenennen>(); }},
-                    Art{"NurKopie", [] { return std::make_unique<Nur_Kopie>(); }},
+                    Art{"NurAnspruch", [] { return std::make_unique<Nur_Anspruch>(); }},
                     Art{"Speicher", [] { return std::make_unique<SpeicherDateisystem>(); }}),
     [](const auto& art) { return art.param.name; });
 
@@ -185,6 +192,25 @@ TEST_P(Dateisystem, Stempel_aendern_sich_mit_dem_Inhalt) {
     EXPECT_TRUE(Datei_vorhanden(*fs, basis + u"a"));
     EXPECT_FALSE(Datei_vorhanden(*fs, basis)) << "a folder is no file";
     EXPECT_TRUE(Ordner_vorhanden(*fs, basis));
+}
+
+// Somebody else has claimed the name: he takes it, gives it up, or died over it.
+TEST(Namensanspruch, Eines_anderen) {
+    for (const std::string_view was : {"taken", "given up", "dead"}) {
+        const TempOrdner ordner;
+        Nur_Anspruch fs;
+        ordner.schreibe(u".neu", "mein");
+        ordner.schreibe(u".a.dat.0.claim", "");
+        fs.beim_Warten = [&] {
+            if (was == "taken") ordner.schreibe(u"a.dat", "sein");
+            if (was != "dead") std::filesystem::remove(ordner.ordner() / ".a.dat.0.claim");
+        };
+        const bool gelingt = was != "taken";
+        EXPECT_EQ(fs.rename_new(ordner.pfad(u".neu"), ordner.pfad(u"a.dat")), gelingt ? 0 : 58) << was;
+        EXPECT_EQ(ordner.lies(u"a.dat"), gelingt ? "mein" : "sein") << was;
+        EXPECT_EQ(fs.list(ordner.pfad())->size(), gelingt ? 1u : 2u) << was << ": no claim is left";
+        EXPECT_EQ(fs.pausen > 100, was == "dead") << was;
+    }
 }
 
 } // namespace
