@@ -1,7 +1,8 @@
 #include "files/feiertagsdatei.h"
 
-#include "files/konfigdaten.h"
 #include "files/ordner.h"
+#include "files/stammdatei.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
 
@@ -65,18 +66,23 @@ Vorlage konvertiert(Stammdatei& datei, Dateikanal& kanal, const Arbeitsplatz& pl
     return vorlage;
 }
 
+std::pair<Vorlage, Text> Regeldatei_lesen(Dateikanal& kanal, const Arbeitsplatz& platz) {
+    Stammdatei datei(kanal, platz.Datenpfad, Text(DATEINAME));
+    datei.Kopf(u"Feiertage");
+    Text reserve = datei.Zeile();
+    Vorlage neu{datei.Zeile(), {}};
+    if (zeichen(neu.Land, 2) == u':')
+        neu = konvertiert(datei, kanal, platz);
+    else
+        Regeln_anfügen(datei, neu.Regeln);
+    return {std::move(neu), std::move(reserve)};
+}
+
 } // namespace
 
 void Feiertagsdatei::Feiertage_lesen() {
     als_Prozedur(u"modKalvora - Feiertage_lesen", [&] {
-        Stammdatei datei(kanal_, platz_.Datenpfad, Text(DATEINAME));
-        datei.Kopf(u"Feiertage");
-        Text reserve = datei.Zeile();
-        Vorlage neu{datei.Zeile(), {}};
-        if (zeichen(neu.Land, 2) == u':')
-            neu = konvertiert(datei, kanal_, platz_);
-        else
-            Regeln_anfügen(datei, neu.Regeln);
+        auto [neu, reserve] = zweite_Lesung(kanal_.app(), [&] { return Regeldatei_lesen(kanal_, platz_); });
         Feiertage berechnet = kalvora::Feiertage_berechnen(platz_.Startjahr, neu.Regeln);
         reserve_ = std::move(reserve);
         land_ = std::move(neu.Land);
@@ -113,10 +119,21 @@ void Feiertagsdatei::KalvoraFeiertageDat_lesen(TextView code) {
 
 namespace {
 
+constexpr Farbe FERIENFARBE_STANDARD = 0xD8F0D8;
+
 struct Ferien {
     Feld<Text> Monate;
     Farbe farbe = 0;
 };
+
+// A whole number outside the colours, such as the negative ones that stand for a colour of somebody's
+// desktop, must not come out as a chance colour, least of all as black behind black letters.
+std::optional<Farbe> Farbe_aus_Zahl(TextView zahl) {
+    const TextView betrag = zahl.starts_with(u'-') ? zahl.substr(1) : zahl;
+    if (!nur_Ziffern(betrag)) return std::nullopt;
+    const long wert = betrag.size() <= 8 ? Val(zahl) : -1;
+    return wert >= 0 && wert <= 0xFFFFFF ? static_cast<Farbe>(wert) : FERIENFARBE_STANDARD;
+}
 
 // Nothing for whatever is not exactly as it should be.
 std::optional<Ferien> Ferien_lesen(Dateikanal& kanal, const Text& pfad) {
@@ -124,9 +141,9 @@ std::optional<Ferien> Ferien_lesen(Dateikanal& kanal, const Text& pfad) {
     Ferien ferien;
     if (kanal.LineIn() != u"[Ferientage]") return std::nullopt;
     kanal.LineIn();
-    const Text farbe(trimmen(kanal.LineIn()));
-    if (!nur_Ziffern(farbe)) return std::nullopt;
-    ferien.farbe = static_cast<Farbe>(Val(farbe) & 0xFFFFFF);
+    const auto farbe = Farbe_aus_Zahl(trimmen(kanal.LineIn()));
+    if (!farbe) return std::nullopt;
+    ferien.farbe = *farbe;
     kanal.LineIn();
     kanal.LineIn();
     while (!kanal.Dateiende()) {

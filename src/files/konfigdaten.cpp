@@ -4,6 +4,8 @@
 #include <array>
 
 #include "files/ordner.h"
+#include "files/stammdatei.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
 
@@ -12,7 +14,6 @@ namespace {
 constexpr TextView DATEINAME = u"Konfigdaten.dat";
 constexpr TextView OHNE = u"NoAdmins", OFFENE_LISTE = u"*:*", NICHTS_VERBORGEN = u"void";
 constexpr int FRANKREICH = 2;
-constexpr int BEOBACHTUNGSTAGE = 3;
 constexpr int LISTE_HÖCHSTENS = 250; // characters of names in a message
 
 bool ist_Wochenende(TextView text) {
@@ -54,6 +55,12 @@ int Satz_zu_Setting(const Konfiguration& k, int n, TextView art = {}) {
     return buchstabe == u'#' ? 0 : k.Schaltflächen_Nummer(buchstabe, art);
 }
 
+// A month as alphabet digit at a settings position; what is no month counts as `sonst`.
+int Monat_zu_Setting(const Konfiguration& k, int n, int sonst) {
+    const int wert = HexDec(zeichen(k.settings.werte(), n));
+    return wert >= 1 && wert <= 12 ? wert : sonst;
+}
+
 void Verbergen_ableiten(Konfiguration& k) {
     const bool je_Satz = k.SF_Verbergen_Zeile != NICHTS_VERBORGEN;
     for (int n = 1; n <= k.U(); ++n)
@@ -73,8 +80,8 @@ void Werte_ableiten(Konfiguration& k, TextView Benutzername) {
     k.SF_Sonderurlaub2 = Satz_zu_Setting(k, 36, u"RTT");
     k.SF_Halbsonderurlaub2 = Satz_zu_Setting(k, 37, u"RTT");
     Verbergen_ableiten(k);
-    k.Urlaubsjahr_Monat = HexDec(zeichen(k.settings.werte(), 31));
-    k.Resturlaub_Monat = HexDec(zeichen(k.settings.werte(), 38));
+    k.Urlaubsjahr_Monat = Monat_zu_Setting(k, 31, 1);
+    k.Resturlaub_Monat = Monat_zu_Setting(k, 38, 0);
     const int breite = HexDec(zeichen(k.settings.werte(), 48));
     k.SF_Breite = breite > 0 ? (breite - 1) * 30 + 1800 : 0;
 }
@@ -135,6 +142,16 @@ void Administratoren_lesen(Stammdatei& datei, Konfiguration& k) {
         if (liste->leer()) liste->anfügen(Text(OHNE));
 }
 
+std::pair<Konfiguration, Zeitstempel> Konfigdatei_lesen(Dateikanal& kanal, const Text& ordner) {
+    Stammdatei datei(kanal, ordner, Text(DATEINAME));
+    Konfiguration k;
+    Kopfteil_lesen(datei, k);
+    Farben_lesen(datei, k);
+    Schaltflächen_lesen(datei, k);
+    Administratoren_lesen(datei, k);
+    return {std::move(k), datei.Zeit()};
+}
+
 // ------------------------------------------------------------------ writing
 
 void ausgeben(Dateikanal& kanal, const Konfiguration& k) {
@@ -157,74 +174,6 @@ void ausgeben(Dateikanal& kanal, const Konfiguration& k) {
 }
 
 } // namespace
-
-// ------------------------------------------------------------------ Stammdatei
-
-Stammdatei::Stammdatei(Dateikanal& kanal, const Text& ordner, const Text& name, TextView modul)
-    : pfad_(Datei_finden(kanal.fs(), ordner, name)), modul_(modul) {
-    const auto info = kanal.fs().info(pfad_);
-    if (!info && info.nummer() == FEHLER_NICHT_GEFUNDEN)
-        Dateifehler(modul_.empty() ? 1 : 3, pfad_, {}, modul_);
-    try {
-        einlesen(kanal);
-    } catch (const Dateischaden& leer) {
-        schaden(leer.text());
-    }
-}
-
-void Stammdatei::einlesen(Dateikanal& kanal) {
-    kanal.Datei_öffnen(pfad_, Dateimodus::Input);
-    offen_ = kanal.letzte_Zeile_offen();
-    zeit_ = kanal.Stand().time;
-    try {
-        while (!kanal.Dateiende())
-            zeilen_.push_back(kanal.LineIn());
-    } catch (const Laufzeitfehler&) {
-        gelesen_ = static_cast<size_t>(kanal.Zeilennummer());
-        kanal.Datei_schließen();
-        fehlerhaft();
-    }
-    kanal.Datei_schließen();
-    if (offen_ && !zeilen_.empty()) zeilen_.pop_back();
-}
-
-void Stammdatei::schaden(const Text& text) const {
-    if (modul_.empty()) throw Dateischaden(text, pfad_);
-    throw Programmabbruch(modul_,
-                          text + u" Installieren Sie das Programm erneut, um dieses Problem zu beheben");
-}
-
-void Stammdatei::fehlerhaft() const {
-    schaden(u"Zeile " + ziffern(static_cast<long>(gelesen_)) + u" der Datei " + Pfad_kürzen(pfad_, 100) +
-            u" ist fehlerhaft.");
-}
-
-void Stammdatei::unvollständig() const {
-    schaden(u"Die Datei " + Pfad_kürzen(pfad_, 100) + u" ist unvollständig.");
-}
-
-Text Stammdatei::Zeile() {
-    if (gelesen_ >= zeilen_.size()) unvollständig();
-    return zeilen_[gelesen_++];
-}
-
-TextView Stammdatei::nächste() const {
-    return gelesen_ < zeilen_.size() ? TextView(zeilen_[gelesen_]) : TextView();
-}
-
-void Stammdatei::Kopf(TextView anfang, TextView wort) {
-    const Text zeile = Zeile();
-    if (anfang.ends_with(u']') ? zeile == anfang : zeile.starts_with(anfang)) return;
-    Dateifehler(modul_.empty() ? 2 : 4, pfad_, wort, modul_);
-}
-
-bool Stand_geändert(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& pfad, Zeitstempel bekannt,
-                    bool beobachten) {
-    if (beobachten && platz.Heute - kanal.werk().uhr().day_of(bekannt) > BEOBACHTUNGSTAGE) return false;
-    const auto stand = kanal.werk().stand(pfad);
-    if (!stand) return !beobachten;
-    return stand->time != bekannt;
-}
 
 // ------------------------------------------------------------------ Konfiguration
 
@@ -268,14 +217,10 @@ Text Konfiguration::Administratorenliste(bool auch_Privilegierte) const {
 
 void Konfigdaten::Konfigdaten_lesen() {
     als_Prozedur(u"modKalvora - Konfigdaten_lesen", [&] {
-        Stammdatei datei(kanal_, platz_.Datenpfad, Text(DATEINAME));
-        Konfiguration neu;
-        Kopfteil_lesen(datei, neu);
-        Farben_lesen(datei, neu);
-        Schaltflächen_lesen(datei, neu);
-        Administratoren_lesen(datei, neu);
+        auto [neu, zeit] =
+            zweite_Lesung(kanal_.app(), [&] { return Konfigdatei_lesen(kanal_, platz_.Datenpfad); });
         werte_ = std::move(neu);
-        zeit_ = datei.Zeit();
+        zeit_ = zeit;
         ableiten();
     });
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "files/ordner.h"
+#include "files/stammdatei.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
 
@@ -120,7 +122,9 @@ Text Mitarbeiter_als_Zeile(const Mitarbeiter& m, bool lang, char16_t trennzeiche
     return zeile + u":" + m.MA_Name + u":" + m.MA_BenId;
 }
 
-Mitarbeiterliste Mitarbeiterdatei_lesen(Dateikanal& kanal, const Arbeitsplatz& platz) {
+namespace {
+
+Mitarbeiterliste einmal_lesen(Dateikanal& kanal, const Arbeitsplatz& platz) {
     Stammdatei datei(kanal, platz.Datenpfad, Text(DATEINAME));
     Mitarbeiterliste liste;
     datei.Kopf(u"Mitarbeiterdaten");
@@ -134,6 +138,12 @@ Mitarbeiterliste Mitarbeiterdatei_lesen(Dateikanal& kanal, const Arbeitsplatz& p
     }
     if (liste.MA.leer()) liste.MA.anfügen({Text(OHNE_NAMEN), {}, {}, {}, {}, {}});
     return liste;
+}
+
+} // namespace
+
+Mitarbeiterliste Mitarbeiterdatei_lesen(Dateikanal& kanal, const Arbeitsplatz& platz) {
+    return zweite_Lesung(kanal.app(), [&] { return einmal_lesen(kanal, platz); });
 }
 
 // ------------------------------------------------------------------ Mitarbeiterdaten

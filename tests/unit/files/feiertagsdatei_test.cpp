@@ -204,6 +204,18 @@ TEST(Ferientage, TageDesMonats) {
     EXPECT_FALSE(p.ferien.Ferientag(31));
     p.ferien.Ferienindex_setzen(u"", false);
     EXPECT_EQ(p.ferien.Ferienindex(), 0);
+    for (const auto& [zahl, farbe] : std::vector<std::pair<Text, Farbe>>{{u"0", 0u},
+                                                                         {u"16777215", 0xFFFFFFu},
+                                                                         {u"16777216", 0xD8F0D8u},
+                                                                         {u"-2147483633", 0xD8F0D8u},
+                                                                         {Text(30, u'9'), 0xD8F0D8u}}) {
+        auto zeilen = p.datei();
+        zeilen[2] = zahl;
+        p.lege(p.pfad, zeilen);
+        p.lies();
+        EXPECT_EQ(p.ferien.Ferienfarbe(), farbe) << zu_utf8(zahl);
+        EXPECT_TRUE(p.ferien.Ferientag(1));
+    }
 }
 
 TEST(Ferientage, JederFehlerHeißtKeineFerien) {

@@ -251,6 +251,47 @@ TEST(Konfigdaten, Verwüstet) {
         });
 }
 
+// Somebody's rewrite in the middle is no damage, and the message of a real one still knows the file.
+TEST(Konfigdaten, SchadenGiltErstBeimZweitenLesen) {
+    Konfigprobe p;
+    p.lege_Standard();
+    const std::string ganz = *p.fs.inhalt(p.pfad);
+    for (const std::string& bytes : {ganz.substr(0, 100), std::string("\r\n"), std::string()}) {
+        int pausen = 0;
+        p.fenster.beim_Warten = [&] {
+            ++pausen;
+            p.fs.schreibe(p.pfad, ganz);
+        };
+        if (bytes.empty())
+            p.fs.platte().entferne(p.pfad);
+        else
+            p.fs.schreibe(p.pfad, bytes);
+        EXPECT_NO_THROW(p.konfig.Konfigdaten_lesen()) << bytes.size();
+        EXPECT_EQ(pausen, 1) << bytes.size();
+        EXPECT_EQ(p.kanal.Letzte_Datei(), u"");
+    }
+    p.fenster.beim_Warten = nullptr;
+    p.fs.schreibe(p.pfad, ganz.substr(0, 100));
+    EXPECT_THROW(p.konfig.Konfigdaten_lesen(), Dateischaden);
+    EXPECT_EQ(p.kanal.Letzte_Datei(), p.pfad) << "it was being judged";
+    p.fs.schreibe(p.pfad, "");
+    EXPECT_THROW(p.konfig.Konfigdaten_lesen(), Dateischaden);
+    EXPECT_EQ(p.fenster.hinweise.size(), 1u) << "an empty file has been looked at twice already";
+}
+
+TEST(Konfigdaten, MonateAußerhalbDesJahres) {
+    for (const auto& [ziffer, urlaubsjahr, resturlaub] :
+         {std::tuple{u'C', 12, 12}, {u'D', 1, 0}, {u'Q', 1, 0}, {u'#', 1, 0}}) {
+        Konfigprobe p;
+        Text settings(Settings::STANDARD);
+        settings[30] = settings[37] = ziffer;
+        p.lege_Standard({{8, settings}});
+        ASSERT_EQ(p.lies(), u"");
+        EXPECT_EQ(p.werte().Urlaubsjahr_Monat, urlaubsjahr);
+        EXPECT_EQ(p.werte().Resturlaub_Monat, resturlaub);
+    }
+}
+
 TEST(Konfigdaten, OrdnerAnStelleDerDatei) {
     Konfigprobe p;
     p.fs.platte().mache_ordner(p.pfad);
