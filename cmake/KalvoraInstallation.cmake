@@ -1,5 +1,6 @@
 # Programs and delivered data stand in one folder (the programs look beside themselves), with
-# links from <prefix>/bin.
+# links from <prefix>/bin. The tools stay in the build tree: the scrambling keeps the curious out,
+# and kalvora-klartext on every workstation would let them in.
 
 set(ordner "lib/kalvora")
 

@@ -5,6 +5,9 @@
 
 #include "files/mitarbeiterdaten.h"
 #include "files/ordner.h"
+#include "files/stammdatei.h"
+#include "files/versionsname.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
 
@@ -83,11 +86,14 @@ void Setup::Inst_Konfigdaten_schreiben() {
 }
 
 void Setup::Inst_Konfigdaten_modifizieren() {
-    Stammdatei datei(kanal_, platz_.Datenpfad, u"Konfigdaten.dat");
-    datei.Kopf(u"Kalvora");
-    std::vector<Text> zeilen{u"[Kalvora]", datei.Zeile(), datei.Zeile()};
-    while (!datei.Ende())
-        zeilen.push_back(datei.Zeile());
+    std::vector<Text> zeilen = zweite_Lesung(kanal_.app(), [&] {
+        Stammdatei datei(kanal_, platz_.Datenpfad, u"Konfigdaten.dat");
+        datei.Kopf(u"Kalvora");
+        std::vector<Text> alle{u"[Kalvora]", datei.Zeile(), datei.Zeile()};
+        while (!datei.Ende())
+            alle.push_back(datei.Zeile());
+        return alle;
+    });
     reserve_ = zeilen[1];
     if (zeilen[2] == PROGRAMMVERSION) return;
     zeilen[2] = PROGRAMMVERSION;
@@ -121,7 +127,9 @@ void Setup::Inst_Erfassungsdateien_anlegen() {
     for (int jahr = platz_.Startjahr; jahr < platz_.Startjahr + JAHRE; ++jahr)
         for (int monat = 1; monat <= 12; ++monat) {
             const Text yymm = ziffern(jahr % 100, 2) + ziffern(monat, 2);
-            const auto desMonats = [&](const Text& name) { return name.starts_with(yymm); };
+            const auto desMonats = [&](const Text& name) {
+                return name.starts_with(yymm) && ist_Versionsname(name);
+            };
             if (std::any_of(da.begin(), da.end(), desMonats)) continue;
             neue_Datei(yymm + u" " + platz_.Heute_S + u" Data.dat",
                        {u"[" + yymm + u"]", reserve_, u"NoEx:NoEx"});

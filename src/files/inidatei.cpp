@@ -1,6 +1,7 @@
 #include "files/inidatei.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "base/cp1252.h"
 #include "files/ordner.h"
@@ -13,7 +14,9 @@ constexpr TextView OHNE = u"void";
 constexpr int TASUM_LÄNGE = 24;
 constexpr int KLEINSTER_WERT = -120;
 constexpr int NAMENSBREITE_AB = 285, NAMENSBREITE_BIS = 1200;
-constexpr std::int64_t GESPERRT = -1;
+constexpr std::int64_t GESPERRT = -1;  // for the rest of this run
+constexpr std::int64_t UNGELESEN = -2; // until a read succeeds: defaults must not replace what stands there
+constexpr size_t ZAHL_LÄNGE = 11;      // of the smallest 32-bit number
 
 // Leaves the reading of a file that is not as it should be; caught in this file alone.
 struct Abweichung {
@@ -34,12 +37,13 @@ public:
     void Kopf(TextView kopf) {
         if (Zeile() != kopf) throw Abweichung{};
     }
-    std::int32_t Zahl(size_t höchstens = 9) {
+    std::int32_t Zahl(size_t höchstens = ZAHL_LÄNGE) {
         const Text zeile = Zeile();
         const TextView text = trimmen(zeile);
         const TextView betrag = text.starts_with(u'-') ? text.substr(1) : text;
         if (text.size() > höchstens || !nur_Ziffern(betrag)) throw Abweichung{};
-        return static_cast<std::int32_t>(Val(text));
+        using Grenzen = std::numeric_limits<std::int32_t>;
+        return static_cast<std::int32_t>(std::clamp<long>(Val(text), Grenzen::min(), Grenzen::max()));
     }
     void Farbe() {
         if (!Farbe_aus_Hex(Zeile())) throw Abweichung{};
@@ -193,6 +197,7 @@ void Inidatei::Inidatei_lesen(int Gruppen) {
     const Text pfad = gültige_Datei();
     if (pfad.empty()) return;
     if (!kanal_.Datei_öffnen(pfad, Dateimodus::Input, Fehlerweg::IgnoreErrors)) {
+        if (summe_ != GESPERRT) summe_ = UNGELESEN;
         log_.Logbuch_ergänzen(2, u"Fehler beim Öffnen der Datei " + platz_.Inidateiname);
         return;
     }
@@ -229,7 +234,7 @@ bool Inidatei::schreiben_nach(const Text& ordner) {
 void Inidatei::Inidatei_schreiben() {
     constexpr int MINIMIERT = 1;
     const std::int64_t summe = Summe(wahl_);
-    if (wahl_.Fensterdaten_(fenster::ZUSTAND) == MINIMIERT || summe_ == GESPERRT || summe == summe_) return;
+    if (wahl_.Fensterdaten_(fenster::ZUSTAND) == MINIMIERT || summe_ < 0 || summe == summe_) return;
     if (schreiben_nach(platz_.Inipfad))
         Datei_löschen(kanal_.fs(), Datei_finden(kanal_.fs(), platz_.Temppfad, platz_.Inidateiname));
     else if (!schreiben_nach(platz_.Temppfad)) {

@@ -74,7 +74,9 @@ void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz) {
     als_Prozedur(u"modKalvora - Kalvoradat_lesen", [&] {
         for (const Text& ordner : {platz.Systempfad, platz.Programmpfad}) {
             const Text pfad = Datei_finden(kanal.fs(), ordner, u"Kalvora.dat");
-            if (!kanal.fs().info(pfad)) continue;
+            // Only a file that is not there means a new installation; any other fault the open will tell.
+            const int fehlt = kanal.fs().info(pfad).nummer();
+            if (fehlt == FEHLER_NICHT_GEFUNDEN || fehlt == FEHLER_ORDNER) continue;
             Pfade gelesen = auswerten(kanal, pfad);
             platz.Datenpfad = std::move(gelesen.daten);
             platz.Logpfad = std::move(gelesen.log);

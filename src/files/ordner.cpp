@@ -110,13 +110,14 @@ void Datei_löschen(FileSystem& fs, const Text& pfad, const Text& temppfad) {
         fs.remove(pfad);
         return;
     }
-    if (!temppfad.empty() && fs.current_folder().starts_with(pfad)) fs.change_folder(temppfad);
+    if (!temppfad.empty() && fs.current_folder().starts_with(als_Ordner(pfad))) fs.change_folder(temppfad);
     fs.remove_folder(pfad);
 }
 
-void Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske) {
+bool Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske) {
     for (const Text& name : Dateien(fs, als_Ordner(ordner), maske, true))
         Datei_löschen(fs, als_Ordner(ordner) + name);
+    return !Datei_passend_vorhanden(fs, als_Ordner(ordner), maske);
 }
 
 } // namespace kalvora

@@ -30,6 +30,7 @@ void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge = 100); // Pro
 // Errors are ignored: what cannot be deleted stays. A folder must be empty; the current folder leaves it
 // first.
 void Datei_löschen(FileSystem& fs, const Text& pfad, const Text& temppfad = {});
-void Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske);
+// True when no file of the mask is left; a folder that is not there has none.
+bool Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske);
 
 } // namespace kalvora

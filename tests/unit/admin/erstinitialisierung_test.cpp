@@ -72,11 +72,13 @@ TEST(Erstinitialisierung, BestehendesBleibt) {
     p.lege(p.daten(u"Konfigdaten.dat"), alt);
     p.lege(p.daten(u"MITARBEITERDATEN.DAT"), {u"[Mitarbeiterdaten]", u"", u"2024", u">Büro"});
     p.lege(p.daten(u"2403 240301 Data.dat"), {u"[2403]", u"", u"Sa:NoEx"});
+    p.lege(p.daten(u"2405 Kopie Data.dat"), {u"[2405]", u"", u"Sa:NoEx"}); // no version of the month
     p.setup.Erstinitialisierung();
     EXPECT_EQ(p.zeilen(p.daten(u"Konfigdaten.dat")), erwartet) << "only the version line is new";
     EXPECT_EQ(p.platz.Startjahr, 2024) << "the years of the data that are there";
     EXPECT_FALSE(p.fs.gibt_es(p.daten(u"Mitarbeiterdaten.dat")));
-    EXPECT_EQ(p.monatsdateien().size(), 36u);
+    EXPECT_EQ(p.monatsdateien().size(), 37u);
+    EXPECT_TRUE(p.fs.gibt_es(p.daten(u"2405 261116 Data.dat")));
     EXPECT_EQ(p.zeilen(p.daten(u"2403 240301 Data.dat")).back(), u"Sa:NoEx");
     EXPECT_EQ(p.zeilen(p.daten(u"2404 261116 Data.dat"))[1], u"Reserve")
         << "taken over from the configuration";

@@ -1,5 +1,7 @@
 #include "files/inidatei.h"
 
+#include <limits>
+
 #include "unit/files/pruefplatz.h"
 
 namespace kalvora {
@@ -129,12 +131,16 @@ TEST(Inidatei, GrenzenBeimLesen) {
     Iniprobe p;
     p.f()(fenster::LINKS) = -121;
     p.f()(fenster::OBEN) = -120;
+    p.f()(5) = std::numeric_limits<std::int32_t>::min();
+    p.f()(6) = std::numeric_limits<std::int32_t>::max();
     p.f()(fenster::NAMENSBREITE) = 5000;
     p.f()(fenster::TAGESSUMMEN) = 1;
     p.ini.Inidatei_schreiben();
     p.ini.Inidatei_lesen();
     EXPECT_EQ(p.f()(fenster::LINKS), 0);
     EXPECT_EQ(p.f()(fenster::OBEN), -120);
+    EXPECT_EQ(p.f()(5), 0);
+    EXPECT_EQ(p.f()(6), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(p.f()(fenster::NAMENSBREITE), 1200);
     EXPECT_EQ(p.f()(fenster::TAGESSUMMEN), 1);
     p.f()(22) = 12; // no digit: only this value is lost, not the whole file
@@ -171,6 +177,14 @@ TEST(Inidatei, AusweichordnerUndSpätererStempel) {
     p.ini.Inidatei_lesen();
     EXPECT_EQ(p.f()(fenster::LINKS), 0) << "unreadable: defaults";
     p.fs.störe_nicht();
+    p.f()(fenster::LINKS) = 5;
+    p.ini.Inidatei_schreiben();
+    p.ini.Inidatei_lesen();
+    EXPECT_EQ(p.f()(fenster::LINKS), 3) << "they do not replace what could not be read";
+    p.f()(fenster::LINKS) = 6;
+    p.ini.Inidatei_schreiben();
+    p.ini.Inidatei_lesen();
+    EXPECT_EQ(p.f()(fenster::LINKS), 6);
     const Text text = u"Fehler beim Öffnen der Datei Kalvora_Muster.ini";
     EXPECT_EQ(p.logtexte(), (std::vector<Text>{text, text}));
     EXPECT_TRUE(p.fs.gibt_es(p.hier)) << "what cannot be opened is not deleted";
@@ -184,7 +198,7 @@ TEST(Inidatei, SchadenKostetNurDieAnzeige) {
     const std::pair<size_t, std::string> fälle[] = {{1, "[Anders]"},
                                                     {2, "x"},
                                                     {2, ""},
-                                                    {5, "12345678901"},
+                                                    {5, "123456789012"},
                                                     {24, "&HFFFFF"},
                                                     {26, "weiss"},
                                                     {34, "a"},

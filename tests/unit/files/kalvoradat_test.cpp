@@ -68,6 +68,10 @@ TEST(Kalvoradat, Schäden) {
         EXPECT_NE(p.lies(), u"") << n;
         EXPECT_EQ(p.platz.Logpfad, u"/srv/x/Data/Logs/") << n;
     }
+    // A file that cannot be reached is no new installation.
+    p.fs.schreibe(p.pfad, ganz);
+    p.fs.störe({.aufruf = "", .maske = u"Kalvora.dat", .nummer = 52, .dauernd = true});
+    EXPECT_THROW(Kalvoradat_lesen(p.kanal, p.platz), Zugriffsabbruch);
 }
 
 TEST(Kalvoradat, ZurückZumFrüherenOrdner) {
