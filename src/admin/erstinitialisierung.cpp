@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 
 #include "files/mitarbeiterdaten.h"
 #include "files/ordner.h"
@@ -86,20 +87,20 @@ void Setup::Inst_Konfigdaten_schreiben() {
 }
 
 void Setup::Inst_Konfigdaten_modifizieren() {
-    std::vector<Text> zeilen = zweite_Lesung(kanal_.app(), [&] {
+    const auto [gelesen, pfad, zeit] = zweite_Lesung(kanal_.app(), [&] {
         Stammdatei datei(kanal_, platz_.Datenpfad, u"Konfigdaten.dat");
         datei.Kopf(u"Kalvora");
         std::vector<Text> alle{u"[Kalvora]", datei.Zeile(), datei.Zeile()};
         while (!datei.Ende())
             alle.push_back(datei.Zeile());
-        return alle;
+        return std::tuple(std::move(alle), datei.Pfad(), datei.Zeit());
     });
-    reserve_ = zeilen[1];
-    if (zeilen[2] == PROGRAMMVERSION) return;
-    zeilen[2] = PROGRAMMVERSION;
+    reserve_ = gelesen[1];
+    // What an administrator has saved meanwhile counts more than the version line.
+    if (gelesen[2] == PROGRAMMVERSION || Stand_geändert(kanal_, platz_, pfad, zeit, false)) return;
     kanal_.Datei_öffnen(platz_.Datenpfad + u"Konfigdaten.dat", Dateimodus::Output);
-    for (const Text& zeile : zeilen)
-        kanal_.LineOut(zeile);
+    for (size_t n = 0; n < gelesen.size(); ++n)
+        kanal_.LineOut(n == 2 ? PROGRAMMVERSION : TextView(gelesen[n]));
     kanal_.Datei_schließen();
 }
 
