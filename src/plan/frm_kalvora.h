@@ -27,7 +27,8 @@ struct frmKalvora : Form {
     Table msgFlexTaSu{*this, u"msgFlexTaSu"};       // day sums
     Feld<std::unique_ptr<Button>> cmdAuswahl;       // (1..25)
     Button cmdBeenden{*this, u"cmdBeenden"};
-    FloatingBox picKommentar{*this, u"picKommentar"};
+    Label lblKommentar{*this, u"lblKommentar"};
+    FloatingBox picKommentar{*this, u"picKommentar", lblKommentar};
     Label lblStatus1{*this, u"lblStatus", 1}; // data folder
     Label lblStatus2{*this, u"lblStatus", 2}; // user and role
     Label lblStatus3{*this, u"lblStatus", 3}; // time of the last reload

@@ -94,6 +94,10 @@ TEST(Bilder, Viele_Gruende_laufen_um_ohne_sich_zu_ueberdecken) {
             EXPECT_FALSE(r.intersects(anderer)) << b;
         plätze.push_back(r);
     }
+    const auto* kommentar = t.fenster().findChild<QLabel*>(QStringLiteral("lblKommentar"));
+    EXPECT_TRUE(kommentar->isVisible());
+    EXPECT_EQ(kommentar->text(), QStringLiteral("Zahnarzt am Vormittag, danach im Büro"));
+    EXPECT_GE(kommentar->height(), kommentar->heightForWidth(kommentar->width())) << "the whole text is seen";
     sichern(t.fenster(), "gruende.png");
 }
 

@@ -92,7 +92,7 @@ TEST_F(Formulare, Fehlendes_und_fremdes_Widget_nennt_Fenster_und_Steuerelement) 
                                                             {&haupt, &haupt.cmbMitarbeitergruppen},
                                                             {&haupt, haupt.cmdAuswahl(8).get()},
                                                             {&haupt, &haupt.lblStatus2},
-                                                            {&haupt, &haupt.picKommentar},
+                                                            {&haupt, &haupt.lblKommentar},
                                                             {&start, &start.cmdAuswahl2}}};
     for (const auto& [form, c] : fremde) {
         auto fenster = Fenster_aus_Formular(form->name());

@@ -101,6 +101,7 @@ void Application::open_modal(Form& form) {
     try {
         const Verschachtelt nested(*this, form);
         open(form);
+        check_error(); // an event that came while it opened has failed: its loop would have nobody to end it
         windows_.run_modal(form);
     } catch (...) {
         close(form);

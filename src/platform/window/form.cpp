@@ -10,6 +10,12 @@ void Form::set_title(Text title) {
     if (view_) view_->title_changed();
 }
 
+void Form::set_font(Text font) {
+    if (font == font_) return;
+    font_ = std::move(font);
+    if (view_) view_->font_changed();
+}
+
 Control* Form::find(TextView name, int index) const {
     for (Control* control : controls_)
         if (control->index() == index && control->name() == name) return control;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "platform/window/controls.h"
 #include "platform/window/table.h"
 
 namespace kalvora {
@@ -29,6 +30,7 @@ public:
     virtual ~FormView() = default;
     virtual void control_changed(Control&, Aspect) = 0;
     virtual void title_changed() = 0;
+    virtual void font_changed() {}
     virtual void arrange() = 0; // sizes of tables and buttons may have changed
     virtual void paint_now() = 0;
     virtual bool row_visible(const Table&, int row) = 0;
@@ -50,6 +52,9 @@ public:
     const Text& name() const { return name_; }
     const Text& title() const { return title_; }
     void set_title(Text title);
+    // Family of the window's letters; empty, or one that the workstation does not have: its standard one.
+    const Text& font() const { return font_; }
+    void set_font(Text font);
     bool modal() const { return modal_; }
     void set_modal(bool modal) { modal_ = modal; }
     const Text& tag() const { return tag_; }
@@ -77,7 +82,7 @@ public:
 private:
     friend class Control;
     Application& app_;
-    Text name_, title_, tag_;
+    Text name_, title_, tag_, font_;
     bool modal_ = false;
     std::vector<Control*> controls_;
     FormView* view_ = nullptr;

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <map>
+#include <vector>
 
+#include "base/farbe.h"
 #include "platform/window/control.h"
 
 namespace kalvora {

@@ -194,10 +194,7 @@ public:
         : WidgetAdapter(control, window),
           table_(window.findChild<PlanAnsicht*>(QStringLiteral("msgFlexGrid"))) {}
     void show(Aspect) override {
-        if (control_.visible()) {
-            widget_.setText(qt(control_.text()));
-            widget_.place(anchor());
-        }
+        if (control_.visible()) widget_.place(anchor());
         widget_.setVisible(control_.visible());
     }
     void show_all() override { show(Aspect::State); }

@@ -225,17 +225,15 @@ bool Flussleiste::event(QEvent* event) {
 
 // --- Schwebefeld
 
-Schwebefeld::Schwebefeld(QWidget* parent) : QLabel(parent) {
-    setTextFormat(Qt::PlainText);
+Schwebefeld::Schwebefeld(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    setContentsMargins(9, 6, 9, 7);
-    setWordWrap(true);
     hide();
 }
 
 void Schwebefeld::place(const QRect& anchor) {
     constexpr int WIDEST = 360;
-    const int wide = fontMetrics().size(0, text()).width() + 20;
+    const auto* label = findChild<QLabel*>();
+    const int wide = label ? label->fontMetrics().size(0, label->text()).width() + 20 : 0;
     setFixedWidth(std::min(wide, WIDEST));
     setFixedHeight(heightForWidth(width()));
     const QRect room = parentWidget()->rect().adjusted(4, 4, -4, -4);
@@ -246,14 +244,12 @@ void Schwebefeld::place(const QRect& anchor) {
     raise();
 }
 
-void Schwebefeld::paintEvent(QPaintEvent* event) {
+void Schwebefeld::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(gemischt(farben::NOTIZ, farben::TEXT, 0.45));
     painter.setBrush(farben::NOTIZ);
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
-    painter.end();
-    QLabel::paintEvent(event);
 }
 
 // --- Startbild

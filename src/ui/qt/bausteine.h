@@ -84,8 +84,8 @@ private:
     int gap_ = 6;
 };
 
-// The floating box: a note over the window that lets the mouse through.
-class Schwebefeld : public QLabel {
+// The floating box: a note over the window that lets the mouse through. Its label stands in its layout.
+class Schwebefeld : public QWidget {
     Q_OBJECT
 public:
     explicit Schwebefeld(QWidget* parent = nullptr);

@@ -1,6 +1,7 @@
 #include "ui/qt/fenster_ansicht.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
@@ -19,6 +20,7 @@ FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window)
     join_columns();
     bind();
     title_changed();
+    font_changed();
     form_.set_view(this);
     attached_ = true;
     window_->installEventFilter(this);
@@ -88,6 +90,14 @@ void FensterAnsicht::control_changed(Control& control, Aspect aspect) {
 void FensterAnsicht::title_changed() {
     // "[*]" would be taken for Qt's mark of a modified document.
     window_->setWindowTitle(qt(form_.title()).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
+}
+
+void FensterAnsicht::font_changed() {
+    QFont font = QApplication::font();
+    const QString family = qt(form_.font());
+    if (QFontDatabase::hasFamily(family)) font.setFamily(family);
+    window_->setFont(font);
+    arrange();
 }
 
 void FensterAnsicht::arrange() {

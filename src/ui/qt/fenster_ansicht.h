@@ -25,6 +25,7 @@ public:
 
     void control_changed(Control& control, Aspect aspect) override;
     void title_changed() override;
+    void font_changed() override;
     void arrange() override;
     void paint_now() override;
     bool row_visible(const Table& table, int row) override;

@@ -213,6 +213,26 @@ TEST_F(Fenster, Ein_Fenster_das_nicht_aufgeht_hinterlaesst_nichts) {
     EXPECT_EQ(app.forms(), std::vector<Form*>{&haupt});
 }
 
+TEST_F(Fenster, Ein_Fehler_beim_Aufgehen_laesst_das_innere_Fenster_nicht_laufen) {
+    app.open(haupt);
+    bool gelaufen = false, weiter = false;
+    system.beim_öffnen = [&] {
+        EXPECT_TRUE(neben.knopf.user_click());
+    }; // an event that is let pass meanwhile
+    neben.beim_klick = [] { throw Laufzeitfehler(61, u"voll"); };
+    system.im_fenster = [&] { gelaufen = true; };
+    haupt.beim_klick = [&] {
+        app.open_modal(neben);
+        weiter = true;
+    };
+    system.im_lauf = [&] { EXPECT_TRUE(haupt.knopf.user_click()); };
+    EXPECT_THROW(app.run(haupt), Laufzeitfehler);
+    EXPECT_FALSE(gelaufen);
+    EXPECT_FALSE(weiter);
+    EXPECT_EQ(app.forms(), std::vector<Form*>{&haupt});
+    EXPECT_FALSE(app.busy());
+}
+
 TEST_F(Fenster, Sanduhr_zaehlt_und_ruht_waehrend_einer_Meldung) {
     app.Sanduhr(true);
     app.Sanduhr(true);

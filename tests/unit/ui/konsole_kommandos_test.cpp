@@ -150,6 +150,7 @@ TEST(Zeige, nennt_was_zu_sehen_ist) {
                              "17\t\t\t\n"
                              "cmdAuswahl(1) = \"&Urlaub\"\n"
                              "cmdAuswahl(2) = \"Krank\" gesperrt\n"
+                             "lblKommentar = \"Kur\"\n"
                              "picKommentar = \"Kur\"\n"
                              "mnuMenü = \"&Menü\"\n"
                              "mnuEintrag = \"&Eintrag ...\"\n");

@@ -93,7 +93,8 @@ struct Probefenster : Form {
     Table msgFlexGrid{*this, u"msgFlexGrid"};
     Button cmdAuswahl1{*this, u"cmdAuswahl", 1};
     Button cmdAuswahl2{*this, u"cmdAuswahl", 2};
-    FloatingBox picKommentar{*this, u"picKommentar"};
+    Label lblKommentar{*this, u"lblKommentar"};
+    FloatingBox picKommentar{*this, u"picKommentar", lblKommentar};
     MenuItem mnuMenü{*this, u"mnuMenü", u"", u"&Menü"};
     MenuItem mnuEintrag{*this, u"mnuEintrag", u"mnuMenü", u"&Eintrag ..."};
     MenuItem mnuStrich{*this, u"mnuStrich", u"mnuMenü", u"-"};
