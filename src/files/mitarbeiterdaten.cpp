@@ -162,7 +162,8 @@ void Mitarbeiterdaten::Mitarbeiterdaten_lesen() {
 void Mitarbeiterdaten::ableiten() {
     const Konfiguration& k = konfig_.werte();
     eingetragen_ = Zeile_zu_BenId(platz_.Benutzername) > 0;
-    if (k.Setting(1) != 0 && !eingetragen_ && k.Benutzerrolle == 0)
+    platz_.Startmeldung.clear(); // what was derived from an older list or configuration holds no longer
+    if (platz_.Startphase && k.Setting(1) != 0 && !eingetragen_ && k.Benutzerrolle == 0)
         platz_.Startmeldung =
             u"Sie sind mit Ihrem Windows-Benutzernamen '" + platz_.Benutzername +
             u"' nicht als Mitarbeiter im Kalvora eingetragen.\n\nBitte wenden Sie sich zur Aufnahme in den "

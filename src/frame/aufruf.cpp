@@ -65,13 +65,20 @@ Aufruf::Aufruf(const std::vector<Text>& argumente) {
         Text fertig = ohne_Anführung(wert);
         if (fertig.empty() && bekannt->mit_Wert && i + 1 < teile.size() && !Kopf(teile[i + 1]))
             fertig = ohne_Anführung(teile[++i]);
-        werte_.emplace(Text(bekannt->name), std::move(fertig));
+        parameter_.push_back({Text(bekannt->name), std::move(fertig)});
     }
 }
 
+const Aufruf::Parameter* Aufruf::erster(std::initializer_list<TextView> namen) const {
+    const auto treffer = std::find_if(parameter_.begin(), parameter_.end(), [&](const Parameter& p) {
+        return std::find(namen.begin(), namen.end(), p.name) != namen.end();
+    });
+    return treffer == parameter_.end() ? nullptr : &*treffer;
+}
+
 std::optional<Text> Aufruf::Aufrufparameter(TextView name) const {
-    const auto treffer = werte_.find(Text(name));
-    return treffer == werte_.end() ? std::nullopt : std::optional(treffer->second);
+    const Parameter* p = erster({name});
+    return p ? std::optional(p->wert) : std::nullopt;
 }
 
 } // namespace kalvora

@@ -3,7 +3,7 @@
 // begins with "/" is a value or nothing. An argument that holds a whole command line is split.
 #pragma once
 
-#include <map>
+#include <initializer_list>
 #include <optional>
 #include <vector>
 
@@ -16,13 +16,17 @@ public:
     Aufruf() = default;
     explicit Aufruf(const std::vector<Text>& argumente);
 
-    // `name` without "/", in lower case.
-    bool enthalten(TextView name) const { return werte_.contains(Text(name)); }
-    // The parameter's value, nothing when the parameter is not there. Case is kept, quotes are off.
+    struct Parameter {
+        Text name, wert; // the name without "/", in lower case; the value keeps its case, its quotes are off
+    };
+    // The one that stands first on the command line, nullptr when none of the names is there.
+    const Parameter* erster(std::initializer_list<TextView> namen) const;
+    bool enthalten(TextView name) const { return erster({name}) != nullptr; }
+    // The parameter's value, nothing when the parameter is not there.
     std::optional<Text> Aufrufparameter(TextView name) const;
 
 private:
-    std::map<Text, Text> werte_; // the first one of a name counts
+    std::vector<Parameter> parameter_; // in the order of the command line
 };
 
 } // namespace kalvora

@@ -9,7 +9,9 @@ namespace kalvora {
 
 class Meldung {
 public:
-    explicit Meldung(Gemeinsame_Daten& daten) : d_(daten) {}
+    // `daten` may be missing: the program may fail before it has any.
+    Meldung(Application& app, const Arbeitsplatz& platz, Gemeinsame_Daten* daten)
+        : app_(app), platz_(platz), d_(daten) {}
     // Reports an exception that ends the program. With `still` nothing is shown.
     void berichten(const std::exception_ptr& fehler, bool still);
 
@@ -19,7 +21,9 @@ private:
     void Fehlerbehandlung(const Laufzeitfehler& fehler);
     void zeigen(const Text& text) const;
     void protokollieren(const Text& text);
-    Gemeinsame_Daten& d_;
+    Application& app_;
+    const Arbeitsplatz& platz_;
+    Gemeinsame_Daten* d_;
     bool still_ = false;
 };
 

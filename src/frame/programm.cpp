@@ -11,12 +11,15 @@ constexpr double STARTBILD_MINDESTENS = 1.25; // seconds
 } // namespace
 
 Programm::Programm(const Plattform& plattform, WindowSystem& fenster, const std::vector<Text>& argumente)
-    : plattform_(plattform), app_(fenster), aufruf_(argumente),
-      werk_(plattform.fs, plattform.uhr,
-            plattform.umgebung.host_name() + u"-" + ziffern(plattform.umgebung.process_id())),
-      kanal_(werk_, app_, plattform.umgebung.random_seed()),
-      daten_(std::make_unique<Gemeinsame_Daten>(app_, kanal_, platz_)) {
-    kanal_.bei_langsamem_Schließen = [this] {
+    : plattform_(plattform), app_(fenster), aufruf_(argumente) {}
+
+void Programm::aufbauen() {
+    Environment& u = plattform_.umgebung;
+    werk_ = std::make_unique<Dateiwerk>(plattform_.fs, plattform_.uhr,
+                                        u.host_name() + u"-" + ziffern(u.process_id()));
+    kanal_ = std::make_unique<Dateikanal>(*werk_, app_, u.random_seed());
+    daten_ = std::make_unique<Gemeinsame_Daten>(app_, *kanal_, platz_);
+    kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
         daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) = 1;
     };
@@ -34,6 +37,7 @@ int Programm::ausführen() {
 
 bool Programm::starten() {
     try {
+        aufbauen();
         Main();
         läuft_ = true;
     } catch (const Ende& ende) {
@@ -65,7 +69,7 @@ void Programm::scheitern(const std::exception_ptr& fehler) {
     if (start_) app_.close(*start_);
     start_.reset();
     try {
-        Meldung(*daten_).berichten(fehler, aufruf_.enthalten(u"silent"));
+        Meldung(app_, platz_, daten_.get()).berichten(fehler, aufruf_.enthalten(u"silent"));
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): nothing is left that could tell it
     }
 }
@@ -95,11 +99,10 @@ void Programm::Fenster_zeigen() {
     haupt_ = std::make_unique<Hauptfenster>(*daten_);
     haupt_->Startphase_beendet = [this] {
         platz_.Startphase = false;
-        kanal_.Letzte_Datei_merken({});
+        kanal_->Letzte_Datei_merken({});
     };
     haupt_->schließen = [this] { return Schließen(); };
-    const bool mit_Monat = platz_.Startmeldung.empty();
-    haupt_->öffnen(mit_Monat);
+    haupt_->öffnen(platz_.Startmeldung.empty());
     if (start_) {
         const double rest = platz_.Startzeit + STARTBILD_MINDESTENS - plattform_.uhr.steady();
         if (rest > 0) app_.Pause(rest);
@@ -113,7 +116,7 @@ void Programm::Fenster_zeigen() {
     if (w(fenster::ZUSTAND) == static_cast<int>(WindowState::Maximised))
         haupt_->form().start_state = WindowState::Maximised;
     app_.open(haupt_->form());
-    if (mit_Monat) return;
+    if (platz_.Startmeldung.empty()) return;
     // Who may not use the program sees the empty window, then the reason.
     if (haupt_->form().view()) haupt_->form().view()->paint_now();
     app_.Pause(1);

@@ -19,7 +19,8 @@ struct Plattform {
 
 class Programm {
 public:
-    // `argumente` without the program's own name.
+    // `argumente` without the program's own name. Nothing is asked of the workstation yet: what fails there
+    // fails in starten(), which reports it.
     Programm(const Plattform& plattform, WindowSystem& fenster, const std::vector<Text>& argumente);
     ~Programm();
     Programm(const Programm&) = delete;
@@ -44,6 +45,7 @@ private:
     struct Ende { // an ordinary end before the window stands
         int status = 0;
     };
+    void aufbauen();
     void Main();
     void Instanz_prüfen();
     void Datum_und_Aufruf();
@@ -68,8 +70,8 @@ private:
     Application app_;
     Aufruf aufruf_;
     Arbeitsplatz platz_;
-    Dateiwerk werk_;
-    Dateikanal kanal_;
+    std::unique_ptr<Dateiwerk> werk_;
+    std::unique_ptr<Dateikanal> kanal_;
     std::unique_ptr<Gemeinsame_Daten> daten_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;

@@ -12,19 +12,23 @@ namespace {
 constexpr int FRÜHESTES_JAHR = 2025, SPÄTESTES_JAHR = 2050;
 constexpr int TEMP_LOGS_TAGE = 120;
 
-// Elements "." and ".." and doubled separators taken out of an absolute path.
-Text geglättet(const Text& pfad) {
-    std::vector<Text> teile;
+// Elements "." and ".." and doubled separators taken out of an absolute path. Above a symbolic link stands
+// the folder above its target, so ".." asks the disk; only what is not there yet is taken off the text.
+Text aufgelöst(FileSystem& fs, const Text& pfad) {
+    Text aus = u"/";
     for (const Text& teil : teilen(pfad, u'/')) {
         if (teil.empty() || teil == u".") continue;
-        if (teil != u"..")
-            teile.push_back(teil);
-        else if (!teile.empty())
-            teile.pop_back();
+        if (teil != u"..") {
+            aus += teil + u"/";
+            continue;
+        }
+        const auto wirklich = fs.real_folder(aus);
+        const int fehler = wirklich.nummer();
+        if (fehler != 0 && fehler != FEHLER_NICHT_GEFUNDEN && fehler != FEHLER_ORDNER)
+            throw Laufzeitfehler(fehler, u"Der Ordner ist nicht zu erreichen", pfad);
+        if (wirklich) aus = *wirklich;
+        if (aus.size() > 1) aus = ParentDir(aus);
     }
-    Text aus = u"/";
-    for (const Text& teil : teile)
-        aus += teil + u"/";
     return aus;
 }
 
@@ -46,7 +50,7 @@ void Vorlage_kopieren(const Dateiwerk& werk, const Arbeitsplatz& platz, const Te
 Text Programm::absoluter_Ordner(Text pfad) const {
     pfad = Pfad_nativ(pfad);
     if (!pfad.starts_with(u'/')) pfad = als_Ordner(startordner_) + pfad;
-    return geglättet(pfad);
+    return aufgelöst(plattform_.fs, pfad);
 }
 
 void Programm::Systempfad_bestimmen() {
@@ -111,21 +115,18 @@ void Programm::Gebietsschema_und_Datum_prüfen() {
 }
 
 void Programm::Datenordner_bestimmen() {
-    const bool merken = aufruf_.enthalten(u"setpath");
-    if (!merken && !aufruf_.enthalten(u"path")) return Kalvoradat_lesen(kanal_, platz_);
-    const Text wert = *aufruf_.Aufrufparameter(merken ? u"setpath" : u"path");
-    if (wert.empty())
+    const Aufruf::Parameter* pfad = aufruf_.erster({u"path", u"setpath"});
+    if (!pfad) return Kalvoradat_lesen(*kanal_, platz_);
+    if (pfad->wert.empty())
         throw Programmabbruch(u"modKalvora - Main",
-                              u"Der Aufrufparameter /" + Text(merken ? u"setpath" : u"path") +
-                                  u" nennt keinen Ordner.",
-                              u"NoLog");
-    Text ordner = absoluter_Ordner(wert);
+                              u"Der Aufrufparameter /" + pfad->name + u" nennt keinen Ordner.", u"NoLog");
+    Text ordner = absoluter_Ordner(pfad->wert);
     if (!gleich_ohne_Fall(Dateiname_aus_Pfad(ordner), u"data")) ordner += u"Data/";
     platz_.Datenpfad = ordner;
     platz_.Pfad_als_Parameter = true;
-    if (!merken) return;
+    if (!aufruf_.enthalten(u"setpath")) return;
     platz_.Logpfad = ordner + u"Logs/";
-    Kalvoradat_schreiben(kanal_, platz_);
+    Kalvoradat_schreiben(*kanal_, platz_);
 }
 
 // An installer asks whether the folder is in use already; then the setup file has done its work.
@@ -171,16 +172,16 @@ void Programm::Erster_Lauf() {
     FileSystem& fs = plattform_.fs;
     if (!Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat")) {
         for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"}) {
-            Vorlage_kopieren(werk_, platz_, Text(name));
+            Vorlage_kopieren(*werk_, platz_, Text(name));
             if (!Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, Text(name))))
                 Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
         }
     }
     if (Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
-        Setup(kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
+        Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
     if (!platz_.Pfad_als_Parameter &&
         !Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"Kalvora.dat")))
-        Kalvoradat_schreiben(kanal_, platz_);
+        Kalvoradat_schreiben(*kanal_, platz_);
     if (!Ordner_vorhanden(fs, platz_.Backuppfad)) Ordner_anlegen(fs, platz_.Backuppfad);
     platz_.Inipfad = platz_.Datenpfad + u"IniFiles/";
     if (!Ordner_vorhanden(fs, platz_.Inipfad)) Ordner_anlegen(fs, platz_.Inipfad);

@@ -14,9 +14,16 @@ Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikana
 }
 
 void Gemeinsame_Daten::Anzber_und_Anzgru_init() {
-    platz.Erlaubte_Überschriften = u"AllGroups";
+    Berechtigung_ableiten();
     Anzeigegruppen = Feld<Text>{u"NoGroups"};
     ini.wahl().Gruppenauswahl = 0;
+}
+
+// Whether and what this user may see. It rests on the configuration and on the staff list, so it is settled
+// anew whenever one of them was read: first what the list says, then the headings.
+void Gemeinsame_Daten::Berechtigung_ableiten() {
+    personal.ableiten();
+    platz.Erlaubte_Überschriften = u"AllGroups";
     if (K().Setting(1) == 2) Anzeigeberechtigungen_ermitteln();
 }
 
@@ -56,6 +63,7 @@ void Gemeinsame_Daten::Konfiguration_neu_lesen() {
 void Gemeinsame_Daten::Personal_neu_lesen() {
     const int Startjahr = platz.Startjahr;
     personal.Mitarbeiterdaten_lesen();
+    Berechtigung_ableiten();
     if (platz.Startjahr != Startjahr) feiertage.Feiertage_berechnen(); // the years held have moved
     neu_gelesen_ = true;
 }

@@ -45,6 +45,7 @@ public:
 private:
     void Konfiguration_neu_lesen();
     void Personal_neu_lesen();
+    void Berechtigung_ableiten();
     void Anzeigeberechtigungen_ermitteln();
     bool neu_gelesen_ = false;
 };

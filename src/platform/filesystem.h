@@ -83,6 +83,9 @@ public:
     virtual Ergebnis<std::vector<Text>> list(const Text& folder) = 0;
     virtual Fehlercode change_folder(const Text& folder) = 0;
     virtual Text current_folder() = 0;
+    // The folder's path without symbolic links, ending in "/". A link that leads nowhere is a fault of its
+    // own (52): what it stands for exists, but not here and now.
+    virtual Ergebnis<Text> real_folder(const Text& folder) = 0;
 };
 
 bool Datei_vorhanden(FileSystem& fs, const Text& pfad);

@@ -141,6 +141,10 @@ public:
         });
     }
     Text current_folder() override { return hier_; }
+    Ergebnis<Text> real_folder(const Text& pfad) override { // this disk has no links
+        return rufe<Text>({"real_folder", pfad}, false,
+                          [&] { return ordner(pfad) ? Ergebnis<Text>(pfad) : Ergebnis<Text>::fehler(76); });
+    }
 
 private:
     struct Offen {
@@ -152,7 +156,7 @@ private:
 
     static bool ändernd(const std::string& name) {
         return name != "read" && name != "read_at" && name != "info" && name != "list" && name != "open" &&
-               name != "change_folder" && name != "close";
+               name != "change_folder" && name != "close" && name != "real_folder";
     }
 
     static bool legt_an(OpenMode m) { return m != OpenMode::Read && m != OpenMode::Extend; }

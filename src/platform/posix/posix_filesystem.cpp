@@ -389,4 +389,21 @@ Text PosixFileSystem::current_folder() {
     return folder;
 }
 
+Ergebnis<Text> PosixFileSystem::real_folder(const Text& folder) {
+    if (!possible(folder)) return Ergebnis<Text>::fehler(FEHLER_NETZ);
+    std::string name = zu_utf8(folder);
+    std::array<char, PATH_MAX> buffer{};
+    if (realpath(name.c_str(), buffer.data())) {
+        Text real = aus_utf8(buffer.data());
+        if (real.back() != u'/') real += u'/';
+        return real;
+    }
+    const int error = errno;
+    while (name.size() > 1 && name.back() == '/')
+        name.pop_back(); // with its separator the name would be followed
+    struct stat s {};
+    const bool dangling = error == ENOENT && lstat(name.c_str(), &s) == 0 && S_ISLNK(s.st_mode);
+    return Ergebnis<Text>::fehler(dangling ? FEHLER_NETZ : folder_fault(error, name));
+}
+
 } // namespace kalvora

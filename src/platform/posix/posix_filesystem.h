@@ -28,6 +28,7 @@ public:
     Ergebnis<std::vector<Text>> list(const Text& folder) override;
     Fehlercode change_folder(const Text& folder) override;
     Text current_folder() override;
+    Ergebnis<Text> real_folder(const Text& folder) override;
 
 protected:
     // The two ways to give a file a name that is free, each 0 or an errno. File systems differ in which of

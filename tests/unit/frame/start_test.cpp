@@ -12,6 +12,11 @@ struct Rechner : SpeicherDateisystem {
         Installation_ablegen(
             [this](const Text& name, const std::string& bytes) { schreibe(u"/opt/kalvora/" + name, bytes); });
     }
+    // /srv/verweis leads to /mnt/firma/plan.
+    Ergebnis<Text> real_folder(const Text& pfad) override {
+        return pfad == u"/srv/verweis/" ? Ergebnis<Text>(u"/mnt/firma/plan/")
+                                        : SpeicherDateisystem::real_folder(pfad);
+    }
     std::vector<Text> zeilen(const Text& pfad) const { return als_Zeilen(inhalt(pfad).value_or("")); }
     // All files below a folder that are not logs.
     std::map<Text, std::string> dateien(const Text& ordner) {
@@ -226,6 +231,14 @@ TEST(Start, Datenordner) {
         {{}, u"/srv/z/Data/"}, // remembered, and still so after a run on another folder
         {{u"/path", u"/srv/x"}, u"/srv/x/Data/"},
         {{}, u"/srv/z/Data/"},
+        // Of both the first one says which folder, and either way it is remembered.
+        {{u"/path", u"/srv/x", u"/setpath", u"/srv/z"}, u"/srv/x/Data/"},
+        {{}, u"/srv/x/Data/"},
+        {{u"/setpath /srv/z /path /srv/x"}, u"/srv/z/Data/"},
+        {{}, u"/srv/z/Data/"},
+        {{u"/path", u"/srv/verweis/../x"}, u"/mnt/firma/x/Data/"}, // above the target, not above the link
+        {{u"/path", u"/srv/verweis/neu/../../x"}, u"/mnt/firma/x/Data/"},
+        {{u"/path", u"/../srv/verweis/x"}, u"/srv/verweis/x/Data/"},
     };
     Rechner r;
     for (const auto& fall : tafel) {
@@ -260,6 +273,51 @@ TEST(Start, WerNichtDarfSiehtDasLeereFensterUndDenGrund) {
     EXPECT_TRUE(
         l.fenster.hinweise[0].starts_with(u"Sie sind mit Ihrem Windows-Benutzernamen 'fremd' nicht als "));
     EXPECT_EQ(r.anzahl("open", u"2611 261110 Data.dat"), 0) << "no month is loaded";
+}
+
+// What others change while the program starts holds; once it runs, nobody is shut out any more.
+TEST(Start, ZulassungFolgtDemStandDerPlatte) {
+    Firma firma, gesperrt;
+    gesperrt.Setting(1, 1);
+    gesperrt.Setting(38, 5); // residual leave alone becomes possible
+    EingriffsDateisystem fs;
+    firma.anlegen(fs, DATEN);
+    fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf == "open" && enthält(pfad, u"Feiertage.dat")) gesperrt.anlegen(fs, DATEN);
+    };
+    Platzlauf im_Start(fs, u"fremd");
+    EXPECT_FALSE(im_Start.starten(AUFRUF));
+    ASSERT_EQ(im_Start.fenster.hinweise.size(), 1U);
+    EXPECT_TRUE(
+        im_Start.fenster.hinweise[0].starts_with(u"Sie sind mit Ihrem Windows-Benutzernamen 'fremd'"));
+
+    fs.davor = {};
+    const auto konfig = *fs.inhalt(DATEN + u"Konfigdaten.dat");
+    firma.anlegen(fs, DATEN);
+    Platzlauf l(fs, u"fremd", u"/", u"PLATZ2");
+    ASSERT_TRUE(l.starten(AUFRUF));
+    EXPECT_FALSE(l.programm->daten().personal.Keine_Urlaubsansprüche());
+    fs.schreibe(DATEN + u"Konfigdaten.dat", konfig);
+    l.neu_laden();
+    EXPECT_TRUE(l.programm->daten().personal.Keine_Urlaubsansprüche()) << "follows the configuration alone";
+    gesperrt.anlegen(fs, DATEN);
+    l.neu_laden();
+    EXPECT_TRUE(l.programm->platz().Startmeldung.empty());
+}
+
+TEST(Start, FehlerBeimAufbauWirdGemeldet) {
+    struct OhneZufall : TestUmgebung {
+        std::uint32_t random_seed() override { throw std::runtime_error("kein Zufall"); }
+    } umgebung;
+    Rechner r;
+    TestUhr uhr;
+    for (const bool still : {false, true}) {
+        FragendeFenster fenster;
+        Programm programm({r, uhr, umgebung}, fenster, {still ? u"/silent" : u"/nowelcomescreen"});
+        EXPECT_EQ(programm.ausführen(), 2);
+        ASSERT_EQ(fenster.hinweise.size(), still ? 0U : 1U);
+        EXPECT_TRUE(still || enthält(fenster.hinweise[0], u"kein Zufall"));
+    }
 }
 
 TEST(Start, BeschädigteDateiWirdGenanntUndNichtsGeändert) {

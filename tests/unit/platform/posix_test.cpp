@@ -89,6 +89,16 @@ TEST_F(Posix, Verweise_werden_verfolgt_und_nur_selbst_geloescht) {
     EXPECT_EQ(fs.remove(ordner.pfad(u"ziel")), 0) << "write-protected";
 }
 
+TEST_F(Posix, Ordner_ohne_Verweise) {
+    stdfs::create_directories(ordner.ordner() / "tief" / "unten");
+    stdfs::create_symlink("tief/unten", ordner.ordner() / "verweis");
+    stdfs::create_symlink("weg", ordner.ordner() / "lose");
+    const Text oben = *fs.real_folder(ordner.pfad());
+    EXPECT_EQ(*fs.real_folder(ordner.pfad(u"verweis/")), oben + u"tief/unten/");
+    EXPECT_EQ(fs.real_folder(ordner.pfad(u"lose/")).nummer(), 52) << "what it stands for is elsewhere";
+    EXPECT_EQ(fs.real_folder(ordner.pfad(u"fehlt/")).nummer(), 76);
+}
+
 TEST_F(Posix, Rechte_gehen_mit) {
     ordner.schreibe(u"alt", "x");
     chmod((ordner.ordner() / "alt").c_str(), 0664);
