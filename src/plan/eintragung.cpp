@@ -142,13 +142,14 @@ void Eintragung::Tabellenzeile_ändern(int b) {
             u"Arbeitsfreie Tage können nur gelöscht werden, indem Sie auf den Eintrag doppelklicken");
         return;
     }
-    if (!Zellen_ändern(b, spanne)) return Markierung_aufheben();
+    const Änderung änderung = Zellen_ändern(b, spanne);
+    if (!änderung.Daten_geändert) return Markierung_aufheben();
     const bool sanduhr = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an();
     if (sanduhr) d_.app.Sanduhr(true);
-    const bool ok = Änderung_speichern(b, spanne);
+    const bool ok = Änderung_speichern(b, spanne, änderung.Arbeitsfrei_entfernt);
     if (sanduhr) d_.app.Sanduhr(false);
     if (!ok) return neu_laden();
-    Nacharbeit();
+    Nacharbeit(true);
 }
 
 // All rows are checked before the first changes; then one file open serves all of them.
@@ -170,17 +171,18 @@ void Eintragung::Tabellenzeilen_ändern(int b) {
     {
         Sammlung sammlung(d_);
         for (const Spanne& spanne : spannen)
-            if (ok && Zellen_ändern(b, spanne)) ok = Änderung_speichern(b, spanne);
+            if (const Änderung ä = ok ? Zellen_ändern(b, spanne) : Änderung(); ä.Daten_geändert)
+                ok = Änderung_speichern(b, spanne, ä.Arbeitsfrei_entfernt);
         ok = ok && sammlung.abschließen();
     }
     if (sanduhr) d_.app.Sanduhr(false);
     if (!ok) return neu_laden();
-    Nacharbeit();
+    Nacharbeit(false);
 }
 
-void Eintragung::Nacharbeit() {
+void Eintragung::Nacharbeit(bool ohne_Wartezeiger) {
     Markierung_aufheben();
-    if (d_.ini.wahl().Fensterdaten_(fenster::TAGESSUMMEN) == 1) ansicht_.Daten_anzeigen(true);
+    if (d_.ini.wahl().Fensterdaten_(fenster::TAGESSUMMEN) == 1) ansicht_.Daten_anzeigen(ohne_Wartezeiger);
 }
 
 // --- checks, in their order -----------------------------------------------------------------------------
@@ -278,10 +280,7 @@ bool Eintragung::Zelle_leeren(int row, int tag) {
 bool Eintragung::Arbeitsfrei_umschalten(int row, int tag) {
     const Cell& zelle = f_.msgFlexGrid.cell(row, tag);
     const bool frei_nach_Plan = ansicht_.Wochenende(tag) || ansicht_.Feiertag(tag);
-    if (ist_Arbeitsfrei(zelle)) {
-        arbeitsfrei_entfernt_ = true;
-        return Zelle_leeren(row, tag);
-    }
+    if (ist_Arbeitsfrei(zelle)) return Zelle_leeren(row, tag);
     if (!(zelle.text.empty() || d_.erfassung.Sammeln()) || frei_nach_Plan) return false;
     const Farbe farbe = d_.K().Grundfarben(1);
     f_.msgFlexGrid.edit(row, tag) =
@@ -304,15 +303,16 @@ bool Eintragung::Zelle_eintragen(int b, int row, int tag) {
     return true;
 }
 
-bool Eintragung::Zellen_ändern(int b, const Spanne& s) {
-    bool Daten_geändert = false;
-    arbeitsfrei_entfernt_ = false;
+Eintragung::Änderung Eintragung::Zellen_ändern(int b, const Spanne& s) {
+    Änderung änderung;
+    const bool umschalten = b == d_.K().U() + 1;
     for (int tag = s.von; tag <= s.bis; ++tag) {
-        const bool geändert =
-            b == d_.K().U() + 1 ? Arbeitsfrei_umschalten(s.row, tag) : Zelle_eintragen(b, s.row, tag);
-        Daten_geändert = geändert || Daten_geändert;
+        const bool war_frei = ist_Arbeitsfrei(f_.msgFlexGrid.cell(s.row, tag));
+        if (!(umschalten ? Arbeitsfrei_umschalten(s.row, tag) : Zelle_eintragen(b, s.row, tag))) continue;
+        änderung.Daten_geändert = true;
+        if (umschalten && war_frei) änderung.Arbeitsfrei_entfernt = true;
     }
-    return Daten_geändert;
+    return änderung;
 }
 
 // --- record, log, comments ------------------------------------------------------------------------------
@@ -337,10 +337,9 @@ Text Eintragung::Logzeile(int b, const Spanne& s, bool Arbeitsfrei_entfernt) con
     return ansicht_.BenId(s.row) + u"|" + grund + u"|" + Datum_im_Log(s.von) + u"|" + Datum_im_Log(s.bis);
 }
 
-bool Eintragung::Änderung_speichern(int b, const Spanne& s) {
-    const bool entfernt = arbeitsfrei_entfernt_;
+bool Eintragung::Änderung_speichern(int b, const Spanne& s, bool Arbeitsfrei_entfernt) {
     if (!d_.erfassung.Datensatz_speichern(Tabellenzeilendaten(s.row))) return false;
-    d_.log.Logbuch_ergänzen(1, Logzeile(b, s, entfernt));
+    d_.log.Logbuch_ergänzen(1, Logzeile(b, s, Arbeitsfrei_entfernt));
     return Kommentare_entfernen(s);
 }
 

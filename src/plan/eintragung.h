@@ -39,6 +39,10 @@ private:
     struct Spanne {
         int row = 0, von = 0, bis = 0;
     };
+    struct Änderung {
+        bool Daten_geändert = false;       // a cell really changed
+        bool Arbeitsfrei_entfernt = false; // a person's free day went: the log says "Löschen"
+    };
 
     void Tabellenzeile_ändern(int b);
     void Tabellenzeilen_ändern(int b);
@@ -49,13 +53,13 @@ private:
     bool Vergangenheit_erlaubt(const Spanne& spanne);
     bool nur_freie_Tage(const Spanne& spanne) const;
 
-    bool Zellen_ändern(int b, const Spanne& spanne); // true: a cell really changed
+    Änderung Zellen_ändern(int b, const Spanne& spanne);
     bool Zelle_eintragen(int b, int row, int tag);
     bool Zelle_leeren(int row, int tag);
     bool Arbeitsfrei_umschalten(int row, int tag);
-    bool Änderung_speichern(int b, const Spanne& spanne);
+    bool Änderung_speichern(int b, const Spanne& spanne, bool Arbeitsfrei_entfernt);
     bool Kommentare_entfernen(const Spanne& spanne);
-    void Nacharbeit();
+    void Nacharbeit(bool ohne_Wartezeiger);
     // Rereads what others have changed; false: the entry must be made again (told by a message).
     bool Stand_auffrischen(int b);
     void neu_laden();
@@ -68,7 +72,6 @@ private:
     Monatsansicht& ansicht_;
     bool Vergangenheit_bestätigt_ = false;
     bool Hinweis_gezeigt_ = false;
-    bool arbeitsfrei_entfernt_ = false;
     Text kopierpuffer_ = u"NoEntry";
 };
 

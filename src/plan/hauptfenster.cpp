@@ -26,6 +26,7 @@ Hauptfenster::Hauptfenster(Gemeinsame_Daten& daten)
     ansicht_.nach_dem_Anzeigen = [this] { Statuszeile(); };
     Ereignisse_verbinden();
     Tabellen_verbinden();
+    Maus_verbinden();
 }
 
 void Hauptfenster::öffnen(bool mit_Monat) {
@@ -42,6 +43,7 @@ void Hauptfenster::öffnen(bool mit_Monat) {
         f_.msgFlexGrid.set_col_width(0, d_.ini.wahl().Fensterdaten_(fenster::NAMENSBREITE) * 15 / 2);
         f_.msgFlexGrid.set_col_width(SPALTE_BENID, 0);
         Titel_setzen();
+        f_.set_font(d_.ini.wahl().Schrift);
         Menüpunkte_aktivieren();
         Schaltflächen_anordnen();
         Tabellenfelder_anordnen();
@@ -154,7 +156,7 @@ void Hauptfenster::Ereignisse_verbinden() {
     f_.tmrTimer1.on_tick = [this] { Poll(); };
 }
 
-void Hauptfenster::Tabellen_verbinden() {
+void Hauptfenster::Maus_verbinden() {
     Table& plan = f_.msgFlexGrid;
     plan.on_mouse_down = [this](const Table::Mouse& m) { Maus_gedrückt(m); };
     plan.on_mouse_up = [this](const Table::Mouse&) {
@@ -165,11 +167,7 @@ void Hauptfenster::Tabellen_verbinden() {
             f_.msgFlexGrid.set_selection(s);
         }
     };
-    plan.on_selection_changed = [this](int mausreihe) { f_.msgFlexGrid.set_HighLight(mausreihe >= 1); };
     plan.on_mouse_move = [this](int row, int col) { Maus_bewegt(row, col); };
-    plan.on_scrolled = [this] {
-        if (!f_.msgFlexGrid.row_visible(f_.msgFlexGrid.selection().row)) eintragung_.Markierung_aufheben();
-    };
     plan.on_mouse_left = [this] {
         f_.picKommentar.hide();
         if (Hervorhebung() >= 2) Highlight_Off();
@@ -182,6 +180,14 @@ void Hauptfenster::Tabellen_verbinden() {
     plan.on_double_click = [this](int row, int col) {
         if (row >= 1 && col >= 1 && col <= ansicht_.Monatslänge() && row < f_.msgFlexGrid.rows())
             eintragung_.Arbeitsfrei_kennzeichnen(row, col);
+    };
+}
+
+void Hauptfenster::Tabellen_verbinden() {
+    Table& plan = f_.msgFlexGrid;
+    plan.on_selection_changed = [this](int mausreihe) { f_.msgFlexGrid.set_HighLight(mausreihe >= 1); };
+    plan.on_scrolled = [this] {
+        if (!f_.msgFlexGrid.row_visible(f_.msgFlexGrid.selection().row)) eintragung_.Markierung_aufheben();
     };
     plan.accessible_name = [this](int row, int col) { return Zelle_vorlesen(row, col); };
     plan.tool_tip = [this](int row, int col) { return Zelle_erklären(row, col); };
@@ -224,37 +230,6 @@ void Hauptfenster::Highlight_Off() {
 void Hauptfenster::Markierung_und_Highlight_Off() {
     eintragung_.Markierung_aufheben();
     if (Hervorhebung() > 1) Highlight_Off();
-}
-
-bool Hauptfenster::Taste(const Key& t) {
-    const Modifiers ohne{}, strg{false, true, false};
-    if (t.code == u"F5" && t.mods == ohne) {
-        Monat_wechseln();
-        return true;
-    }
-    if (t.code == u"F3" || (t.code == u"F4" && t.mods == ohne) || (t.code == u"F" && t.mods == strg)) {
-        Markierung_und_Highlight_Off();
-        suche_.suchen(t.code == u"F4");
-        return true;
-    }
-    if (t.code == u"F4" && t.mods == strg) {
-        d_.app.Hinweis(u"Windows-Benutzername: " + d_.platz.Benutzername + u"\n\nAdministratoren: " +
-                       d_.K().Administratorenliste());
-        return true;
-    }
-    if (t.code == u"F5" && t.mods == strg) {
-        d_.app.Hinweis(u"Datenordner: " + d_.platz.Datenpfad);
-        return true;
-    }
-    if ((t.code == u"F10" || t.code == u"F11") && t.mods == ohne) {
-        d_.platz.Langsame_Anzeige = t.code == u"F10";
-        return true;
-    }
-    if (t.code == u"Esc" && t.mods == ohne) {
-        Markierung_und_Highlight_Off();
-        return true;
-    }
-    return false;
 }
 
 void Hauptfenster::Fenster_merken() {

@@ -29,10 +29,24 @@ public:
 private:
     void Ereignisse_verbinden();
     void Tabellen_verbinden();
+    void Maus_verbinden();
     void Jahr_gewechselt(int vorher);
     bool Jahrestaste(int schritt);
     void Poll();
+
+    // --- keys (hauptfenster_tasten.cpp)
     bool Taste(const Key& taste);
+    void Suche_neu();
+    void Suche_weiter();
+    void Benutzer_zeigen();
+    void Datenordner_zeigen();
+    void Zeilenhöhe_zurücksetzen();
+    void Schaltflächenbreite_zurücksetzen();
+    void Schreibtest();
+    void Schrift_wechseln();
+    void Langsam_an() { d_.platz.Langsame_Anzeige = true; }
+    void Langsam_aus() { d_.platz.Langsame_Anzeige = false; }
+
     void Maus_gedrückt(const Table::Mouse& m);
     void Maus_bewegt(int row, int col);
     void Markierung_und_Highlight_Off();

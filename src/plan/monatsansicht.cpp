@@ -25,30 +25,34 @@ void Monatsansicht::Daten_anzeigen(bool ohne_Wartezeiger) {
         if (sanduhr) d_.app.Sanduhr(true);
         const double beginn = d_.kanal.werk().uhr().steady();
         const int gestört = d_.app.interruptions();
-        Table& plan = f_.msgFlexGrid;
-        if (Anzeige(fenster::KALENDERWOCHEN) || Anzeige(fenster::KALENDERWOCHEN_DRUCKEN)) Kalenderwochen();
-        plan.set_redraw(false);
-        plan.set_highlight(-1, -1, plan.highlight_colour()); // it was a row's number
-        plan.resize(0, SPALTEN);
-        plan.resize(1, SPALTEN);
-        Überschriften_der_Tage();
-        Zeilen_filtern();
-        if (plan.rows() != zeilen_angeordnet_ && zeilen_angeordnet_ >= 1 && Tabellenfelder_anordnen)
-            Tabellenfelder_anordnen();
-        zeilen_angeordnet_ = plan.rows();
-        Daten_in_Tabellenfeld_ausgeben();
-        f_.msgFlexTaSu.set_redraw(false);
-        Tage_einfärben();
-        if (Markierung_aufheben) Markierung_aufheben();
-        if (Anzeige(fenster::TAGESSUMMEN)) Summen_ausgeben();
-        f_.msgFlexTaSu.set_redraw(true);
-        plan.set_redraw(true);
+        Tabellen_aufbauen();
         if (sanduhr) d_.app.Sanduhr(false);
         if (nach_dem_Anzeigen) nach_dem_Anzeigen();
         if (d_.app.interruptions() != gestört || d_.kanal.werk().uhr().steady() - beginn < LANGSAM_AB) return;
         d_.platz.Langsame_Anzeige = true;
         d_.ini.wahl().Fensterdaten_(fenster::LANGSAM) = 1;
     });
+}
+
+void Monatsansicht::Tabellen_aufbauen() {
+    Table& plan = f_.msgFlexGrid;
+    if (Anzeige(fenster::KALENDERWOCHEN) || Anzeige(fenster::KALENDERWOCHEN_DRUCKEN)) Kalenderwochen();
+    plan.set_redraw(false);
+    plan.set_highlight(-1, -1, plan.highlight_colour()); // it was a row's number
+    plan.resize(0, SPALTEN);
+    plan.resize(1, SPALTEN);
+    Überschriften_der_Tage();
+    Zeilen_filtern();
+    if (plan.rows() != zeilen_angeordnet_ && zeilen_angeordnet_ >= 1 && Tabellenfelder_anordnen)
+        Tabellenfelder_anordnen();
+    zeilen_angeordnet_ = plan.rows();
+    Daten_in_Tabellenfeld_ausgeben();
+    f_.msgFlexTaSu.set_redraw(false);
+    Tage_einfärben();
+    if (Markierung_aufheben) Markierung_aufheben();
+    if (Anzeige(fenster::TAGESSUMMEN)) Summen_ausgeben();
+    f_.msgFlexTaSu.set_redraw(true);
+    plan.set_redraw(true);
 }
 
 void Monatsansicht::Kalenderwochen() {

@@ -46,6 +46,7 @@ public:
     Text Feiertag_Name(int tag) const;
 
 private:
+    void Tabellen_aufbauen();
     void Kalenderwochen();
     void Überschriften_der_Tage();
     void Zeilen_filtern();

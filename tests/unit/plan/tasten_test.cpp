@@ -1,0 +1,54 @@
+// The keys of the main window that change something.
+#include "unit/plan/plan.h"
+
+namespace kalvora::plantest {
+namespace {
+
+constexpr Modifiers STRG{.ctrl = true}, STRG_ALT{.ctrl = true, .alt = true};
+
+TEST(Tasten, Rückstellungen) {
+    Plan p;
+    Platzlauf* l = &p.öffne(u"chef");
+    auto& wahl = l->programm->daten().ini.wahl();
+    wahl.Fensterdaten_(fenster::SF_BREITE_AN) = 1;
+    wahl.Fensterdaten_(fenster::SF_BREITE) = 2100;
+    EXPECT_TRUE(l->fenster_().user_key({u"F9", STRG}));
+    l->schließen();
+    l = &p.platz(u"chef");
+    const Button& grund = *l->fenster_().cmdAuswahl(1);
+    EXPECT_EQ(grund.width(), 2100);
+    EXPECT_EQ(l->fenster_().font(), u"MS Sans Serif") << "the choice of the earlier run";
+    l->plan().set_row_height(2, 600);
+    for (const Key& taste : {Key{u"A", STRG}, Key{u"A", STRG_ALT}, Key{u"F9", STRG}})
+        EXPECT_TRUE(l->fenster_().user_key(taste)) << zu_utf8(taste.code);
+    EXPECT_EQ(l->plan().row_height(2), -1);
+    EXPECT_EQ(grund.width(), 1800);
+    EXPECT_EQ(l->fenster_().font(), u"");
+    for (const Key& taste : {Key{u"A", {}}, Key{u"F3", STRG_ALT}, Key{u"F5", {.shift = true}}})
+        EXPECT_FALSE(l->fenster_().user_key(taste)) << "goes to the control: " << zu_utf8(taste.code);
+}
+
+TEST(Tasten, Schreibtest) {
+    const Text GELÖSCHT = u"Fehler: Testdatei im Ordner '/srv/x/Data' konnte nicht gelöscht werden";
+    const Text ANGELEGT = u"Fehler: Testdatei im Ordner '/srv/x/Data' konnte nicht angelegt werden";
+    const struct {
+        std::vector<Störung> störungen;
+        Text hinweis;
+    } tafel[] = {
+        {{}, u"Test OK"},
+        {{{"write", u"*Lockfile*", 1, Wirkung::Fehler, 61, 0, true}}, ANGELEGT},
+        {{{"remove", u"Lockfile.txt", 2, Wirkung::Fehler, 70}}, GELÖSCHT},
+    };
+    for (const auto& fall : tafel) {
+        Plan p;
+        Platzlauf& l = p.öffne(u"chef");
+        for (const Störung& s : fall.störungen)
+            p.störe(s);
+        EXPECT_TRUE(l.fenster_().user_key({u"F6", STRG}));
+        EXPECT_EQ(l.fenster.hinweise, std::vector<Text>{fall.hinweis});
+        EXPECT_EQ(p.gibt_es(DATEN + u"Lockfile.txt"), fall.hinweis == GELÖSCHT);
+    }
+}
+
+} // namespace
+} // namespace kalvora::plantest
