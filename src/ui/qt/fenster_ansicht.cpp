@@ -20,7 +20,7 @@ FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window)
     join_columns();
     bind();
     title_changed();
-    font_changed();
+    if (!form_.font().empty()) font_changed();
     form_.set_view(this);
     attached_ = true;
     window_->installEventFilter(this);
