@@ -1,7 +1,10 @@
 // What goes over all months: the three years in memory, the test at start, the freezing of past months.
+#include <utility>
+
 #include "base/cp1252.h"
 #include "files/erfassungsdateien.h"
 #include "files/ordner.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
 
@@ -25,14 +28,13 @@ std::string_view Schlüssel_nach_Länge(std::string_view zeile) {
 
 } // namespace
 
-// False: a line is no row, and is left out; or, with IgnoreErrors, the file cannot be opened.
-bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer,
-                                               Fehlerweg weg) {
+// False: a line is no row; it is left out.
+bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
     const Codefilter filter(konfig_.werte().U());
     const Text yymm(links(version.stamm, 4));
     const int länge = Tage_im_Monat(yymm);
     bool fehlerfrei = true;
-    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg)) return false;
+    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
     Kopf_einlesen(kanal_, pfad(version.name), yymm);
     while (const auto zeile = kanal_.nächste_Klarzeile()) {
         if (const int i = wer.nächste_Zeile(Schlüssel_nach_Länge(zeile->bytes))) {
@@ -49,18 +51,19 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
     return fehlerfrei;
 }
 
-// As with the shown month, what looks damaged or has gone is looked at a second time: it may have been the
-// middle of somebody else's rewrite, or a version that was deleted behind a newer one.
+// As with the shown month, what looks damaged or has gone is looked at a second time.
 void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
-    try {
-        if (Version_in_Monatsdaten(version, monat, wer, Fehlerweg::IgnoreErrors)) return;
-    } catch (const Dateischaden&) { // NOLINT(bugprone-empty-catch): the second reading decides
-    }
-    kanal_.verwerfen();
-    kanal_.app().Pause(KURZ_WARTEN);
-    daten_.Monat_leeren(monat);
-    const Version jetzt = in_Kraft(links(version.stamm, 4));
-    if (!jetzt.stamm.empty()) Version_in_Monatsdaten(jetzt, monat, wer, Fehlerweg::Melden);
+    Version jetzt = version;
+    bool erneut = false;
+    const auto lesen = [&] {
+        if (std::exchange(erneut, true)) {
+            kanal_.verwerfen();
+            daten_.Monat_leeren(monat);
+            jetzt = in_Kraft(links(version.stamm, 4));
+        }
+        return jetzt.stamm.empty() || Version_in_Monatsdaten(jetzt, monat, wer);
+    };
+    zweite_Lesung(kanal_.app(), lesen, [](bool fehlerfrei) { return fehlerfrei; });
 }
 
 void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
@@ -186,9 +189,8 @@ void Erfassungsdateien::Ausnahmedaten_in_Erfassungdateien_übernehmen(TextView a
         for (const auto& [yymm, versionen] : verzeichnis()) {
             if (yymm >= platz_.Monat_heute()) continue;
             for (const Version& v : versionen) {
-                if (Ausnahmen_übernehmen(v, art, alt, Feiertagsliste)) continue;
-                kanal_.app().Pause(KURZ_WARTEN);
-                Ausnahmen_übernehmen(v, art, alt, Feiertagsliste);
+                const auto übernehmen = [&] { return Ausnahmen_übernehmen(v, art, alt, Feiertagsliste); };
+                zweite_Lesung(kanal_.app(), übernehmen, [](bool gelungen) { return gelungen; });
             }
             if (yymm == monat_.inhalt.yymm && monat_.lesbar) einlesen(Text(yymm), monat_);
         }

@@ -5,23 +5,15 @@
 
 #include "base/cp1252.h"
 #include "files/ordner.h"
+#include "files/versionsname.h"
+#include "files/zweite_lesung.h"
 
 namespace kalvora {
-
-namespace {
-
-// Only these names are versions: "dddd dddddd Data.dat".
-bool ist_Version(TextView name) {
-    return name.size() == 20 && nur_Ziffern(name.substr(0, 4)) && name[4] == u' ' &&
-           nur_Ziffern(name.substr(5, 6)) && gleich_ohne_Fall(name.substr(11), u" Data.dat");
-}
-
-} // namespace
 
 Erfassungsdateien::Verzeichnis Erfassungsdateien::verzeichnis(TextView yymm) const {
     Verzeichnis aus;
     for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, Text(yymm) + u"*Data.dat"))
-        if (ist_Version(name)) aus[name.substr(0, 4)].push_back({name.substr(0, 11), name});
+        if (ist_Versionsname(name)) aus[name.substr(0, 4)].push_back({name.substr(0, STAMMLÄNGE), name});
     for (auto& [monat, versionen] : aus)
         std::sort(versionen.begin(), versionen.end(),
                   [](const Version& a, const Version& b) { return a.stamm < b.stamm; });
@@ -62,17 +54,12 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
     return inhalt;
 }
 
-// What one reading finds may be the middle of somebody else's rewrite, so a fault counts only when a second
-// reading finds it again. The version in force may have changed in between, and the one listed may have been
-// deleted behind it.
+// The version in force may have changed between the two looks, and the one listed may have been deleted
+// behind it.
 Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
-    try {
-        auto inhalt = einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
-        if (inhalt && !inhalt->fehlerhaft()) return *std::move(inhalt);
-    } catch (const Dateischaden&) { // NOLINT(bugprone-empty-catch): the second reading decides
-    }
-    kanal_.app().Pause(KURZ_WARTEN);
-    return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden);
+    return zweite_Lesung(
+        kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
+        [](const Monatsinhalt& inhalt) { return !inhalt.fehlerhaft(); });
 }
 
 void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
@@ -322,7 +309,9 @@ void Erfassungsdateien::Unbestätigte_melden(const Text& yymm, const std::vector
     for (const Text& BenId : BenIds)
         wer += (wer.empty() ? u"'" : u", '") + BenId + u"'";
     const Text monat = Text(mitte(yymm, 3, 2)) + platz_.datum().trennzeichen + u"20" + Text(links(yymm, 2));
-    kanal_.app().Hinweis(u"Folgender Eintrag im Monat " + monat + u" konnte nicht bestätigt werden: " + wer +
+    const Text was = u"Folgender Eintrag im Monat " + monat + u" konnte nicht bestätigt werden: " + wer;
+    log_.Logbuch_ergänzen(2, was);
+    kanal_.app().Hinweis(was +
                          u". Bitte prüfen Sie den Eintrag und nehmen Sie ihn gegebenenfalls erneut vor.");
 }
 

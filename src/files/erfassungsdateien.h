@@ -80,7 +80,6 @@ public:
 
 private:
     static constexpr double NIE = -1e9;
-    static constexpr double KURZ_WARTEN = 0.4; // seconds until a doubtful view is looked at again
     using Verzeichnis = std::map<Text, std::vector<Version>>; // by yymm, sorted by stem
 
     Verzeichnis verzeichnis(TextView yymm = u"????") const;
@@ -117,7 +116,7 @@ private:
     bool Ausnahmen_übernehmen(const Version& version, TextView art, TextView alt,
                               const Feld<Text>& Feiertagsliste);
     void Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
-    bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer, Fehlerweg weg);
+    bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
 
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;

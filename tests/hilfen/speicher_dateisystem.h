@@ -41,8 +41,7 @@ public:
 
     // --- FileSystem
     Ergebnis<Handle> open(const Text& pfad, OpenMode modus) override {
-        const bool ändert =
-            modus == OpenMode::CreateNew || (legt_an(modus) && !platte_->finde(pfad));
+        const bool ändert = modus == OpenMode::CreateNew || (legt_an(modus) && !platte_->finde(pfad));
         return rufe<Handle>({"open", pfad}, ändert, [&] { return öffne(pfad, modus); });
     }
     Ergebnis<std::size_t> read(Handle h, char* puffer, std::size_t n) override {
@@ -215,8 +214,7 @@ private:
             platte_->schreibe(pfad, {});
             datei = platte_->finde(pfad);
         }
-        offen_.emplace(++nächster_,
-                       Offen{datei, pfad, modus, hängt_an(modus) ? datei->bytes.size() : 0});
+        offen_.emplace(++nächster_, Offen{datei, pfad, modus, hängt_an(modus) ? datei->bytes.size() : 0});
         return nächster_;
     }
 
