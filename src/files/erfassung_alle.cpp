@@ -34,7 +34,7 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
     const Text yymm(links(version.stamm, 4));
     const int länge = Tage_im_Monat(yymm);
     bool fehlerfrei = true;
-    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
+    öffnen(version, Fehlerweg::Melden);
     Kopf_einlesen(kanal_, pfad(version.name), yymm);
     while (const auto zeile = kanal_.nächste_Klarzeile()) {
         if (const int i = wer.nächste_Zeile(Schlüssel_nach_Länge(zeile->bytes))) {

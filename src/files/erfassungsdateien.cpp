@@ -36,6 +36,16 @@ Zeitstempel Erfassungsdateien::Stand_heute(TextView yymm) const {
 
 // --- reading ---------------------------------------------------------------------------------------------
 
+// An empty version is worth another look when a newer one has come meanwhile.
+bool Erfassungsdateien::öffnen(const Version& version, Fehlerweg weg) {
+    try {
+        return kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg);
+    } catch (Dateischaden& leer) {
+        leer.zweimal_gesehen = in_Kraft(links(version.stamm, 4)).stamm == version.stamm;
+        throw;
+    }
+}
+
 // Nothing, with IgnoreErrors alone, when the file cannot be opened.
 std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& version, const Text& yymm,
                                                             Fehlerweg weg) {
@@ -43,7 +53,7 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
     inhalt.yymm = yymm;
     inhalt.stamm = version.stamm;
     if (version.stamm.empty()) return inhalt;
-    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg)) return std::nullopt;
+    if (!öffnen(version, weg)) return std::nullopt;
     try {
         Monat_einlesen(kanal_, pfad(version.name), Codefilter(konfig_.werte().U()), inhalt);
     } catch (...) {

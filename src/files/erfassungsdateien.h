@@ -88,6 +88,7 @@ private:
     Text heutiger_Stamm(TextView yymm) const { return Text(yymm) + u" " + platz_.Heute_S; }
     Text heutige_Datei(TextView yymm) const { return heutiger_Stamm(yymm) + u" Data.dat"; }
 
+    bool öffnen(const Version& version, Fehlerweg weg);
     std::optional<Monatsinhalt> einmal_lesen(const Version& version, const Text& yymm, Fehlerweg weg);
     Monatsinhalt zweimal_lesen(const Text& yymm);
     void einlesen(const Text& yymm, Monatsstand& ziel);

@@ -144,7 +144,7 @@ TEST(Ausstehende, NachEinigenVersuchenWirdEsGesagt) {
     p.erfassung.Erfassungsdaten_lesen(u"2611");
     int geschrieben = 0;
     p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
-        geschrieben += aufruf == "write" ? 1 : 0;
+        geschrieben += aufruf == "write" && pfad == p.pfad(HEUTE) ? 1 : 0;
         if (aufruf == "open" && pfad == p.pfad(HEUTE)) p.Monatsdatei(HEUTE, {A0}); // every append is lost
     };
     EXPECT_TRUE(p.erfassung.Datensatz_speichern(A1));
