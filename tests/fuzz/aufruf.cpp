@@ -2,11 +2,10 @@
 #include "frame/aufruf.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Text alles = aus_utf8({reinterpret_cast<const char*>(daten), größe});
+void prüfe(const Eingabe& eingabe) {
+    const Text alles = aus_utf8(eingabe.alles);
     const Aufruf aufruf(teilen(alles, u'\n'));
     for (const TextView name : {u"d", u"enforcestart", u"nowelcomescreen", u"silent", u"path", u"setpath",
                                 u"lookback", u"a", u"setting"}) {
@@ -17,5 +16,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
         fordere(enthält(alles, *wert), "a value that nobody gave");
     }
     fordere(!aufruf.enthalten(u"unbekannt"), "a name that is none");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

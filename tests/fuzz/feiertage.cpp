@@ -2,12 +2,10 @@
 #include "files/feiertagsdatei.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     std::vector<Text> vorlage{u"[KalvoraFeiertageDat]", u"[049:Deutschland]"};
     for (int r = 0; r < FEIERTAGSREGELN_LAND; ++r)
         vorlage.push_back(u"1:01.01.:Neujahr");
@@ -16,11 +14,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     p.fs.schreibe(pfad, eingabe.datei);
     Feiertagsdatei datei(p.kanal, p.platz);
     const auto leser = [&] { datei.Feiertage_lesen(); };
-    if (!lesen(p, leser)) return 0;
+    if (!lesen(p, leser)) return;
     const int zeilen = datei.Feiertagsregeln().anzahl();
     fordere(zeilen >= FEIERTAGSREGELN_LAND && zeilen <= FEIERTAGSREGELN_HÖCHSTENS, "number of rules");
     // A country that looks like a rule would be taken for the older form.
     if (zeichen(datei.Land(), 2) != u':')
         hin_und_zurück(p, pfad, leser, [&] { datei.Feiertage_schreiben(); });
-    return 0;
 }
+
+} // namespace kalvora::fuzz

@@ -4,8 +4,7 @@
 
 #include "calendar/feiertage.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
 namespace {
 
@@ -29,8 +28,7 @@ void Ergebnis_prüfen(const Feiertage& f) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
+void prüfe(const Eingabe& eingabe) {
     const int Startjahr = 2000 + eingabe.wahl % 77;
     Feld<Text> regeln;
     for (Text& zeile : eingabe.zeilen())
@@ -41,5 +39,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
         fordere(fehler.nummer == 13 && fehler.zeile >= 1, fehler.what());
         fordere(!alle_lesbar(regeln), "a readable rule that cannot be computed");
     }
-    return 0;
 }
+
+} // namespace kalvora::fuzz

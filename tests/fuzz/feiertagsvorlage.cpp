@@ -2,17 +2,16 @@
 #include "files/feiertagsdatei.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     p.fs.schreibe(p.platz.Programmpfad + u"KalvoraFtg.dat", eingabe.datei);
     Feiertagsdatei datei(p.kanal, p.platz);
     const TextView code = (eingabe.wahl & 2) != 0 ? u"049" : u"033";
-    if (!lesen(p, [&] { datei.KalvoraFeiertageDat_lesen(code); })) return 0;
+    if (!lesen(p, [&] { datei.KalvoraFeiertageDat_lesen(code); })) return;
     fordere(datei.Feiertagsregeln().anzahl() == FEIERTAGSREGELN_LAND, "sixteen rows");
     fordere(lesen(p, [&] { datei.Feiertage_berechnen(); }), "rows of a template that cannot be computed");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

@@ -2,12 +2,10 @@
 #include "files/feiertagsdatei.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     p.fs.schreibe(p.platz.Datenpfad + u"Ferientage.dat", eingabe.datei);
     Ferientagedatei datei(p.kanal, p.platz);
     fordere(lesen(p, [&] { datei.Ferientage_lesen(); }), "no fault in it stops anybody");
@@ -17,5 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
         for (int tag = -1; tag <= 33; ++tag)
             fordere(!datei.Ferientag(tag) || (tag >= 1 && tag <= 31 && !monat.empty()), "a school holiday");
     }
-    return 0;
 }
+
+} // namespace kalvora::fuzz

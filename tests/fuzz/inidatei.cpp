@@ -1,12 +1,10 @@
 // The ini file: damage costs the personal choices and nothing more. A damaged file goes and is logged.
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     p.konfig.ändern() = Konfiguration_Standard(p.platz.Benutzername);
     p.konfig.ableiten();
     p.fs.schreibe(p.platz.Inipfad + u"Kalvora_Anderer.ini", "x");
@@ -34,5 +32,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     fordere(p.fs.gibt_es(pfad), "a file written here is taken here");
     fordere(wieder.wahl().TaSum == geändert.TaSum && wieder.wahl().Ordner == geändert.Ordner,
             "choices that do not come back");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

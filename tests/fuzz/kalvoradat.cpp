@@ -2,12 +2,10 @@
 #include "files/kalvoradat.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     const Text pfad = ((eingabe.wahl & 2) != 0 ? p.platz.Programmpfad : p.platz.Systempfad) + u"Kalvora.dat";
     p.fs.schreibe(pfad, eingabe.datei);
     p.fs.schreibe(u"/srv/x/Data/2611 261101 Data.dat", als_Datei({u"[2611]", u"", u"NoEx:NoEx"}));
@@ -15,16 +13,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     p.platz.Datenpfad.clear();
     p.platz.Logpfad.clear();
     const auto leser = [&] { Kalvoradat_lesen(p.kanal, p.platz); };
-    if (!lesen(p, leser, p.platz.Systempfad + u"Kalvora.dat")) return 0;
+    if (!lesen(p, leser, p.platz.Systempfad + u"Kalvora.dat")) return;
     for (const Text& ordner : {p.platz.Datenpfad, p.platz.Logpfad, p.platz.Datenpfad_alt})
         fordere(ordner.empty() || ordner.ends_with(u'/'), "a folder ends in its separator");
-    if (p.platz.Datenpfad.empty()) return 0;
+    if (p.platz.Datenpfad.empty()) return;
     const Text gelesen = p.platz.Datenpfad;
     try {
         Kalvoradat_schreiben(p.kanal, p.platz);
     } catch (const Programmabbruch&) { // a path that no line can hold
-        return 0;
+        return;
     }
     fordere(lesen(p, leser) && p.platz.Datenpfad == gelesen, "a path that does not come back");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

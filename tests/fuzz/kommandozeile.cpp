@@ -2,13 +2,12 @@
 #include "fuzz/fuzzplatz.h"
 #include "ui/konsole/skriptleser.cpp" // NOLINT(bugprone-suspicious-include): the console is no part of this build
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Kommandozeile zeile = zerlegen(aus_utf8({reinterpret_cast<const char*>(daten), größe}), 7);
+void prüfe(const Eingabe& eingabe) {
+    const Kommandozeile zeile = zerlegen(aus_utf8(eingabe.alles), 7);
     fordere(zeile.nummer == 7, "the line's number");
-    if (!zeile.fehler.empty() || zeile.worte.empty()) return 0;
+    if (!zeile.fehler.empty() || zeile.worte.empty()) return;
     Text wieder;
     for (const Wort& wort : zeile.worte) {
         wieder += u" \"";
@@ -26,5 +25,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     fordere(zweite.fehler.empty() && zweite.worte.size() == zeile.worte.size(), "quoted words are words");
     for (std::size_t i = 0; i < zeile.worte.size(); ++i)
         fordere(zweite.worte[i].text == zeile.worte[i].text && zweite.worte[i].zitiert, "the same word");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

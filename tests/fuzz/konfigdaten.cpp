@@ -1,16 +1,14 @@
 // Konfigdaten.dat: what is taken is sound, and comes back when it is written.
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     const Text pfad = p.platz.Datenpfad + u"Konfigdaten.dat";
     p.fs.schreibe(pfad, eingabe.datei);
     const auto leser = [&] { p.konfig.Konfigdaten_lesen(); };
-    if (!lesen(p, leser)) return 0;
+    if (!lesen(p, leser)) return;
     const Konfiguration& k = p.konfig.werte();
     fordere(k.U() >= 1 && k.U() <= HÖCHSTZAHL_SÄTZE, "number of reasons");
     fordere(k.SF(k.U()).SF_Kennbuchstabe == u' ', "the delete button is the last reason");
@@ -21,5 +19,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
         fordere(k.Setting(n) >= 0 && k.Setting(n) <= 9, "a setting is a digit");
     k.Administratorenliste(true);
     hin_und_zurück(p, pfad, leser, [&] { p.konfig.Konfigdaten_schreiben(); });
-    return 0;
 }
+
+} // namespace kalvora::fuzz

@@ -1,29 +1,27 @@
 // The clean-up of a log: pairs go, and every other record stays where it was; other files stay untouched.
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
 namespace {
 
-std::vector<std::string> Sätze(const std::string& bytes) {
-    auto zeilen = als_Zeilen(bytes);
-    std::erase(zeilen, std::string());
+std::vector<Text> Sätze(const std::string& bytes) {
+    auto zeilen = als_Zeilen(bytes, u"");
+    std::erase(zeilen, Text());
     return zeilen;
 }
 
-bool ist_Teilfolge(const std::vector<std::string>& teil, const std::vector<std::string>& alle) {
+bool ist_Teilfolge(const std::vector<Text>& teil, const std::vector<Text>& alle) {
     std::size_t i = 0;
-    for (const std::string& zeile : alle)
+    for (const Text& zeile : alle)
         if (i < teil.size() && teil[i] == zeile) ++i;
     return i == teil.size();
 }
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     const bool Vormonat = (eingabe.wahl & 2) != 0;
     const Text pfad = p.platz.Logpfad + (Vormonat ? u"2610" : u"2611") + u" Kalvora.log";
     p.fs.schreibe(p.platz.Logpfad + u"2609 Kalvora.log", "x\r\n");
@@ -35,5 +33,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     fordere((vorher_Sätze.size() - nachher_Sätze.size()) % 2 == 0, "records go in pairs");
     fordere(ist_Teilfolge(nachher_Sätze, vorher_Sätze), "the others stay in their order");
     fordere(nachher || nachher_Sätze.size() < vorher_Sätze.size(), "a log without pairs is not removed");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

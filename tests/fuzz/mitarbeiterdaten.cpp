@@ -1,19 +1,17 @@
 // Mitarbeiterdaten.dat: what is taken has at least one row, and comes back when it is written.
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     p.platz.gebiet.Dezimaltrennzeichen = (eingabe.wahl & 2) != 0 ? u'.' : u',';
     p.konfig.ändern() = Konfiguration_Standard(p.platz.Benutzername);
     p.konfig.ableiten();
     const Text pfad = p.platz.Datenpfad + u"Mitarbeiterdaten.dat";
     p.fs.schreibe(pfad, eingabe.datei);
     const auto leser = [&] { p.personal.Mitarbeiterdaten_lesen(); };
-    if (!lesen(p, leser)) return 0;
+    if (!lesen(p, leser)) return;
     fordere(!p.personal.MA().leer(), "at least one row");
     fordere(p.platz.Startjahr >= 2000 && p.platz.Startjahr <= 2079, "a year that two digits can say");
     const Feld<Mitarbeiter> vorher = p.personal.MA();
@@ -23,5 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     }
     hin_und_zurück(p, pfad, leser, [&] { p.personal.Mitarbeiterdaten_schreiben(); });
     fordere(p.personal.MA() == vorher, "rows that do not come back");
-    return 0;
 }
+
+} // namespace kalvora::fuzz

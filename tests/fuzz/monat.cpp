@@ -3,8 +3,7 @@
 #include "files/erfassungsdateien.h"
 #include "fuzz/fuzzplatz.h"
 
-using namespace kalvora;
-using namespace kalvora::fuzz;
+namespace kalvora::fuzz {
 
 namespace {
 
@@ -20,7 +19,7 @@ void Inhalt_prüfen(const Monatsinhalt& inhalt, const Codefilter& filter) {
         fordere(k.von >= 1 && k.von <= k.bis && k.bis <= TAGE, "days of a comment");
 }
 
-Monatsinhalt gelesen(Fuzzplatz& p, const std::string& bytes) {
+Monatsinhalt gelesen(Prüfplatz& p, const std::string& bytes) {
     const Text pfad = p.platz.Datenpfad + u"gelesen";
     p.fs.schreibe(pfad, bytes);
     Monatsinhalt inhalt;
@@ -31,7 +30,7 @@ Monatsinhalt gelesen(Fuzzplatz& p, const std::string& bytes) {
     return inhalt;
 }
 
-void verdichten(Fuzzplatz& p, const Monatsinhalt& inhalt) {
+void verdichten(Prüfplatz& p, const Monatsinhalt& inhalt) {
     std::vector<Text> namen;
     for (const Erfassungssatz& satz : inhalt.Erfassungsdaten)
         if (&satz == &inhalt.Erfassungsdaten(inhalt.letzter_Satz(satz.BenId))) namen.push_back(satz.BenId);
@@ -53,9 +52,8 @@ void verdichten(Fuzzplatz& p, const Monatsinhalt& inhalt) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t größe) {
-    const Eingabe eingabe(daten, größe);
-    Fuzzplatz p;
+void prüfe(const Eingabe& eingabe) {
+    Prüfplatz p;
     p.konfig.ändern() = Konfiguration_Standard((eingabe.wahl & 2) != 0 ? u"jemand" : p.platz.Benutzername);
     p.konfig.ableiten();
     for (const TextView wer : {u"adam", u"Eva", u"", u"ÄÖ"})
@@ -69,7 +67,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
     const bool genommen = lesen(p, monat_lesen, p.platz.Logpfad);
     fordere(genommen == erfassung.lesbar(), "a month that was not read takes no entries");
     const bool alle = lesen(p, [&] { erfassung.Alle_Erfassungsdaten_einlesen(false); });
-    if (!genommen || !alle) return 0;
+    if (!genommen || !alle) return;
     const Monatsinhalt& inhalt = erfassung.monat();
     fordere(da == !inhalt.Erfassungsdaten.leer(), "the result tells of rows");
     Inhalt_prüfen(inhalt, Codefilter(p.konfig.werte().U()));
@@ -81,5 +79,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* daten, std::size_t gr�
                 "both ways of reading agree");
     }
     verdichten(p, inhalt);
-    return 0;
 }
+
+} // namespace kalvora::fuzz

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 
 #include "hilfen/speicher_platte.h"
 #include "hilfen/stoerung.h"
@@ -25,6 +26,8 @@ public:
     void störe_nicht() { störstellen_.aufheben(); }
     const std::vector<Dateiaufruf>& tagebuch() const { return tagebuch_; }
     void tagebuch_leeren() { tagebuch_.clear(); }
+    // Does something just before each call, with its name and path; its own calls are not reported.
+    std::function<void(const std::string& aufruf, const Text& pfad)> davor;
     // Calls of that name ("" all, "*" all that change something) since the diary was emptied.
     int anzahl(const std::string& name, TextView maske = u"*") const {
         return static_cast<int>(std::count_if(tagebuch_.begin(), tagebuch_.end(), [&](const Dateiaufruf& a) {
@@ -153,6 +156,12 @@ private:
         std::size_t stelle = 0;
     };
 
+    void melde(const std::string& aufruf, const Text& pfad) {
+        if (!davor || drin_) return;
+        drin_ = true;
+        davor(aufruf, pfad);
+        drin_ = false;
+    }
     static bool ändernd(const std::string& name) {
         return name != "read" && name != "read_at" && name != "info" && name != "list" && name != "open" &&
                name != "change_folder" && name != "close" && name != "real_folder";
@@ -170,6 +179,7 @@ private:
 
     template <class T, class F>
     Ergebnis<T> rufe(Dateiaufruf a, bool ändert, F&& f) {
+        melde(a.name, a.pfad);
         const Störung* s = störstellen_.treffer(a.name, a.pfad, ändert);
         if (endet_davor(s)) throw Programmende{};
         Ergebnis<T> e = wirkt(s) ? f() : Ergebnis<T>::fehler(s->nummer);
@@ -223,6 +233,7 @@ private:
         if (hit == offen_.end() || hit->second.modus == OpenMode::Read)
             return Ergebnis<std::size_t>::fehler(57);
         Offen& o = hit->second;
+        melde("write", o.pfad);
         const Störung* s = störstellen_.treffer("write", o.pfad, true);
         if (s && s->wirkung == Wirkung::Ende) throw Programmende{};
         Ergebnis<std::size_t> e = std::size_t{0};
@@ -293,6 +304,7 @@ private:
     std::map<Handle, Offen> offen_;
     Handle nächster_ = 0;
     Text hier_ = u"/";
+    bool drin_ = false;
 };
 
 } // namespace kalvora

@@ -75,36 +75,6 @@ TEST_F(Formulare, Steuerelemente_und_Widgets_entsprechen_einander) {
     EXPECT_EQ(Fenster_aus_Formular(u"frmKeines"), nullptr);
 }
 
-TEST_F(Formulare, Fehlendes_und_fremdes_Widget_nennt_Fenster_und_Steuerelement) {
-    for (Form* form : alle)
-        for (const Control* c : form->controls()) {
-            if (!hat_Widget(*c)) continue;
-            const std::string ort = zu_utf8(form->name() + u"." + c->full_name());
-            auto fenster = Fenster_aus_Formular(form->name());
-            fenster->findChild<QWidget*>(qt(c->object_name()))->setObjectName(QStringLiteral("anders"));
-            // The day sums and the weeks name the plan as the table that they follow.
-            if (c->name() != u"msgFlexGrid")
-                EXPECT_EQ(Bindung(*form, std::move(fenster)), "Steuerelement fehlt im Fenster: " + ort);
-            else
-                EXPECT_EQ(Bindung(*form, std::move(fenster)), "Leittabelle fehlt im Fenster: frmKalvora");
-        }
-    const std::array<std::pair<Form*, Control*>, 6> fremde{{{&haupt, &haupt.tabMonate},
-                                                            {&haupt, &haupt.cmbMitarbeitergruppen},
-                                                            {&haupt, haupt.cmdAuswahl(8).get()},
-                                                            {&haupt, &haupt.lblStatus2},
-                                                            {&haupt, &haupt.lblKommentar},
-                                                            {&start, &start.cmdAuswahl2}}};
-    for (const auto& [form, c] : fremde) {
-        auto fenster = Fenster_aus_Formular(form->name());
-        QWidget* alt = fenster->findChild<QWidget*>(qt(c->object_name()));
-        auto* neu = new QWidget(alt->parentWidget());
-        delete alt;
-        neu->setObjectName(qt(c->object_name()));
-        EXPECT_EQ(Bindung(*form, std::move(fenster)),
-                  "Steuerelement von anderer Art: " + zu_utf8(form->name() + u"." + c->full_name()));
-    }
-}
-
 TEST_F(Formulare, Fehlbindung_laesst_nichts_zurueck) {
     struct Fremdform : Form {
         explicit Fremdform(Application& app) : Form(app, u"frmStart") {}
@@ -120,7 +90,7 @@ TEST_F(Formulare, Fehlbindung_laesst_nichts_zurueck) {
     EXPECT_EQ(fremd.view(), nullptr);
     EXPECT_FALSE(fremd.knopf.user_click());
     app.open(start);
-    EXPECT_NE(start.view(), nullptr);
+    EXPECT_TRUE(system.window(start)->isVisible()) << "shown before the program goes on";
     app.close(start);
 }
 

@@ -1,5 +1,4 @@
-// The tests' own main: a QApplication must stand before the first window. Bilder: with KALVORA_BILDER set to
-// a folder the picture tests write their windows there.
+// The tests' own main: a QApplication must stand before the first window.
 #include <gtest/gtest.h>
 
 #include <QApplication>

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QScrollBar>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -45,13 +46,6 @@ struct Plan : testing::Test {
         plan().horizontalScrollBar()->setValue(versatz);
         t.zeigen();
     }
-    QImage bild(PlanAnsicht& von, const QRect& teil) { return von.viewport()->grab(teil).toImage(); }
-    QRect Namensspalte() {
-        return {0, plan().body_rect().top(), plan().columns().fest(), plan().body_rect().height()};
-    }
-    QRect Kopfzeile() {
-        return {plan().columns().fest(), 0, plan().body_rect().width(), plan().body_rect().top()};
-    }
     QString Tipp(int row, int col) {
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->inherits("QTipLabel")) w->hide(); // otherwise it lingers
@@ -70,11 +64,8 @@ TEST_F(Plan, Ziehen_markiert_Tage_und_Zeilen_genau) {
         std::vector<std::pair<int, int>> weg;
         Selection erwartet;
     };
-    const Fall FÄLLE[]{{{{3, 5}, {3, 6}, {3, 8}}, {3, 5, 3, 8}},
-                       {{{3, 8}, {3, 5}}, {3, 8, 3, 5}},
-                       {{{2, 4}, {4, 9}, {6, 7}}, {2, 4, 6, 7}},
-                       {{{6, 7}, {2, 4}, {7, 2}}, {6, 7, 7, 2}},
-                       {{{5, 5}}, {5, 5, 5, 5}},
+    const Fall FÄLLE[]{{{{3, 5}, {3, 6}, {3, 8}}, {3, 5, 3, 8}}, {{{2, 4}, {4, 9}, {6, 7}}, {2, 4, 6, 7}},
+                       {{{6, 7}, {2, 4}, {7, 2}}, {6, 7, 7, 2}}, {{{5, 5}}, {5, 5, 5, 5}},
                        {{{4, 3}, {4, 0}}, {4, 3, 4, 1}},  // over the names: day 1
                        {{{4, 3}, {0, 5}}, {4, 3, 1, 5}}}; // over the headings: the first row
     for (const Fall& fall : FÄLLE) {
@@ -87,10 +78,9 @@ TEST_F(Plan, Ziehen_markiert_Tage_und_Zeilen_genau) {
         EXPECT_TRUE(tab.HighLight());
     }
     ereignisse.clear();
-    ziehe(plan(), {t.Mitte(0, 4), t.Mitte(3, 6)});
     ziehe(plan(), {t.Mitte(4, 0), t.Mitte(3, 6)});
-    EXPECT_EQ(tab.selection(), FÄLLE[6].erwartet) << "a drag begins in the body";
-    EXPECT_EQ(ereignisse, (Liste{"ab 0,4", "auf 3,6", "ab 4,0", "auf 3,6"}));
+    EXPECT_EQ(tab.selection(), FÄLLE[5].erwartet) << "a drag begins in the body";
+    EXPECT_EQ(ereignisse, (Liste{"ab 4,0", "auf 3,6"}));
 }
 
 TEST_F(Plan, Ziehen_ueber_den_Rand_rollt_und_endet_draussen) {
@@ -104,12 +94,6 @@ TEST_F(Plan, Ziehen_ueber_den_Rand_rollt_und_endet_draussen) {
     EXPECT_GT(tab.selection().row_sel, letzte_sichtbare);
     QTest::mouseRelease(plan().viewport(), Qt::LeftButton, {}, drunter);
     EXPECT_EQ(tab.selection().row, 3);
-    const Selection ende = tab.selection();
-    const int oben = tab.TopRow();
-    QTest::qWait(50);
-    bewege(*plan().viewport(), t.Mitte(tab.TopRow(), 9));
-    EXPECT_EQ(tab.selection(), ende);
-    EXPECT_NEAR(tab.TopRow(), oben, 1);
 }
 
 TEST_F(Plan, Maustasten_Zusatztasten_Doppelklick) {
@@ -137,18 +121,13 @@ TEST_F(Plan, Tasten_bewegen_und_erweitern) {
     const Selection mitte{5, 10, 5, 10};
     const Fall FÄLLE[]{{Qt::Key_Right, {}, mitte, {5, 11, 5, 11}},
                        {Qt::Key_Up, {}, mitte, {4, 10, 4, 10}},
-                       {Qt::Key_Left, Qt::ShiftModifier, {5, 10, 6, 12}, {5, 10, 6, 11}},
                        {Qt::Key_Down, Qt::ShiftModifier, {5, 10, 6, 12}, {5, 10, 7, 12}},
                        {Qt::Key_Down, {}, {5, 10, 6, 12}, {7, 12, 7, 12}},
                        {Qt::Key_Home, {}, mitte, {5, 1, 5, 1}},
                        {Qt::Key_End, {}, mitte, {5, 30, 5, 30}},
-                       {Qt::Key_End, Qt::ShiftModifier, mitte, {5, 10, 5, 30}},
-                       {Qt::Key_Home, Qt::ControlModifier, mitte, {1, 10, 1, 10}},
                        {Qt::Key_End, Qt::ControlModifier, mitte, {letzte, 10, letzte, 10}},
                        {Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier, mitte, {5, 10, letzte, 10}},
-                       {Qt::Key_Left, {}, {5, 1, 5, 1}, {5, 1, 5, 1}},
                        {Qt::Key_Right, {}, {5, 30, 5, 30}, {5, 30, 5, 30}},
-                       {Qt::Key_Up, {}, {1, 3, 1, 3}, {1, 3, 1, 3}},
                        {Qt::Key_Down, {}, {letzte, 3, letzte, 3}, {letzte, 3, letzte, 3}}};
     for (const Fall& fall : FÄLLE) {
         tab.set_selection(fall.vorher);
@@ -167,28 +146,45 @@ TEST_F(Plan, Tasten_bewegen_und_erweitern) {
 
 TEST_F(Plan, Namen_Koepfe_und_Wochen_bleiben_und_stehen_uebereinander) {
     ASSERT_GT(plan().horizontalScrollBar()->maximum(), 100);
-    auto& wochen = t.tabelle("msgFlexKaWo");
-    auto& summen = t.tabelle("msgFlexTaSu");
-    tab.set_marked_col(0); // its frame runs through the headings
-    rollen(1, 0);
-    const QImage namen = bild(plan(), Namensspalte()), kopf = bild(plan(), Kopfzeile());
-    rollen(1, 120);
-    EXPECT_EQ(bild(plan(), Namensspalte()), namen);
-    EXPECT_NE(bild(plan(), Kopfzeile()), kopf) << "days go sideways with their headings";
-    rollen(9, 0);
-    EXPECT_EQ(bild(plan(), Kopfzeile()), kopf);
-    EXPECT_NE(bild(plan(), Namensspalte()), namen);
     for (const int versatz : {0, 57, plan().horizontalScrollBar()->maximum()}) {
-        rollen(5, versatz);
+        rollen(7, versatz);
+        EXPECT_EQ(plan().cell_rect(9, 0).left(), 0);
+        EXPECT_EQ(plan().cell_rect(0, 30).top(), 0);
         for (int tag = 0; tag <= 31; ++tag)
-            for (PlanAnsicht* folgt : {&wochen, &summen}) {
+            for (const char* folgt : {"msgFlexKaWo", "msgFlexTaSu"}) {
                 const auto x = [&](PlanAnsicht& v) {
                     return v.viewport()->mapToGlobal(v.cell_rect(0, tag).topLeft()).x();
                 };
-                ASSERT_EQ(x(*folgt), x(plan())) << "day " << tag << " scrolled by " << versatz;
+                ASSERT_EQ(x(t.tabelle(folgt)), x(plan())) << "day " << tag << " scrolled by " << versatz;
             }
     }
-    EXPECT_GE(plan().columns().rechts(30), plan().viewport()->width() - 60) << "the end can be reached";
+    EXPECT_TRUE(plan().body_rect().contains(plan().cell_rect(9, 30))) << "the end can be reached";
+}
+
+// What must be told apart at a glance is painted differently.
+TEST_F(Plan, Arten_von_Tagen_und_Markierung_sind_zu_sehen) {
+    const Cell arten[] = {{}, // a row of its own: only the cell itself can differ
+                          {u"", 0, 0xE8E8E8, u' ', false},
+                          {u"", 0, 0xC0C0FF, u' ', false},
+                          {Text(1, FESTES_LEERZEICHEN), 0, 0xE8E8E8, u'8', false},
+                          {u"U", 0, 0x80FF80, u'1', false},
+                          {u"U", 0, 0x80FF80, u'1', true}};
+    for (int n = 0; n < 6; ++n)
+        tab.edit(5, 2 + n) = arten[n];
+    t.zeigen();
+    const auto bild = [&](int row, int tag) {
+        const QRect r = plan().cell_rect(row, tag).adjusted(1, 1, -2, -2);
+        return plan().viewport()->grab(r).toImage().scaled(20, 16);
+    };
+    for (int a = 2; a <= 7; ++a)
+        for (int b = 2; b < a; ++b)
+            EXPECT_NE(bild(5, a), bild(5, b)) << "day " << a << " looks like day " << b;
+    tab.set_selection({4, 9, 6, 11});
+    const QImage drinnen = bild(5, 10), daneben = bild(7, 10);
+    tab.set_HighLight(true);
+    t.zeigen();
+    EXPECT_NE(bild(5, 10), drinnen);
+    EXPECT_EQ(bild(7, 10), daneben);
 }
 
 TEST_F(Plan, Rad_rollt_drei_Zeilen_und_seitwaerts) {
@@ -218,13 +214,9 @@ TEST_F(Plan, Tipps_und_Ansagen_sagen_was_die_Logik_sagt) {
     EXPECT_TRUE(Tipp(3, 4).contains(QStringLiteral("Urlaub\n&lt;b&gt;Kur&lt;/b&gt;")))
         << Tipp(3, 4).toStdString();
     tab.edit(2, 0).text = u"Freifrau von und zu Hohenlohe-Waldenburg, Elisabeth Charlotte";
-    tab.edit(3, 0).text = u"Kurz, O";
     t.zeigen();
     EXPECT_TRUE(Tipp(2, 0).contains(QStringLiteral("Elisabeth Charlotte"))) << "a name that is cut";
     EXPECT_EQ(Tipp(3, 0), QString());
-    tab.tool_tip = [](int, int) -> Text { throw std::runtime_error("kaputt"); };
-    EXPECT_EQ(Tipp(3, 4), QString());
-
     tab.accessible_name = [](int row, int col) {
         return row == 4 && col == 4 ? Text(u"Mittwoch 4. November, Urlaub") : Text();
     };
@@ -232,18 +224,12 @@ TEST_F(Plan, Tipps_und_Ansagen_sagen_was_die_Logik_sagt) {
     ASSERT_TRUE(zugang && zugang->tableInterface());
     EXPECT_EQ(zugang->text(QAccessible::Name), QStringLiteral("Monatsplan"));
     auto* tafel = zugang->tableInterface();
-    EXPECT_EQ(tafel->rowCount(), tab.rows());
     EXPECT_EQ(tafel->columnCount(), 31) << "names and thirty days; the key column is none";
     QAccessibleInterface* zelle = tafel->cellAt(4, 4);
     EXPECT_EQ(zelle->text(QAccessible::Name), QStringLiteral("Mittwoch 4. November, Urlaub"));
-    EXPECT_EQ(zelle->parent(), zugang);
-    EXPECT_EQ(tafel->cellAt(0, 4)->text(QAccessible::Name), QStringLiteral("Mi 4"));
-    EXPECT_FALSE(zelle->state().selected);
     ziehe(plan(), {t.Mitte(4, 3), t.Mitte(4, 5)});
     EXPECT_TRUE(zelle->state().selected);
     EXPECT_EQ(tafel->selectedCellCount(), 3);
-    const QPoint global = plan().viewport()->mapToGlobal(t.Mitte(4, 4));
-    EXPECT_EQ(zugang->childAt(global.x(), global.y()), zelle);
 }
 
 TEST(Plangroesse, Einunddreissig_Tage_passen_auf_1280_mal_720) {
@@ -253,7 +239,11 @@ TEST(Plangroesse, Einunddreissig_Tage_passen_auf_1280_mal_720) {
         t.form.cmdAuswahl(b)->set_caption(u"Grund Nummer " + ziffern(b));
         t.form.cmdAuswahl(b)->set_visible(true);
     }
+    t.form.picKommentar.show(u"Zahnarzt am Vormittag, danach im Büro", 4, 20);
     t.zeigen();
+    const auto* kommentar = t.fenster().findChild<QLabel*>(QStringLiteral("lblKommentar"));
+    EXPECT_TRUE(kommentar->isVisible());
+    EXPECT_GE(kommentar->height(), kommentar->heightForWidth(kommentar->width())) << "the whole text is seen";
     EXPECT_EQ(t.fenster().size(), QSize(1280, 720));
     EXPECT_EQ(t.plan().horizontalScrollBar()->maximum(), 0);
     EXPECT_LE(t.plan().columns().rechts(31), t.plan().viewport()->width());

@@ -1,5 +1,5 @@
-// A main window with made-up contents on the real windowing system: November 2026, two weeks of holidays and
-// sick leave for a few dozen people below their headings. Every date is fixed.
+// A main window with made-up contents on the real windowing system: November 2026, today the 18th, a few
+// dozen people below their headings.
 #pragma once
 
 #include <QWidget>
@@ -10,7 +10,7 @@
 
 namespace kalvora {
 
-void fülle_Plan(frmKalvora& form, int personen, int heute = 18);
+void fülle_Plan(frmKalvora& form, int personen);
 
 struct Testfenster {
     explicit Testfenster(int personen = 40, QSize größe = {1280, 720});

@@ -4,16 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 #include "base/cp1252.h"
 #include "files/zeilen.h"
-#include "frame/programm.h"
+#include "hilfen/konsolenlauf.h"
 #include "hilfen/temp_ordner.h"
-#include "hilfen/test_uhr.h"
-#include "hilfen/test_umgebung.h"
 #include "platform/posix/posix_filesystem.h"
-#include "ui/konsole/konsolen_fenstersystem.h"
 
 namespace kalvora {
 namespace {
@@ -59,32 +55,23 @@ std::vector<Text> Worte(TextView text) {
     return worte;
 }
 
-// "04.11.2026 08:15"
-bool Uhr_lesen(const std::string& text, Zeitpunkt& uhr) {
-    Zeitpunkt z;
-    const int gelesen = std::sscanf(text.c_str(), "%2d.%2d.%4d %2d:%2d", &z.tag.tag, &z.tag.monat,
-                                    &z.tag.jahr, &z.stunde, &z.minute);
-    if (gelesen == 5) uhr = z;
-    return gelesen == 5;
-}
-
-void Firma_lesen(const Text& wert, Kopf& kopf) {
-    for (const Text& wunsch : Worte(wert)) {
-        const auto teile = teilen(wunsch, u'=');
-        kopf.firma.push_back("--" + zu_utf8(teile[0]));
-        if (teile.size() > 1) kopf.firma.push_back(zu_utf8(teile[1]));
-    }
-}
-
 void Kopfzeile_lesen(const std::string& zeile, Kopf& kopf) {
-    const auto hat = [&](const char* name) { return zeile.rfind(std::string("# ") + name + ":", 0) == 0; };
+    const auto hat = [&](const char* name) { return zeile.starts_with(std::string("# ") + name + ":"); };
     const Text wert(trimmen(aus_utf8(zeile.substr(std::min(zeile.size(), zeile.find(':') + 1)))));
     if (hat("aufruf")) kopf.aufruf = Worte(wert);
     if (hat("vorlauf")) kopf.vorläufe.push_back(Worte(wert));
-    if (hat("firma")) Firma_lesen(wert, kopf);
     if (hat("benutzer")) kopf.benutzer = wert;
     if (hat("inhalt")) kopf.inhalt.push_back(wert);
-    if (hat("uhr") && !Uhr_lesen(zu_utf8(wert), kopf.uhr)) kopf.fehler = "not a time: " + zeile;
+    if (hat("firma"))
+        for (const Text& wunsch : Worte(wert)) {
+            const auto teile = teilen(wunsch, u'=');
+            kopf.firma.push_back("--" + zu_utf8(teile[0]));
+            if (teile.size() > 1) kopf.firma.push_back(zu_utf8(teile[1]));
+        }
+    Zeitpunkt& z = kopf.uhr; // "04.11.2026 08:15"
+    if (hat("uhr") && std::sscanf(zu_utf8(wert).c_str(), "%2d.%2d.%4d %2d:%2d", &z.tag.tag, &z.tag.monat,
+                                  &z.tag.jahr, &z.stunde, &z.minute) != 5)
+        kopf.fehler = "not a time: " + zeile;
 }
 
 Kopf Kopf_lesen(const std::string& skript) {
@@ -140,113 +127,53 @@ bool Firma_gründen(const Kopf& kopf, const fs::path& ordner) {
     return std::system((befehl + " >/dev/null").c_str()) == 0;
 }
 
-class Skriptlauf {
-public:
-    explicit Skriptlauf(std::string skript) : kopf_(Kopf_lesen(skript)) {
-        fs::create_directories(ordner_.ordner() / "temp");
-        umgebung_.variablen[u"USERNAME"] = kopf_.benutzer;
-        umgebung_.variablen[u"KALVORA_SYSTEMPFAD"] = ordner_.pfad(u"platz");
-        umgebung_.variablen[u"TEMP"] = ordner_.pfad(u"temp");
-        umgebung_.programmordner = aus_utf8(KALVORA_BIN_DIR "/");
-        skript_.str(ersetzt(std::move(skript), "{ordner}", ordner_.ordner().string()));
-    }
-
-    // Transcript, exit status and the contents asked for; the temporary folder is "{ordner}".
-    std::string ergebnis() {
-        if (!kopf_.fehler.empty()) return kopf_.fehler + "\n";
-        fs::current_path(ordner_.ordner()); // the program of the script before left this process in its own
-        if (!kopf_.firma.empty() && !Firma_gründen(kopf_, ordner_.ordner())) return "kalvora-firma failed\n";
-        for (const std::vector<Text>& aufruf : kopf_.vorläufe)
-            vorlaufen(aufruf);
-        const int status = laufen(kopf_.aufruf, skript_, protokoll_);
-        const int ende = status != 0 ? 2 : protokoll_.Fehlerzahl() > 0 ? 1 : 0;
-        ausgabe_ += "STATUS " + std::to_string(ende) + "\n" + Inhalte(ordner_.ordner(), kopf_.inhalt);
-        return ersetzt(ausgabe_, ordner_.ordner().string(), "{ordner}");
-    }
-
-private:
-    // A run without commands, of which nothing is shown.
-    void vorlaufen(const std::vector<Text>& aufruf) {
-        std::istringstream nichts;
-        Protokoll verworfen([](std::string_view) {});
-        laufen(aufruf, nichts, verworfen);
-    }
-
-    int laufen(const std::vector<Text>& kopfaufruf, std::istream& skript, Protokoll& protokoll) {
-        Skriptuhr uhr(echte_, kopf_.uhr);
-        Stromquelle quelle(skript, true);
-        KonsolenFenstersystem system(protokoll, quelle, uhr);
-        std::vector<Text> aufruf;
-        for (const Text& wort : kopfaufruf)
-            aufruf.push_back(Ersetzen(wort, u"{ordner}", aus_utf8(ordner_.ordner().string())));
-        const int status = Programm({dateien_, uhr, umgebung_}, system, aufruf).ausführen();
-        system.abschließen();
-        return status;
-    }
-
-    Kopf kopf_;
-    TempOrdner ordner_;
-    TestUmgebung umgebung_;
-    TestUhr echte_;
-    PosixFileSystem dateien_;
-    std::istringstream skript_;
-    std::string ausgabe_;
-    Protokoll protokoll_{[this](std::string_view zeile) { ausgabe_ += zeile; }};
-};
+// Transcript, exit status and the contents asked for; the temporary folder is "{ordner}".
+std::string Skriptergebnis(const std::string& skript) {
+    const Kopf kopf = Kopf_lesen(skript);
+    if (!kopf.fehler.empty()) return kopf.fehler + "\n";
+    const TempOrdner ordner;
+    const std::string hier = ordner.ordner().string();
+    fs::create_directories(ordner.ordner() / "temp");
+    fs::current_path(ordner.ordner()); // the program of the script before left this process in its own
+    TestUmgebung umgebung;
+    umgebung.variablen = {{u"USERNAME", kopf.benutzer},
+                          {u"KALVORA_SYSTEMPFAD", ordner.pfad(u"platz")},
+                          {u"TEMP", ordner.pfad(u"temp")}};
+    umgebung.programmordner = aus_utf8(KALVORA_BIN_DIR "/");
+    if (!kopf.firma.empty() && !Firma_gründen(kopf, ordner.ordner())) return "kalvora-firma failed\n";
+    PosixFileSystem dateien;
+    const auto laufen = [&](std::vector<Text> aufruf, const std::string& kommandos, Protokoll& protokoll) {
+        for (Text& wort : aufruf)
+            wort = Ersetzen(wort, u"{ordner}", aus_utf8(hier));
+        return Konsolenlauf(dateien, umgebung, kopf.uhr, aufruf, kommandos, protokoll);
+    };
+    Protokoll verworfen([](std::string_view) {});
+    for (const std::vector<Text>& aufruf : kopf.vorläufe)
+        laufen(aufruf, "", verworfen);
+    std::string ausgabe;
+    Protokoll protokoll([&](std::string_view zeile) { ausgabe += zeile; });
+    const int status = laufen(kopf.aufruf, ersetzt(skript, "{ordner}", hier), protokoll);
+    const int ende = status != 0 ? 2 : protokoll.Fehlerzahl() > 0 ? 1 : 0;
+    ausgabe += "STATUS " + std::to_string(ende) + "\n" + Inhalte(ordner.ordner(), kopf.inhalt);
+    return ersetzt(ausgabe, hier, "{ordner}");
+}
 
 // --- the comparison
 
-// Length of the longest common rest for each pair of positions.
-std::vector<std::vector<int>> gemeinsame_Reste(const std::vector<std::string>& a,
-                                               const std::vector<std::string>& b) {
-    std::vector<std::vector<int>> reste(a.size() + 1, std::vector<int>(b.size() + 1));
-    for (std::size_t i = a.size(); i-- > 0;)
-        for (std::size_t j = b.size(); j-- > 0;)
-            reste[i][j] = a[i] == b[j] ? reste[i + 1][j + 1] + 1 : std::max(reste[i + 1][j], reste[i][j + 1]);
-    return reste;
-}
-
-// Lines that are only expected behind "-", only found behind "+"; equal ones as "  N equal".
+// Lines that are only expected behind "-", only found behind "+", the first and last equal ones left out.
 std::string Unterschied(const std::string& erwartet, const std::string& gefunden) {
-    const auto a = Zeilen(erwartet), b = Zeilen(gefunden);
-    const auto reste = gemeinsame_Reste(a, b);
+    auto a = Zeilen(erwartet), b = Zeilen(gefunden);
+    const auto vorn = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    a.erase(a.begin(), vorn.first);
+    b.erase(b.begin(), vorn.second);
+    while (!a.empty() && !b.empty() && a.back() == b.back())
+        a.pop_back(), b.pop_back();
     std::string ergebnis;
-    int gleiche = 0;
-    const auto abschnitt = [&] {
-        if (gleiche > 0) ergebnis += "  " + std::to_string(gleiche) + " equal\n";
-        gleiche = 0;
-    };
-    for (std::size_t i = 0, j = 0; i < a.size() || j < b.size();) {
-        if (i < a.size() && j < b.size() && a[i] == b[j]) {
-            ++gleiche, ++i, ++j;
-            continue;
-        }
-        abschnitt();
-        const bool fehlt = j == b.size() || (i < a.size() && reste[i + 1][j] >= reste[i][j + 1]);
-        ergebnis += fehlt ? "- " + a[i++] + "\n" : "+ " + b[j++] + "\n";
-    }
-    abschnitt();
+    for (const std::string& zeile : a)
+        ergebnis += "- " + zeile + "\n";
+    for (const std::string& zeile : b)
+        ergebnis += "+ " + zeile + "\n";
     return ergebnis;
-}
-
-TEST(Skriptprüfung, findet_die_abweichenden_Zeilen) {
-    EXPECT_EQ(Unterschied("a\nb\nc\nd\n", "a\nc\nx\nd\ne\n"),
-              "  1 equal\n- b\n  1 equal\n+ x\n  1 equal\n+ e\n");
-    EXPECT_EQ(Unterschied("", "a\n"), "+ a\n");
-    EXPECT_EQ(Unterschied("a\n", ""), "- a\n");
-}
-
-TEST(Skriptprüfung, liest_den_Kopf_bis_zum_ersten_Kommando) {
-    const Kopf kopf =
-        Kopf_lesen("# Ein Satz: ohne Bedeutung\n# aufruf: /d:041126 /path \"{ordner}/a b\"\n\n"
-                   "# firma: mitarbeiter=5 seed=3\n# uhr: 31.12.2027 23:59\nzeige\n# benutzer: Zuspät\n");
-    EXPECT_EQ(kopf.aufruf, (std::vector<Text>{u"/d:041126", u"/path", u"{ordner}/a b"}));
-    EXPECT_EQ(kopf.firma, (std::vector<std::string>{"--mitarbeiter", "5", "--seed", "3"}));
-    EXPECT_EQ(kopf.uhr.tag, (Kalendertag{2027, 12, 31}));
-    EXPECT_EQ(kopf.uhr.minute, 59);
-    EXPECT_EQ(kopf.benutzer, u"Muster");
-    EXPECT_EQ(kopf.fehler, "");
-    EXPECT_NE(Kopf_lesen("# uhr: morgen\n").fehler, "");
 }
 
 // --- one test for each script
@@ -254,7 +181,7 @@ TEST(Skriptprüfung, liest_den_Kopf_bis_zum_ersten_Kommando) {
 class Skript : public testing::TestWithParam<std::string> {};
 
 TEST_P(Skript, verläuft_wie_erwartet) {
-    const std::string gefunden = Skriptlauf(Dateitext(GetParam())).ergebnis();
+    const std::string gefunden = Skriptergebnis(Dateitext(GetParam()));
     const fs::path erwartungsdatei = fs::path(GetParam()).replace_extension(".erwartet");
     if (const char* neu = std::getenv("KALVORA_SKRIPTE_NEU"); neu && std::string_view(neu) == "1") {
         std::ofstream(erwartungsdatei, std::ios::binary) << gefunden;

@@ -10,14 +10,14 @@ namespace kalvora::firma {
 
 class StummesFenstersystem : public WindowSystem {
 public:
-    std::vector<Text> Meldungen;
+    std::vector<Text> hinweise;
 
     void open(Form&) override {}
     void close(Form&) override {}
     void run(Form&) override {}
     void run_modal(Form&) override {}
     void quit() override {}
-    void message(const Text& text) override { Meldungen.push_back(text); }
+    void message(const Text& text) override { hinweise.push_back(text); }
     Antwort question(const Text&, const Frageart& art) override { return art.vorgabe; }
     void process_events() override {}
     void wait(double) override {}

@@ -15,15 +15,19 @@ std::string Tage(TextView regel, int jahr = 2024) {
 }
 
 TEST(Osterdatum, Tabelle) {
-    struct Fall {
-        int jahr, monat, tag;
-    };
-    for (const Fall& f : {Fall{1961, 4, 2}, Fall{1954, 4, 25}, Fall{1981, 4, 26}, Fall{2000, 4, 23},
-                          Fall{2008, 3, 23}, Fall{2011, 4, 24}, Fall{2016, 3, 27}, Fall{2024, 3, 31},
-                          Fall{2025, 4, 20}, Fall{2026, 4, 5}, Fall{2027, 3, 28}, Fall{2028, 4, 16},
-                          Fall{2038, 4, 25}, Fall{2049, 4, 25}, Fall{2076, 4, 26}, Fall{2100, 3, 27}}) {
-        EXPECT_EQ(Kalendertag_aus(Osterdatum(f.jahr)), (Kalendertag{f.jahr, f.monat, f.tag})) << f.jahr;
-    }
+    for (const auto& f : {Kalendertag{1961, 4, 2},
+                          {1954, 4, 25},
+                          {1981, 4, 26},
+                          {2000, 4, 23},
+                          {2008, 3, 23},
+                          {2016, 3, 27},
+                          {2025, 4, 20},
+                          {2026, 4, 5},
+                          {2038, 4, 25},
+                          {2049, 4, 25},
+                          {2076, 4, 26},
+                          {2100, 3, 27}})
+        EXPECT_EQ(Kalendertag_aus(Osterdatum(f.jahr)), f) << f.jahr;
     for (int jahr = 1900; jahr < 2100; ++jahr)
         EXPECT_EQ(Wochentag(Osterdatum(jahr)), 7) << jahr;
 }
@@ -38,7 +42,6 @@ TEST(Feiertagsregel, Tage_in_drei_Jahren) {
              Fall{u"1:01.01.:Neujahr", 2024, "240101|250101|260101|"},
              Fall{u"1:31.02.:Nie", 2024, "240231|250231|260231|"},
              Fall{u"1:VO0200:Karfreitag", 2024, "240329|250418|260403|"},
-             Fall{u"1:NO0000:Ostersonntag", 2024, "240331|250420|260405|"},
              Fall{u"1:NO0100:Ostermontag", 2024, "240401|250421|260406|"},
              Fall{u"1:NO6000:Fronleichnam", 2024, "240530|250619|260604|"},
              Fall{u"1:VO9900:Früh", 2024, "231223|250111|251227|"},
@@ -46,10 +49,8 @@ TEST(Feiertagsregel, Tage_in_drei_Jahren) {
              Fall{u"1:BU0000:Bußtag", 2022, "221116|231122|241120|"}, // 25.12.2022 is a Sunday
              Fall{u"1:W13100:Dritter Montag im Januar", 2024, "240115|250120|260119|"},
              Fall{u"1:W11400:Monat beginnt mit Montag", 2024, "240401|250407|260406|"},
-             Fall{u"1:W44B00:Vierter Donnerstag", 2024, "241128|251127|261126|"},
              Fall{u"1:W51A00:Erster Freitag im Oktober", 2024, "241004|251003|261002|"},
              Fall{u"1:L10500:Letzter Montag im Mai", 2024, "240527|250526|260525|"}, // 1.6.2026 is a Monday
-             Fall{u"1:L10C00:Letzter Montag im Dezember", 2024, "241230|251229|261228|"},
              Fall{u"1:L11500:Eine Woche davor", 2024, "240520|250519|260518|"},
              Fall{u"1:NO0100:Über die Jahrhundertwende", 1999, "990405|000424|010416|"},
              Fall{u"0:01.01.:Aus", 2024, "000000|"},
@@ -85,26 +86,18 @@ TEST(Feiertagsregel, Lesbar) {
         bool lesbar;
     };
     for (const Fall& f : {
-             Fall{u"0:000000:", 1, true},
              Fall{u"1:31.02.:Nie", 16, true},
-             Fall{u"1:W44B00:Thanksgiving", 1, true},
-             Fall{u"1:NO0000:Ostersonntag", 1, true},
-             Fall{u"1:NO6000:Fronleichnam", 1, true},
              Fall{u"1:BU0000:Bußtag", 1, true},
              Fall{u"1:XX0000:Unbekannte Art", 1, false},
-             Fall{u"0:W1D1xx:Aus", 1, true},
              Fall{u"1:W11000:Monat 0", 1, false},
              Fall{u"1:W21500:Dienstag", 1, false},
              Fall{u"1:ab.cd.:Fest", 1, false},
              Fall{u"1;01.01.;Falsch getrennt", 1, false},
-             Fall{u"1:01.01", 1, false},
              Fall{u"", 1, false},
              Fall{u"24.12.", 17, true},
              Fall{u"24.12.", 16, false},
              Fall{u"1:24.12.:Name", 17, false},
              Fall{u"24.12.26", 17, false},
-             Fall{u"24-12-", 17, false},
-             Fall{u"", 17, false},
          })
         EXPECT_EQ(Feiertagsregel_lesbar(f.regel, f.r), f.lesbar) << S(f.regel) << " in row " << f.r;
 }
@@ -127,11 +120,6 @@ TEST(Feiertage, Liste_nach_Jahren_und_Zeilen_mit_Namen) {
     EXPECT_EQ(Feiertagsname(f, u"281225"), std::nullopt);
 }
 
-TEST(Feiertage, Klammer_am_Namensanfang_und_leerer_Name) {
-    EXPECT_EQ(Feiertage_berechnen(2026, Feld<Text>{u"1:01.05.:"}).Feiertagsliste(1), u"260501:");
-    EXPECT_EQ(Feiertage_berechnen(2026, Feld<Text>{u"1:01.05.:(BW)"}).Feiertagsliste(1), u"260501");
-}
-
 TEST(Feiertage, Zeilen_jenseits_der_32_und_keine_Zeilen) {
     Feld<Text> regeln(32, Text(LEERE_FEIERTAGSREGEL));
     for (int r = 17; r <= 32; ++r)
@@ -142,6 +130,7 @@ TEST(Feiertage, Zeilen_jenseits_der_32_und_keine_Zeilen) {
     EXPECT_EQ(Feiertagsname(f, u"261231"), std::nullopt);
     EXPECT_EQ(Feiertage_berechnen(2026, {}).Feiertagsschlüssel, u"000000|");
     EXPECT_EQ(Feiertage_berechnen(2026, {}).Feiertagsliste, Feld<Text>{Text(u"000000")});
+    EXPECT_EQ(Feiertage_berechnen(2026, Feld<Text>{u"1:01.05.:(BW)"}).Feiertagsliste(1), u"260501");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,38 +18,30 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Vorlage {
-    std::string datei;
     Text kopf;
     Feld<Text> regeln;
 };
 
-Vorlage lesen(const fs::path& pfad) {
-    Vorlage v{pfad.filename().string(), {}, {}};
-    std::ifstream datei(pfad);
-    for (std::string zeile; std::getline(datei, zeile);) {
-        if (zeile.starts_with("#")) continue;
-        if (v.kopf.empty())
-            v.kopf = aus_utf8(zeile);
-        else
-            v.regeln.anfügen(aus_utf8(zeile));
+// By the country's code.
+std::map<std::string, Vorlage> alle_Vorlagen() {
+    std::map<std::string, Vorlage> vorlagen;
+    for (const auto& eintrag : fs::directory_iterator(KALVORA_DATEN_DIR "/feiertage")) {
+        if (eintrag.path().extension() != ".txt") continue;
+        Vorlage& v = vorlagen[eintrag.path().filename().string().substr(0, 3)];
+        std::ifstream datei(eintrag.path());
+        for (std::string zeile; std::getline(datei, zeile);) {
+            if (zeile.starts_with("#")) continue;
+            if (v.kopf.empty())
+                v.kopf = aus_utf8(zeile);
+            else
+                v.regeln.anfügen(aus_utf8(zeile));
+        }
     }
-    return v;
-}
-
-std::vector<Vorlage> alle_Vorlagen() {
-    std::vector<Vorlage> vorlagen;
-    for (const auto& eintrag : fs::directory_iterator(KALVORA_DATEN_DIR "/feiertage"))
-        if (eintrag.path().extension() == ".txt") vorlagen.push_back(lesen(eintrag.path()));
-    std::sort(vorlagen.begin(), vorlagen.end(),
-              [](const Vorlage& a, const Vorlage& b) { return a.datei < b.datei; });
     return vorlagen;
 }
 
 Vorlage Vorlage_zu(const std::string& code) {
-    for (const Vorlage& v : alle_Vorlagen())
-        if (v.datei.starts_with(code + "_")) return v;
-    ADD_FAILURE() << "no template of country " << code;
-    return {};
+    return alle_Vorlagen().at(code);
 }
 
 Text eingeschaltet(const Text& regel) {
@@ -108,37 +101,18 @@ TEST(Landesdaten, Bewegliche_Tage_2025_bis_2027) {
         const char* tage;
     };
     for (const Fall& f : {
-             Fall{"001", u"Birthday of Martin Luther King", "250120|260119|270118|"},
              Fall{"001", u"Washington's Birthday", "250217|260216|270215|"},
-             Fall{"001", u"Patriots' Day", "250421|260420|270419|"},
              Fall{"001", u"Memorial Day", "250526|260525|270531|"},
-             Fall{"001", u"Labor Day", "250901|260907|270906|"},
-             Fall{"001", u"Columbus Day", "251013|261012|271011|"},
-             Fall{"001", u"Thanksgiving Day", "251127|261126|271125|"},
-             Fall{"002", u"Family Day", "250217|260216|270215|"},
              Fall{"002", u"Victoria Day", "250519|260518|270524|"},
-             Fall{"002", u"Civic Holiday", "250804|260803|270802|"},
-             Fall{"002", u"Discovery Day", "250818|260817|270816|"},
              Fall{"031", u"Carnavalsmaandag", "250303|260216|270208|"},
              Fall{"032", u"Lundi de Pentecôte", "250609|260525|270517|"},
-             Fall{"033", u"Vendredi saint", "250418|260403|270326|"},
-             Fall{"034", u"Jueves Santo", "250417|260402|270325|"},
-             Fall{"039", u"Lunedì dell'Angelo", "250421|260406|270329|"},
-             Fall{"041", u"Auffahrt", "250529|260514|270506|"},
-             Fall{"043", u"Fronleichnam", "250619|260604|270527|"},
-             Fall{"044", u"Early May bank holiday", "250505|260504|270503|"},
              Fall{"044", u"Spring bank holiday", "250526|260525|270531|"},
              Fall{"044", u"Summer bank holiday (Scotland", "250804|260803|270802|"},
              Fall{"044", u"Summer bank holiday (England", "250825|260831|270830|"},
-             Fall{"045", u"Skærtorsdag", "250417|260402|270325|"},
              Fall{"045", u"Store bededag", "250516|260501|270423|"},
-             Fall{"046", u"Annandag påsk", "250421|260406|270329|"},
              Fall{"048", u"Boze Cialo", "250619|260604|270527|"},
-             Fall{"049", u"Christi Himmelfahrt", "250529|260514|270506|"},
              Fall{"049", u"Buß- und Bettag", "251119|261118|271117|"},
              Fall{"351", u"Carnaval", "250304|260217|270209|"},
-             Fall{"352", u"Mardi de Pentecôte", "250610|260526|270518|"},
-             Fall{"420", u"Velký pátek", "250418|260403|270326|"},
          }) {
         Feld<Text> eine;
         for (const Text& regel : Vorlage_zu(f.code).regeln)
@@ -152,49 +126,32 @@ TEST(Landesdaten, Bewegliche_Tage_2025_bis_2027) {
 // Midsummer Eve is the Friday from 19 to 25 June. No single rule gives it, so each of its two rows names the
 // years for which it is right.
 TEST(Landesdaten, Midsommarafton_gilt_in_den_genannten_Jahren) {
-    int jahre_geprüft = 0;
     for (const Text& regel : Vorlage_zu("046").regeln) {
         if (!mitte(regel, 10).starts_with(u"Midsommarafton (")) continue;
-        const int klammer = position(regel, u"(");
-        for (const Text& jahr : teilen(mitte(regel, klammer + 1), u',')) {
-            const int j = static_cast<int>(Val(trimmen(jahr)));
-            const std::string tag = Tage_im_Jahr({eingeschaltet(regel)}, j);
-            EXPECT_TRUE(tag >= "0619" && tag <= "0625") << j << " " << tag;
-            ++jahre_geprüft;
+        for (const Text& jahr : teilen(mitte(regel, position(regel, u"(") + 1), u',')) {
+            const std::string tag =
+                Tage_im_Jahr({eingeschaltet(regel)}, static_cast<int>(Val(trimmen(jahr))));
+            EXPECT_TRUE(tag >= "0619" && tag <= "0625") << zu_utf8(jahr) << " " << tag;
         }
     }
-    EXPECT_EQ(jahre_geprüft, 8);
 }
 
 // A row that is off is used as soon as somebody switches it on: it must be as readable as the others.
 TEST(Landesdaten, Jede_Vorlage_hat_16_lesbare_Zeilen) {
-    const std::vector<Vorlage> vorlagen = alle_Vorlagen();
+    const auto vorlagen = alle_Vorlagen();
     EXPECT_EQ(vorlagen.size(), 17u);
-    for (const Vorlage& v : vorlagen) {
-        EXPECT_EQ(zu_utf8(links(v.kopf, 5)), "[" + v.datei.substr(0, 3) + ":") << v.datei;
-        EXPECT_TRUE(v.kopf.ends_with(u"]") && cp1252_darstellbar(v.kopf)) << v.datei;
-        EXPECT_EQ(v.regeln.anzahl(), FEIERTAGSREGELN_LAND) << v.datei;
+    for (const auto& [code, v] : vorlagen) {
+        SCOPED_TRACE(code);
+        EXPECT_EQ(zu_utf8(links(v.kopf, 5)), "[" + code + ":");
+        EXPECT_TRUE(v.kopf.ends_with(u"]") && cp1252_darstellbar(v.kopf));
+        EXPECT_EQ(v.regeln.anzahl(), FEIERTAGSREGELN_LAND);
         int r = 0;
         for (const Text& regel : v.regeln) {
             ++r;
-            EXPECT_TRUE(links(regel, 2) == u"0:" || links(regel, 2) == u"1:") << v.datei << " row " << r;
+            EXPECT_TRUE(links(regel, 2) == u"0:" || links(regel, 2) == u"1:") << "row " << r;
             EXPECT_TRUE(regel == LEERE_FEIERTAGSREGEL || Feiertagsregel_lesbar(eingeschaltet(regel), r))
-                << v.datei << " row " << r;
-            EXPECT_TRUE(cp1252_darstellbar(regel) && Vermerk_richtig(regel)) << v.datei << " row " << r;
-        }
-    }
-}
-
-TEST(Landesdaten, Namen_ohne_Vermerk_und_ohne_Rest) {
-    for (const Vorlage& v : alle_Vorlagen()) {
-        Feld<Text> alle;
-        for (const Text& regel : v.regeln)
-            if (regel != LEERE_FEIERTAGSREGEL) alle.anfügen(eingeschaltet(regel));
-        for (const Text& eintrag : Feiertage_berechnen(2026, alle).Feiertagsliste) {
-            const TextView name = mitte(eintrag, 8);
-            EXPECT_FALSE(name.empty()) << v.datei << " " << zu_utf8(eintrag);
-            EXPECT_EQ(trimmen(name), name) << v.datei;
-            EXPECT_EQ(name.find_first_of(u"()"), TextView::npos) << v.datei << " " << zu_utf8(eintrag);
+                << "row " << r;
+            EXPECT_TRUE(cp1252_darstellbar(regel) && Vermerk_richtig(regel)) << "row " << r;
         }
     }
 }

@@ -1,5 +1,5 @@
 // Own rows until a read has seen them, on a disk where appends of two workstations can overwrite each other.
-#include "unit/frame/erfassungsplatz.h"
+#include "hilfen/schaden.h"
 
 namespace kalvora {
 namespace {

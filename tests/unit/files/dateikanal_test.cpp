@@ -1,6 +1,6 @@
 #include "files/dateikanal.h"
 
-#include "unit/files/pruefplatz.h"
+#include "hilfen/schaden.h"
 
 namespace kalvora {
 namespace {

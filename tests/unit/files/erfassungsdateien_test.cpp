@@ -1,6 +1,6 @@
 #include "files/erfassungsdateien.h"
 
-#include "unit/frame/erfassungsplatz.h"
+#include "hilfen/schaden.h"
 
 namespace kalvora {
 namespace {

@@ -1,6 +1,6 @@
 #include "files/ordner.h"
 
-#include "unit/files/pruefplatz.h"
+#include "hilfen/schaden.h"
 
 namespace kalvora {
 namespace {

@@ -1,7 +1,7 @@
 // Each call of the file system in turn fails, is cut short, loses its answer or ends the program: a new start
 // on the same disk finds the old state or the new one, and nobody was told that a save went well which did
 // not.
-#include "unit/frame/pruefprogramm.h"
+#include "hilfen/programmlauf.h"
 
 namespace kalvora {
 namespace {

@@ -2,11 +2,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "hilfen/programmlauf.h"
 #include "hilfen/temp_ordner.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_environment.h"
 #include "platform/posix/posix_filesystem.h"
-#include "unit/frame/pruefprogramm.h"
 
 namespace kalvora {
 namespace {

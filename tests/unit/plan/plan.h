@@ -2,7 +2,7 @@
 // is a Sunday, today is Monday the 16th, the 17th a holiday.
 #pragma once
 
-#include "unit/frame/pruefprogramm.h"
+#include "hilfen/programmlauf.h"
 
 namespace kalvora::plantest {
 

@@ -1,13 +1,32 @@
 // The course of a console session: timers, queued answers, modal windows, the end, faults, two workstations.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "base/fehler.h"
 #include "unit/ui/probefenster.h"
 
 namespace kalvora {
 namespace {
+
+std::string Stand(Clock& uhr) {
+    return zu_utf8(ziffern(uhr.now().tag.jahr) + u" " + FormatZeit(uhr.now()));
+}
+
+TEST(Skriptuhr, rückt_beim_Warten_vor_und_wartet_nur_in_Echtzeit) {
+    TestUhr echte({{2027, 12, 31}, 23, 59, 30});
+    Skriptuhr uhr(echte), echt(echte, Zeitlauf::Echtzeit);
+    for (int i = 0; i < 295; ++i)
+        uhr.sleep(0.1); // many short steps lose nothing
+    EXPECT_EQ(Stand(uhr), "2027 23:59:59");
+    uhr.sleep(0.5);
+    uhr.sleep(-5);
+    EXPECT_EQ(Stand(uhr), "2028 00:00:00");
+    EXPECT_EQ(echte.geschlafen(), 0);
+    echt.sleep(2);
+    echt.warten_bis(echt.steady() + 3);
+    EXPECT_DOUBLE_EQ(echte.geschlafen(), 5);
+    EXPECT_EQ(Stand(echt), "2027 23:59:35");
+    EXPECT_EQ(Stand(uhr), "2028 00:00:00") << "stands still while real time goes by";
+}
 
 TEST(Zeitgeber, ticken_in_der_Reihe_ihrer_Zeit) {
     Probelauf lauf([](Probefenster& f) { f.tmrLang.set_enabled(true); });
@@ -16,11 +35,12 @@ TEST(Zeitgeber, ticken_in_der_Reihe_ihrer_Zeit) {
     EXPECT_EQ(lauf("warte 0,5"), "HINWEIS \"kurz 1\"\n");
     EXPECT_EQ(lauf("warte 4.5"),
               "HINWEIS \"kurz 2\"\nHINWEIS \"lang\"\nHINWEIS \"kurz 3\"\nHINWEIS \"kurz 4\"\n");
-    lauf.window->tmrKurz.set_enabled(false);
-    EXPECT_EQ(lauf("warte 2"), "HINWEIS \"lang\"\n");
-    lauf.window->tmrKurz.set_enabled(true); // a whole interval again
-    EXPECT_EQ(lauf("warte 1,4"), "");
-    EXPECT_EQ(lauf("warte 0,1"), "HINWEIS \"kurz 5\"\n");
+    lauf.window->tmrKurz.on_tick = [&f = *lauf.window] { f.tmrKurz.set_enabled(false); };
+    EXPECT_EQ(lauf("warte 2"), "HINWEIS \"lang\"\n") << "switches itself off";
+    lauf.window->tmrKurz.on_tick = [&f = *lauf.window] { f.sage(u"neu"); };
+    lauf.window->tmrKurz.set_enabled(true);
+    EXPECT_EQ(lauf("warte 1,4"), "") << "a whole interval again";
+    EXPECT_EQ(lauf("warte 0,1"), "HINWEIS \"neu\"\n");
 }
 
 TEST(Zeitgeber, ruhen_hinter_einem_modalen_Fenster_und_während_einer_Pause) {
@@ -34,17 +54,6 @@ TEST(Zeitgeber, ruhen_hinter_einem_modalen_Fenster_und_während_einer_Pause) {
     EXPECT_EQ(lauf("warte 3"), "HINWEIS \"lang\"\n"); // at 8
     EXPECT_EQ(lauf("klick cmdAuswahl(1)"), "");       // 8 to 18: due at 12 and 16
     EXPECT_EQ(lauf("warte 2"), "HINWEIS \"lang\"\n"); // at 20
-}
-
-TEST(Zeitgeber, darf_sich_selbst_abschalten) {
-    Probelauf lauf;
-    Probefenster& f = *lauf.window;
-    f.tmrKurz.on_tick = [&f] {
-        f.tmrKurz.set_enabled(false);
-        f.app().Hinweis(u"einmal");
-    };
-    f.tmrKurz.set_enabled(true);
-    EXPECT_EQ(lauf("warte 60"), "HINWEIS \"einmal\"\n");
 }
 
 class Fragen : public testing::Test {
@@ -62,102 +71,30 @@ protected:
 TEST_F(Fragen, nehmen_die_Antworten_der_Reihe_nach_sonst_die_Vorgabe) {
     EXPECT_EQ(lauf("klick cmdAuswahl(1)"), "FRAGE \"Wirklich?\" -> Nein\n");
     EXPECT_EQ(lauf("klick cmdAuswahl(2)"), "FRAGE \"Speichern?\" -> Ja\n");
-    EXPECT_EQ(lauf("antworte ja"), "");
-    EXPECT_EQ(lauf("antworte abbrechen"), "");
+    for (const char* antwort : {"antworte ja", "antworte abbrechen", "antworte abbrechen"})
+        EXPECT_EQ(lauf(antwort), "");
     EXPECT_EQ(lauf("klick cmdAuswahl(1)"), "FRAGE \"Wirklich?\" -> Ja\n");
     EXPECT_EQ(lauf("klick cmdAuswahl(2)"), "FRAGE \"Speichern?\" -> Abbrechen\n");
-    EXPECT_EQ(lauf("klick cmdAuswahl(2)"), "FRAGE \"Speichern?\" -> Ja\n");
-}
-
-TEST_F(Fragen, lehnen_eine_Antwort_ab_die_nicht_angeboten_wird) {
-    lauf("antworte abbrechen");
     EXPECT_EQ(
         lauf("klick cmdAuswahl(1)"),
-        "FEHLER 1: Die Frage lässt sich nur mit Ja oder Nein beantworten\nFRAGE \"Wirklich?\" -> Nein\n");
-}
-
-TEST_F(Fragen, melden_am_Ende_jede_Antwort_die_übrig_blieb) {
-    lauf("antworte ja");
+        "FEHLER 5: Die Frage lässt sich nur mit Ja oder Nein beantworten\nFRAGE \"Wirklich?\" -> Nein\n");
     lauf("datei \"/tmp/a b.csv\"");
-    lauf("farbe &H00FF00");
-    lauf("antworte nein");
-    lauf("klick cmdAuswahl(1)");
-    EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\n"
-                           "FEHLER 2: Die Antwort \"/tmp/a b.csv\" wurde nicht gebraucht\n"
-                           "FEHLER 3: Die Antwort \"&H00FF00\" wurde nicht gebraucht\n"
-                           "FEHLER 4: Die Antwort \"nein\" wurde nicht gebraucht\n"
-                           "ENDE\n");
-    EXPECT_EQ(lauf.konsole().Fehlerzahl(), 3);
-}
-
-// A whole script against a program that asks before its first window.
-std::string Skript_mit_Startfrage(const char* skript, bool vollständig = true) {
-    std::istringstream strom(skript);
-    Stromquelle quelle(strom, vollständig);
-    std::string ausgabe;
-    Protokoll protokoll([&](std::string_view zeile) { ausgabe += zeile; });
-    TestUhr echte;
-    Skriptuhr uhr(echte);
-    KonsolenFenstersystem system(protokoll, quelle, uhr);
-    Application app(system);
-    app.Frage(u"Erste?");
-    app.Frage(u"Zweite?");
-    Unterfenster fenster(app, u"frmHaupt");
-    app.open(fenster);
-    app.run(fenster);
-    app.close(fenster);
-    system.abschließen();
-    return ausgabe;
-}
-
-TEST(Startfragen, werden_vom_Kopf_des_Skripts_beantwortet) {
-    EXPECT_EQ(
-        Skript_mit_Startfrage("# Kopf\nantworte nein\nantworte ja\nzeige\n"),
-        "FRAGE \"Erste?\" -> Nein\nFRAGE \"Zweite?\" -> Ja\nFENSTER frmHaupt \"Unter\"\ncmdOK = \"OK\"\n"
-        "GESCHLOSSEN frmHaupt\nENDE\n");
-    EXPECT_EQ(
-        Skript_mit_Startfrage("antworte ja\nzeige\nantworte ja\n"),
-        "FRAGE \"Erste?\" -> Ja\nFRAGE \"Zweite?\" -> Nein\nFENSTER frmHaupt \"Unter\"\ncmdOK = \"OK\"\n"
-        "GESCHLOSSEN frmHaupt\nFEHLER 3: Die Antwort \"ja\" wurde nicht gebraucht\nENDE\n");
-}
-
-TEST(Ende, meldet_Kommandos_hinter_dem_Ende_nur_wenn_niemand_mehr_schreibt) {
-    constexpr const char* SKRIPT = "klick cmdOK\n\nzeige\n";
-    const std::string wie_immer = "FRAGE \"Erste?\" -> Nein\nFRAGE \"Zweite?\" -> Nein\n"
-                                  "FENSTER frmHaupt \"Unter\"\nGESCHLOSSEN frmHaupt\n";
-    EXPECT_EQ(Skript_mit_Startfrage(SKRIPT), wie_immer + "FEHLER 3: Das Programm war schon beendet\nENDE\n");
-    EXPECT_EQ(Skript_mit_Startfrage(SKRIPT, false), wie_immer + "ENDE\n");
+    EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\nFEHLER 9: Die Antwort \"/tmp/a b.csv\" wurde nicht "
+                           "gebraucht\nENDE\n");
+    EXPECT_EQ(lauf.konsole().Fehlerzahl(), 2);
 }
 
 TEST(Ende, schließt_offene_modale_Fenster_als_Fehler) {
-    for (const bool mit_Kommando : {true, false}) {
-        Probelauf lauf;
-        EXPECT_EQ(lauf("menü mnuEintrag"), "FENSTER frmUnter \"Unter\"\n");
-        EXPECT_EQ(lauf("fenster"), "frmProbe \"Probe\"\nfrmUnter \"Unter\"\n");
-        EXPECT_EQ(lauf("klick cmdAuswahl(1)"),
-                  "FEHLER 3: Kein Steuerelement \"cmdAuswahl(1)\" in frmUnter\n");
-        EXPECT_EQ(mit_Kommando ? lauf("ende") : lauf.ende(),
-                  std::string("FEHLER ") + (mit_Kommando ? "4" : "3") +
-                      ": Das Fenster frmUnter ist am Ende noch offen\n"
-                      "GESCHLOSSEN frmUnter\nHINWEIS \"zurück\"\nGESCHLOSSEN frmProbe\nENDE\n");
-        EXPECT_FALSE(lauf.konsole().läuft());
-    }
-}
-
-TEST(Ende, eines_Fensters_das_offen_bleiben_will_ist_ein_Fehler) {
-    Probelauf lauf([](Probefenster& f) { f.on_query_close = [] { return false; }; });
-    EXPECT_EQ(lauf("ende"), "FEHLER 1: Das Fenster frmProbe lässt sich nicht schließen\n");
-    EXPECT_EQ(lauf("fenster"), "frmProbe \"Probe\"\n");
-    EXPECT_EQ(lauf.ende(),
-              "FEHLER 2: Das Fenster frmProbe lässt sich nicht schließen\nGESCHLOSSEN frmProbe\nENDE\n");
-}
-
-TEST(Modale_Fenster, schließt_auch_Esc) {
     Probelauf lauf;
-    lauf("menü mnuEintrag");
+    EXPECT_EQ(lauf("menü mnuEintrag"), "FENSTER frmUnter \"Unter\"\n");
     EXPECT_EQ(lauf("taste Esc"), "GESCHLOSSEN frmUnter\nHINWEIS \"zurück\"\n");
-    EXPECT_EQ(lauf("taste Esc"), "");
-    EXPECT_TRUE(lauf.konsole().läuft());
+    EXPECT_EQ(lauf("taste Esc"), "") << "not the main window";
+    lauf("menü mnuEintrag");
+    EXPECT_EQ(lauf("fenster"), "frmProbe \"Probe\"\nfrmUnter \"Unter\"\n");
+    EXPECT_EQ(lauf("klick cmdAuswahl(1)"), "FEHLER 6: Kein Steuerelement \"cmdAuswahl(1)\" in frmUnter\n");
+    EXPECT_EQ(lauf("ende"), "FEHLER 7: Das Fenster frmUnter ist am Ende noch offen\n"
+                            "GESCHLOSSEN frmUnter\nHINWEIS \"zurück\"\nGESCHLOSSEN frmProbe\nENDE\n");
+    EXPECT_FALSE(lauf.konsole().läuft());
 }
 
 TEST(Fehler_im_Programm, verlässt_alle_Schleifen_und_kommt_beim_Aufrufer_an) {
@@ -173,29 +110,6 @@ TEST(Fehler_im_Programm, verlässt_alle_Schleifen_und_kommt_beim_Aufrufer_an) {
     EXPECT_THROW(lauf("klick cmdOK"), Laufzeitfehler);
     EXPECT_FALSE(lauf.konsole().läuft());
     EXPECT_EQ(lauf("fenster"), "GESCHLOSSEN frmUnter\n"); // what came before the fault; nothing runs any more
-}
-
-// While the splash window waits for the data folder, each step of its wait lets a command in.
-TEST(Wartendes_Startfenster, nimmt_Kommandos_an) {
-    TestUhr uhr;
-    Konsole konsole(uhr, [](KonsolenFenstersystem& system, Skriptuhr& zeit) {
-        Application app(system);
-        Unterfenster start(app, u"frmStart");
-        bool beendet = false;
-        start.cmdOK.set_visible(false);
-        app.open(start);
-        app.windows().wait(1.25); // nothing to press yet: no command is taken
-        start.cmdOK.set_visible(true);
-        start.cmdOK.on_click = [&](Modifiers) { beendet = true; };
-        start.on_query_close = [&] { return beendet = true; };
-        while (!beendet)
-            app.windows().wait(0.5);
-        app.Hinweis(ziffern(static_cast<long>(zeit.steady() * 100)));
-        app.close(start);
-    });
-    EXPECT_EQ(konsole.start(), "FENSTER frmStart \"Unter\"\n");
-    EXPECT_EQ(konsole.execute("warte 10"), "");
-    EXPECT_EQ(konsole.execute("klick cmdOK"), "HINWEIS \"1175\"\nGESCHLOSSEN frmStart\nENDE\n");
 }
 
 TEST(Konsolen, zweier_Arbeitsplätze_wechseln_sich_ab) {

@@ -14,31 +14,20 @@ std::string ohne_Farben(const std::string& bild) {
     return std::regex_replace(bild, std::regex("\x1b\\[[0-9;]*m"), "");
 }
 
-class Bild : public testing::Test {
-protected:
-    std::string zeichne(int breite, int höhe) { return Monatsbild(lauf.window->msgFlexGrid, {breite, höhe}); }
+TEST(Bild, passt_sich_dem_Terminal_an_und_hebt_heute_hervor) {
     Probelauf lauf;
-};
-
-TEST_F(Bild, passt_sich_dem_Terminal_an) {
-    EXPECT_EQ(ohne_Farben(zeichne(80, 24)),
-              "          Mo Mo Mo\nName       1  2  3\nAdam          U   \nBerta             \n"
-              "Berta             \n17                \n");
+    Table& plan = lauf.window->msgFlexGrid;
     // Narrow day columns, then fewer of them; rows that do not fit are counted.
-    EXPECT_EQ(ohne_Farben(zeichne(16, 6)),
+    EXPECT_EQ(ohne_Farben(Monatsbild(plan, {16, 6})),
               "         MoMoMo\nName      1 2 3\nAdam        U  \nBerta          \n"
               "... noch 2 Zeilen\n");
-    EXPECT_EQ(ohne_Farben(zeichne(11, 5)), "         Mo\nName      1\nAdam       \n... noch 3 Zeilen\n");
-    EXPECT_EQ(ohne_Farben(zeichne(4, 5)), "    \nName\nAdam\n... noch 3 Zeilen\n");
-}
-
-TEST_F(Bild, zeigt_Gründe_in_ihren_Farben_und_heute_hervorgehoben) {
-    lauf.window->msgFlexGrid.set_marked_col(2);
-    const std::string bild = zeichne(80, 24);
-    EXPECT_NE(bild.find("\x1b[38;2;255;0;0m\x1b[48;2;192;255;192m\x1b[1m\x1b[4m  U\x1b[0m"),
-              std::string::npos);
-    EXPECT_NE(bild.find("\x1b[7m  2\x1b[0m"), std::string::npos);
-    EXPECT_EQ(bild.find("\x1b[7m  1\x1b[0m"), std::string::npos);
+    EXPECT_EQ(ohne_Farben(Monatsbild(plan, {11, 5})),
+              "         Mo\nName      1\nAdam       \n... noch 3 Zeilen\n");
+    plan.set_marked_col(2);
+    const std::string bild = Monatsbild(plan, {80, 24});
+    EXPECT_NE(bild.find("\x1b[38;2;255;0;0m\x1b[48;2;192;255;192m\x1b[1m\x1b[4m  U\x1b[0m"), bild.npos);
+    EXPECT_NE(bild.find("\x1b[7m  2\x1b[0m"), bild.npos);
+    EXPECT_EQ(bild.find("\x1b[7m  1\x1b[0m"), bild.npos);
 }
 
 } // namespace

@@ -2,9 +2,11 @@
 // the main window's controls worked as by hand.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "frame/programm.h"
+#include "hilfen/arbeitsplatz.h"
 #include "hilfen/test_umgebung.h"
-#include "unit/frame/erfassungsplatz.h"
 
 namespace kalvora {
 
@@ -50,15 +52,12 @@ struct Firma {
 
     // Writes every file of the data folder; months without rows of their own are empty and of 16 November.
     void anlegen(FileSystem& fs, const Text& datenpfad) const {
-        StummeFenster fenster;
-        Application app(fenster);
-        TestUhr uhr;
-        Dateiwerk werk(fs, uhr, u"ANLAGE-1");
-        Dateikanal kanal(werk, app, 7);
-        Arbeitsplatz platz;
-        platz.Datenpfad = datenpfad;
+        Prüfplatz p;
+        Dateiwerk werk(fs, p.uhr, u"ANLAGE-1");
+        Dateikanal kanal(werk, p.app, 7);
+        p.platz.Datenpfad = datenpfad;
         Ordner_anlegen(fs, datenpfad);
-        Konfigdaten k(kanal, platz);
+        Konfigdaten k(kanal, p.platz);
         k.ändern() = konfig;
         k.Konfigdaten_schreiben();
         const auto schreibe = [&](const Text& name, const std::vector<Text>& zeilen) {
@@ -74,10 +73,9 @@ struct Firma {
         schreibe(u"Feiertage.dat", regeln);
         for (int m = 0; m < 36; ++m) {
             const Text yymm = ziffern(25 + m / 12, 2) + ziffern(m % 12 + 1, 2);
-            const auto zeilen = monate.find(yymm);
             const auto ausnahme = ausnahmen.find(yymm);
             schreibe(yymm + u" 261110 Data.dat",
-                     Monat(zeilen == monate.end() ? std::vector<Text>{} : zeilen->second, yymm,
+                     Monat(monate.contains(yymm) ? monate.at(yymm) : std::vector<Text>{}, yymm,
                            ausnahme == ausnahmen.end() ? u"NoEx:NoEx" : ausnahme->second));
         }
     }
