@@ -154,10 +154,9 @@ Fehlercode Dateikanal::Datei_schließen() {
         if (langsam && bei_langsamem_Schließen) bei_langsamem_Schließen();
         return f;
     }
-    const bool anhang = modus_ == Dateimodus::Append || modus_ == Dateimodus::Fortsetzen;
     const bool nicht_offen = f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ ||
                              f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER;
-    if (anhang && nicht_offen) öffnen_gescheitert(pfad, modus_); // an append opens its file here
+    if (nicht_offen) öffnen_gescheitert(pfad, modus_); // files are opened for writing here
     throw zugriffsfehler(f, pfad, u"modKalvora - Datei_schließen");
 }
 

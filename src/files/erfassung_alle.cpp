@@ -70,6 +70,7 @@ void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
     als_Prozedur(u"modKalvora - Alle_Erfassungsdaten_einlesen", [&] {
         Clock& uhr = kanal_.werk().uhr();
         const double beginn = uhr.steady();
+        const int unterbrechungen = kanal_.app().interruptions();
         std::vector<std::string> schlüssel;
         for (const Mitarbeiter& m : personal_.MA())
             schlüssel.push_back(zu_cp1252(m.MA_BenId));
@@ -86,12 +87,15 @@ void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
             if (treffer != alle.end()) Monat_in_Monatsdaten(treffer->second.back(), monat, wer);
         }
         letztes_Einlesen_ = uhr.steady();
-        platz_.Langsames_Netz = letztes_Einlesen_ - beginn > LANGSAM_AB;
+        // A second look, or a message that waits for the user, says nothing about the network.
+        if (kanal_.app().interruptions() == unterbrechungen)
+            platz_.Langsames_Netz = letztes_Einlesen_ - beginn > LANGSAM_AB;
     });
 }
 
 bool Erfassungsdateien::Erfassungsdaten_vorhanden(int code) const {
-    return daten_.Code_vorhanden(static_cast<char>(konfig_.werte().SFHex(code)));
+    const auto zeichen = static_cast<char>(konfig_.werte().SFHex(code));
+    return zeichen != ' ' && daten_.Code_vorhanden(zeichen);
 }
 
 // Older versions go only when the newest one can be read and shows no fault.

@@ -199,8 +199,6 @@ Text Erfassungsdateien::schreiben(Monatsstand& monat, const std::vector<Text>& z
     if (!geschrieben)
         throw Laufzeitfehler(FEHLER_NICHT_GEFUNDEN, u"Die Datei " + Pfad_kürzen(ziel, 100) + u" wechselt",
                              ziel);
-    monat.heutig = kanal_.Stand().time;
-    monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
     for (const Text& zeile : zeilen)
         einpflegen(monat.inhalt, zeile);
     nach_dem_Schreiben(monat);
@@ -222,6 +220,19 @@ void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Tex
                        zeilen, vorher);
 }
 
+// Behind an own write the file is known as before, unless it held what nobody here has read: then the stamp
+// held stays another one, and the next check reads the month.
+void Erfassungsdateien::Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const {
+    monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
+    if (!nur_eigenes) {
+        monat.heutig = 0;
+        return;
+    }
+    monat.heutig = kanal_.Stand().time;
+    monat.inhalt.größe = kanal_.Stand().size;
+    monat.inhalt.kopf = kanal_.Kopfbytes();
+}
+
 // False: today's file is not there, or somebody has emptied it and is about to write it.
 bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
                                  int versuch) {
@@ -230,6 +241,10 @@ bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const st
         kanal_.LineOut(zeile);
     if (kanal_.Datei_schließen() == FEHLER_NICHT_GEFUNDEN) return false;
     merken(monat.inhalt, zeilen, versuch);
+    const Monatsinhalt& bekannt = monat.inhalt;
+    Stand_übernehmen(monat, bekannt.stamm == heutiger_Stamm(bekannt.yymm) &&
+                                bekannt.größe == kanal_.Größe_vor_Anhang() &&
+                                kanal_.Kopfbytes().starts_with(bekannt.kopf));
     return true;
 }
 
@@ -253,7 +268,10 @@ void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std
 // a moment, and the rows go behind his version.
 bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
                                      int versuch) {
+    const Monatsinhalt gezeigt = monat.inhalt;
     einlesen(Text(monat.inhalt.yymm), monat);
+    const bool derselbe = gezeigt.stamm == monat.inhalt.stamm && gezeigt.größe == monat.inhalt.größe &&
+                          gezeigt.kopf == monat.inhalt.kopf;
     const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
     kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
@@ -262,6 +280,7 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     // A version with faults stays beside its successor until somebody has looked at it.
     monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);
     merken(monat.inhalt, zeilen, versuch);
+    Stand_übernehmen(monat, derselbe);
     return true;
 }
 
@@ -335,9 +354,13 @@ bool Erfassungsdateien::Ausstehende_prüfen(Monatsstand& monat) {
     if (befund.nachzutragen.empty()) return false;
     try {
         if (schreiben(monat, befund.nachzutragen, befund.versuch).empty()) return true;
-    } catch (...) { // the disk refuses: neither of the rows was looked after, they go on waiting
+    } catch (const Laufzeitfehler& fehler) { // the disk refuses: the rows go on waiting
         ausstehend_ = vorher;
-        throw;
+        if (!ist_Dateifehler(fehler.nummer)) throw;
+        return false;
+    } catch (const Zugriffsabbruch&) {
+        ausstehend_ = vorher;
+        return false;
     }
     std::vector<Text> BenIds;
     for (const Text& zeile : befund.nachzutragen) {
@@ -359,6 +382,9 @@ bool Erfassungsdateien::Ausstehende_nachsehen(const Text& yymm) {
         monat.inhalt = *std::move(inhalt);
     } catch (const Dateischaden&) {
         return false;
+    } catch (const Laufzeitfehler& fehler) { // the folder cannot be listed just now
+        if (!ist_Dateifehler(fehler.nummer)) throw;
+        return false;
     }
     monat.lesbar = true;
     return Ausstehende_prüfen(monat);
@@ -374,8 +400,11 @@ bool Erfassungsdateien::Ausstehende_nachsehen() {
 void Erfassungsdateien::Ausstehende_abschließen() {
     // Bounded: each round sees a row, writes it again or gives it up, unless the disk refuses.
     constexpr int RUNDEN = 6;
-    for (int runde = 1; runde <= RUNDEN && !ausstehend_.leer(); ++runde)
-        Ausstehende_nachsehen();
+    try {
+        for (int runde = 1; runde <= RUNDEN && !ausstehend_.leer(); ++runde)
+            Ausstehende_nachsehen();
+    } catch (const Fehler&) { // NOLINT(bugprone-empty-catch): told below is what is left
+    }
     for (const Text& yymm : ausstehend_.Monate())
         Unbestätigte_melden(yymm, ausstehend_.aufgeben(yymm));
 }

@@ -35,15 +35,15 @@ public:
 
     // Stem of the version in force, empty when the month has no file. A folder that cannot be listed throws.
     Text Aktuelle_Erfassungsdatei(TextView yymm) const;
-    // Makes the month the shown one: rows, comments and exceptions. True when it holds an A row. Without a
-    // version the rows held before stay, as told by the result; `lesbar()` says whether the month takes
-    // entries.
+    // Makes the month the shown one: rows, comments and exceptions; one without a version is empty. True when
+    // it holds an A row. `lesbar()` says whether the month takes entries.
     bool Erfassungsdaten_lesen(const Text& yymm);
     const Monatsinhalt& monat() const { return monat_.inhalt; }
     const Text& Ausnahmedaten() const { return monat_.inhalt.Ausnahmedaten; }
     bool lesbar() const { return monat_.lesbar; }
 
-    // Today's file of the shown month as last read or written; 0 when there is none.
+    // Today's file of the shown month as last read, or written without anybody else's rows in between; 0 when
+    // there was none.
     Zeitstempel Erfassungsdatei_Zeitstempel() const { return monat_.heutig; }
     // Today's file of the month as it stands now, 0 when there is none.
     Zeitstempel Stand_heute(TextView yymm) const;
@@ -105,6 +105,7 @@ private:
     bool neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen, int versuch);
     void neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen);
     void merken(const Monatsinhalt& vorher, const std::vector<Text>& zeilen, int versuch);
+    void Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const;
     static Text speicherbar(const Text& zeile);
     static void einpflegen(Monatsinhalt& inhalt, const Text& zeile);
     void nach_dem_Schreiben(const Monatsstand& monat);

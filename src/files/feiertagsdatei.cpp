@@ -161,13 +161,18 @@ void Ferientagedatei::Ferientage_lesen() {
     Ferientage_ = {Text(OHNE_DATEN)};
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Datenpfad, u"Ferientage.dat");
     if (Datei_vorhanden(kanal_.fs(), pfad)) {
-        std::optional<Ferien> ferien;
-        try {
-            ferien = Ferien_lesen(kanal_, pfad);
-        } catch (const Laufzeitfehler&) { // too short, or an empty line
-        } catch (const Dateischaden&) {   // of length zero
-        }
-        kanal_.Datei_schließen();
+        const auto lesen = [&]() -> std::optional<Ferien> {
+            try {
+                auto gelesen = Ferien_lesen(kanal_, pfad);
+                kanal_.Datei_schließen();
+                return gelesen;
+            } catch (const Laufzeitfehler&) { // too short, or an empty line
+            } catch (const Dateischaden&) {   // of length zero
+            }
+            kanal_.verwerfen();
+            return std::nullopt;
+        };
+        auto ferien = zweite_Lesung(kanal_.app(), lesen, [](const auto& f) { return f.has_value(); });
         kanal_.Letzte_Datei_merken({}); // whatever fails next, it is not this file
         if (ferien) {
             Ferientage_ = std::move(ferien->Monate);

@@ -184,6 +184,8 @@ Text Inidatei::gültige_Datei() const {
         if (ordner.empty()) continue;
         const Text pfad = Datei_finden(kanal_.fs(), ordner, platz_.Inidateiname);
         const auto info = kanal_.fs().info(pfad);
+        const bool fehlt = info.nummer() == FEHLER_NICHT_GEFUNDEN || info.nummer() == FEHLER_ORDNER;
+        if (!info && !fehlt) return pfad; // it may be there: the open will tell
         if (!info || (!gültig.empty() && info->time <= zeit)) continue;
         gültig = pfad;
         zeit = info->time;

@@ -53,7 +53,7 @@ Pfade auswerten(Dateikanal& kanal, const Text& pfad) {
 }
 
 // The last change of folder was not completed: back to the former one when its data are still there.
-void früheren_Ordner_versuchen(Dateikanal& kanal, Arbeitsplatz& platz) {
+void früheren_Ordner_versuchen(Dateikanal& kanal, Arbeitsplatz& platz, bool still) {
     const Text& alt = platz.Datenpfad_alt;
     if (Datei_passend_vorhanden(kanal.fs(), alt, u"*Data.dat") &&
         Datei_passend_vorhanden(kanal.fs(), alt + u"Logs/", u"*.log")) {
@@ -63,6 +63,7 @@ void früheren_Ordner_versuchen(Dateikanal& kanal, Arbeitsplatz& platz) {
         Kalvoradat_schreiben(kanal, platz);
         return;
     }
+    if (still) return;
     kanal.app().Hinweis(u"Hinweis: Keine Daten im Ordner " + Pfad_kürzen(alt, 100) +
                         u" gefunden. Sie können den Ordner mit den Daten auswählen über den Menüpunkt "
                         u"'Datei - Datenordner ändern'");
@@ -70,7 +71,7 @@ void früheren_Ordner_versuchen(Dateikanal& kanal, Arbeitsplatz& platz) {
 
 } // namespace
 
-void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz) {
+void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz, bool still) {
     als_Prozedur(u"modKalvora - Kalvoradat_lesen", [&] {
         for (const Text& ordner : {platz.Systempfad, platz.Programmpfad}) {
             const Text pfad = Datei_finden(kanal.fs(), ordner, u"Kalvora.dat");
@@ -82,7 +83,7 @@ void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz) {
             platz.Logpfad = std::move(gelesen.log);
             platz.Datenpfad_alt = std::move(gelesen.alt);
             if (platz.Datenpfad.empty() && platz.Logpfad.empty() && !platz.Datenpfad_alt.empty())
-                früheren_Ordner_versuchen(kanal, platz);
+                früheren_Ordner_versuchen(kanal, platz, still);
             return;
         }
     });

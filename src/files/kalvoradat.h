@@ -7,7 +7,7 @@
 namespace kalvora {
 
 // Sets Datenpfad, Logpfad and Datenpfad_alt; without a file they stay empty.
-void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz);
+void Kalvoradat_lesen(Dateikanal& kanal, Arbeitsplatz& platz, bool still = false);
 void Kalvoradat_schreiben(Dateikanal& kanal, const Arbeitsplatz& platz);
 
 } // namespace kalvora

@@ -85,16 +85,16 @@ Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name) {
 }
 
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
-    // Made one level at a time from the first missing one on; somebody else may be doing the same.
-    if (!Ordner_vorhanden(fs, pfad)) {
-        const Text eltern = ParentDir(pfad);
-        if (!eltern.empty() && eltern != u"/" && !Ordner_vorhanden(fs, eltern))
-            Ordner_anlegen(fs, eltern, länge);
-        fs.make_folder(pfad);
-    }
+    if (!Ordner_vorhanden(fs, pfad)) fs.make_folder(pfad); // somebody else may be doing the same
     if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
         Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
                      u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen", länge);
+}
+
+void Ordnerkette_anlegen(FileSystem& fs, const Text& pfad) {
+    const Text eltern = ParentDir(pfad);
+    if (!eltern.empty() && eltern != u"/" && !Ordner_vorhanden(fs, eltern)) Ordnerkette_anlegen(fs, eltern);
+    Ordner_anlegen(fs, pfad);
 }
 
 void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge) {

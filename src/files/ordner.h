@@ -25,7 +25,10 @@ bool Datei_passend_vorhanden(FileSystem& fs, const Text& ordner, TextView maske)
 // Path of a known file: as spelled when it stands there, else the same name in another case, else as spelled.
 Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name);
 
-void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge = 100);  // Programmabbruch on failure
+// One level below a folder that stands: a mistyped path or a share that is not there must not become a new
+// tree. Programmabbruch on failure.
+void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge = 100);
+void Ordnerkette_anlegen(FileSystem& fs, const Text& pfad); // with its parents: for this workstation's own
 void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge = 100); // Programmabbruch on failure
 // Errors are ignored: what cannot be deleted stays. A folder must be empty; the current folder leaves it
 // first.

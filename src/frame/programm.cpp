@@ -63,15 +63,23 @@ int Programm::ende() {
 }
 
 void Programm::scheitern(const std::exception_ptr& fehler) {
-    läuft_ = false;
     status_ = 2;
     platz_.Ordner_neu = false;
     if (start_) app_.close(*start_);
     start_.reset();
+    const bool lief = std::exchange(läuft_, false);
     try {
         Meldung(app_, platz_, daten_.get()).berichten(fehler, aufruf_.enthalten(u"silent"));
+        if (lief) Unbestätigtes_nennen();
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): nothing is left that could tell it
     }
+    if (lief) plattform_.fs.change_folder(platz_.Temppfad);
+}
+
+// A stop in the middle of the work: entries that nobody has seen on the disk yet are looked for once more.
+void Programm::Unbestätigtes_nennen() {
+    daten_->erfassung.Sammeln(false);
+    daten_->erfassung.Ausstehende_abschließen();
 }
 
 // The order is required: each step relies on the ones before it.

@@ -64,6 +64,7 @@ private:
     void Fenster_zeigen();
     bool Schließen();
     Text absoluter_Ordner(Text pfad) const;
+    void Unbestätigtes_nennen();
     void scheitern(const std::exception_ptr& fehler);
 
     Plattform plattform_;

@@ -61,7 +61,8 @@ void Programm::Systempfad_bestimmen() {
     platz_.Programmpfad = u.program_folder();
     const Text eigener = u.variable(u"KALVORA_SYSTEMPFAD");
     platz_.Systempfad = absoluter_Ordner(eigener.empty() ? u.user_data_folder() + u"kalvora" : eigener);
-    if (!Ordner_vorhanden(plattform_.fs, platz_.Systempfad)) Ordner_anlegen(plattform_.fs, platz_.Systempfad);
+    if (!Ordner_vorhanden(plattform_.fs, platz_.Systempfad))
+        Ordnerkette_anlegen(plattform_.fs, platz_.Systempfad);
 }
 
 void Programm::Instanz_prüfen() {
@@ -77,7 +78,8 @@ void Programm::Datum_und_Aufruf() {
     platz_.Heute = Datum_aus(heute.jahr, heute.monat, heute.tag);
     if (const auto d = aufruf_.Aufrufparameter(u"d")) {
         const Text s = Text(rechts(*d, 2)) + Text(mitte(*d, 3, 2)) + Text(mitte(*d, 1, 2));
-        if (d->size() != 6 || !nur_Ziffern(*d) || FormatDatumDS(FormatDatumSD(s)) != s)
+        const bool Länge_passt = d->size() == 6 || d->size() == 8; // ttmmjj or ttmmjjjj
+        if (!Länge_passt || !nur_Ziffern(*d) || FormatDatumDS(FormatDatumSD(s)) != s)
             throw Programmabbruch(u"modKalvora - Main",
                                   u"Der Wert '" + *d +
                                       u"' des Aufrufparameters /d ist kein Datum in der Form ttmmjj.",
@@ -116,7 +118,7 @@ void Programm::Gebietsschema_und_Datum_prüfen() {
 
 void Programm::Datenordner_bestimmen() {
     const Aufruf::Parameter* pfad = aufruf_.erster({u"path", u"setpath"});
-    if (!pfad) return Kalvoradat_lesen(*kanal_, platz_);
+    if (!pfad) return Kalvoradat_lesen(*kanal_, platz_, aufruf_.enthalten(u"silent"));
     if (pfad->wert.empty())
         throw Programmabbruch(u"modKalvora - Main",
                               u"Der Aufrufparameter /" + pfad->name + u" nennt keinen Ordner.", u"NoLog");
@@ -217,7 +219,9 @@ void Programm::Persönliches_lesen() {
     daten_->Anzber_und_Anzgru_init();
     platz_.Inidateiname = u"Kalvora_" + als_Dateiname(platz_.Benutzername) + u".ini";
     daten_->ini.Inidatei_lesen(daten_->Anzeigegruppen_vorhanden() ? daten_->Anzeigegruppen.anzahl() : 0);
-    platz_.Langsame_Anzeige = daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) == 1;
+    int& langsam = daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM);
+    if (platz_.Langsame_Anzeige) langsam = 1; // this start has noticed it already
+    platz_.Langsame_Anzeige = langsam == 1;
 }
 
 void Programm::Temp_Logs_aufräumen() {

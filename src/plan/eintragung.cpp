@@ -71,7 +71,10 @@ bool Eintragung::Stand_auffrischen(int b) {
     const Auswahl auswahl = Auswahl_merken();
     const std::optional<Schaltfläche> grund = b <= d_.K().U() ? std::optional(d_.K().SF(b)) : std::nullopt;
     const int U = d_.K().U();
-    if (!d_.Vor_dem_Schreiben_auffrischen()) return true;
+    // What a colleague has saved meanwhile must not be written over from cells that do not show it yet.
+    const Zeitstempel jetzt = d_.erfassung.Stand_heute(ansicht_.Anzeigemonat());
+    const bool Monat_neu = jetzt != 0 && jetzt != d_.erfassung.Erfassungsdatei_Zeitstempel();
+    if (!d_.Vor_dem_Schreiben_auffrischen() && !Monat_neu) return true;
     neu_laden();
     const bool gleicher_Grund = d_.K().U() == U && (!grund || d_.K().SF(b) == *grund);
     if (Auswahl_wiederherstellen(auswahl) && gleicher_Grund) return true;

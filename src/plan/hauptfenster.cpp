@@ -192,6 +192,7 @@ void Hauptfenster::Tabellen_verbinden() {
     plan.accessible_name = [this](int row, int col) { return Zelle_vorlesen(row, col); };
     plan.tool_tip = [this](int row, int col) { return Zelle_erklären(row, col); };
     plan.comment = [this](int row, int col) { return ansicht_.Zellkommentar(row, col); };
+    f_.msgFlexTaSu.accessible_name = [this](int row, int col) { return Summe_vorlesen(row, col); };
     f_.msgFlexKaWo.on_click = [this] { Markierung_und_Highlight_Off(); };
     f_.msgFlexTaSu.on_click = [this] { Markierung_und_Highlight_Off(); };
 }
@@ -206,6 +207,7 @@ void Hauptfenster::Maus_gedrückt(const Table::Mouse& m) {
         return;
     }
     if (Hervorhebung() >= 2 && f_.msgFlexGrid.HighLight()) Highlight_On(m.row, m.col);
+    if (Hervorhebung() == 0) Highlight_Off(); // of a search
     if (m.col != 0) return;
     if (Hervorhebung() == 1 && !ansicht_.Überschriftzeile(m.row)) Highlight_On(m.row, 0);
     eintragung_.Markierung_aufheben();
@@ -229,7 +231,7 @@ void Hauptfenster::Highlight_Off() {
 
 void Hauptfenster::Markierung_und_Highlight_Off() {
     eintragung_.Markierung_aufheben();
-    if (Hervorhebung() > 1) Highlight_Off();
+    Highlight_Off(); // also that of a search, whatever the choice
 }
 
 void Hauptfenster::Fenster_merken() {

@@ -59,6 +59,7 @@ private:
     void Anzeigemonat_aus_Reitern();
     void Titel_setzen();
     Text Zelle_vorlesen(int row, int tag) const;
+    Text Summe_vorlesen(int row, int tag) const;
     Text Zelle_erklären(int row, int tag) const;
     Text Tag_in_Worten(int tag) const;
     int Hervorhebung() const { return d_.ini.wahl().Fensterdaten_(fenster::HERVORHEBUNG); }

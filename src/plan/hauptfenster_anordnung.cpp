@@ -130,6 +130,14 @@ Text Hauptfenster::Tag_in_Worten(int tag) const {
            d_.platz.gebiet.Monatsnamen[static_cast<std::size_t>(Kalendertag_aus(datum).monat - 1)];
 }
 
+// "Mittwoch 4. November, Urlaub: 3"
+Text Hauptfenster::Summe_vorlesen(int row, int tag) const {
+    const Text summe = f_.msgFlexTaSu.cell(row, tag).text;
+    if (row < 1 || tag < 1 || tag > ansicht_.Monatslänge()) return summe;
+    return Tag_in_Worten(tag) + u", " + f_.msgFlexTaSu.cell(row, 0).text + u": " +
+           (summe.empty() ? Text(u"0") : summe);
+}
+
 Text Hauptfenster::Zelle_vorlesen(int row, int tag) const {
     const Table& plan = f_.msgFlexGrid;
     if (tag == 0) return plan.cell(row, 0).text;

@@ -125,7 +125,7 @@ void Monatsansicht::Zeilen_filtern() {
         zellen[SPALTE_BENID].text = m.MA_BenId;
         if (m.Überschrift()) zellen[0].back = Grundfarbe(4);
     }
-    if (d_.personal.leer()) plan.edit(1, 0) = Cell{{}, 0, Grundfarbe(3), u' ', false};
+    if (d_.personal.leer()) plan.edit(1, 0).text.clear();
 }
 
 void Monatsansicht::Daten_in_Tabellenfeld_ausgeben() {
@@ -265,8 +265,10 @@ void Monatsansicht::Tagessummen_initialisieren() {
     summen.set_redraw(false);
     summen.set_backdrop(Grundfarbe(0));
     summen.set_grid_colour(Grundfarbe(5));
-    summen.resize(0, SPALTE_BENID);
-    summen.resize(k.U(), SPALTE_BENID);
+    if (summen.rows() != k.U()) { // what the sums show is not this layout's matter
+        summen.resize(0, SPALTE_BENID);
+        summen.resize(k.U(), SPALTE_BENID);
+    }
     summen.set_row_height(0, 0);
     for (int b = 1; b < k.U(); ++b) {
         const bool gewählt = zeichen(d_.ini.wahl().TaSum, b) != u'0';

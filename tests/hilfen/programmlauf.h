@@ -14,6 +14,8 @@ class FragendeFenster : public StummeFenster {
 public:
     std::vector<Text> fragen, geöffnet;
     Antwort antwort = Antwort::Nein;
+    std::optional<Text> eingabe;
+    std::optional<Text> input(const Text&, const Text&, const Text&) override { return eingabe; }
     void open(Form& form) override { geöffnet.push_back(form.name()); }
     Antwort question(const Text& text, const Frageart&) override {
         fragen.push_back(text);
@@ -56,7 +58,7 @@ struct Firma {
         Dateiwerk werk(fs, p.uhr, u"ANLAGE-1");
         Dateikanal kanal(werk, p.app, 7);
         p.platz.Datenpfad = datenpfad;
-        Ordner_anlegen(fs, datenpfad);
+        Ordnerkette_anlegen(fs, datenpfad);
         Konfigdaten k(kanal, p.platz);
         k.ändern() = konfig;
         k.Konfigdaten_schreiben();
@@ -99,7 +101,7 @@ struct Platzlauf {
         umgebung.variablen[u"TEMP"] = wurzel + u"tmp-" + rechner;
         umgebung.programmordner = wurzel + u"opt/kalvora/";
         umgebung.zufall = static_cast<std::uint32_t>(rechner.back());
-        Ordner_anlegen(fs, wurzel + u"tmp-" + rechner);
+        Ordnerkette_anlegen(fs, wurzel + u"tmp-" + rechner);
     }
     bool starten(const std::vector<Text>& argumente) {
         programm = std::make_unique<Programm>(Plattform{fs, uhr, umgebung}, fenster, argumente);

@@ -207,7 +207,15 @@ std::string Testname(const testing::TestParamInfo<std::string>& info) {
     return name;
 }
 
-GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(Skript);
+// A transcript without its script would never be looked at.
+TEST(Skripte, haben_je_eine_Erwartung) {
+    std::size_t erwartungen = 0;
+    for (const auto& eintrag : fs::directory_iterator(KALVORA_SKRIPT_DIR))
+        erwartungen += eintrag.path().extension() == ".erwartet" ? 1 : 0;
+    EXPECT_GT(erwartungen, 0U);
+    EXPECT_EQ(erwartungen, Skripte().size());
+}
+
 INSTANTIATE_TEST_SUITE_P(Dateien, Skript, testing::ValuesIn(Skripte()), Testname);
 
 } // namespace

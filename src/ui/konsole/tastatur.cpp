@@ -54,7 +54,8 @@ int nächste_Zeile(const Table& table, int row, int schritt) {
 
 int nächste_Spalte(const Table& table, int col, int schritt) {
     for (int ziel = col + schritt; ziel >= table.fixed_cols() && ziel < table.cols(); ziel += schritt)
-        if (table.col_width(ziel) != 0) return ziel;
+        if (table.col_width(ziel) != 0 && (table.fixed_rows() == 0 || !table.cell(0, ziel).text.empty()))
+            return ziel; // a column without a heading is a day that the month does not have
     return col;
 }
 

@@ -177,8 +177,11 @@ TEST(Ausstehende, WartenWeiter) {
     p.Monatsdatei(HEUTE, {A0});
     p.erfassung.Erfassungsdaten_lesen(u"2612");
     p.fs.störe({.aufruf = "write", .nummer = FEHLER_VOLL, .dauernd = true});
-    EXPECT_THROW(p.erfassung.Ausstehende_nachsehen(), Laufzeitfehler);
+    EXPECT_FALSE(p.erfassung.Ausstehende_nachsehen());
+    p.fs.störe({.aufruf = "list", .nummer = FEHLER_NETZ, .dauernd = true});
+    EXPECT_FALSE(p.erfassung.Ausstehende_nachsehen());
     p.fs.störe_nicht();
+    EXPECT_TRUE(p.erfassung.Ausstehende_vorhanden());
     EXPECT_TRUE(p.erfassung.Ausstehende_nachsehen());
     EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1, O1}));
     EXPECT_EQ(p.erfassung.monat().yymm, u"2612");

@@ -107,6 +107,17 @@ TEST(Logbuch, BereinigenVerliertKeinenSatz) {
     EXPECT_EQ(p.log_zeilen().size(), 2u);
     EXPECT_EQ(p.log_zeilen().back(), u"kurz");
 
+    // Somebody appends between the reading and the rewriting.
+    p.fs.schreibe(p.datei, paar);
+    int blicke = 0;
+    p.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf == "open" && pfad == p.datei && ++blicke == 2)
+            p.fs.schreibe(p.datei, paar + als_Datei({u"neu"}));
+    };
+    p.log.Logbuch_bereinigen(u"T");
+    p.fs.davor = {};
+    EXPECT_EQ(p.log_zeilen().back(), u"neu");
+
     for (const char* aufruf : {"rename", "write", "sync"}) {
         p.fs.schreibe(p.datei, paar);
         p.fs.störe({.aufruf = aufruf, .nummer = 61, .dauernd = true});

@@ -159,6 +159,7 @@ TEST(Start, Datenordner) {
     };
     Rechner r;
     for (const auto& fall : tafel) {
+        r.platte().mache_ordner(ParentDir(fall.ordner)); // the data folder itself may be new, not those above
         Platzlauf l(r, u"chef");
         EXPECT_TRUE(l.starten(fall.aufruf));
         EXPECT_EQ(l.programm->platz().Datenpfad, fall.ordner);
@@ -174,6 +175,9 @@ TEST(Start, Datenordner) {
     EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
     EXPECT_EQ(l.fenster.hinweise.size(), 1U);
     EXPECT_TRUE(enthält(l.fenster.hinweise.at(0), u"'/srv/z/Data'"));
+    EXPECT_FALSE(l.starten({u"/path", u"/mnt/vertippt/firma", u"/nowelcomescreen"}));
+    EXPECT_TRUE(l.fenster.hinweise.at(1).starts_with(
+        u"Der Ordner '/mnt/vertippt/firma/Data' konnte nicht angelegt werden.\nVermutlich haben Sie"));
     EXPECT_TRUE(r.platte().abbild() == vorher);
 }
 

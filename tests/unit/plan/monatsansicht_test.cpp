@@ -173,6 +173,8 @@ TEST(Monatsansicht, Tagessummen) {
     l.programm->hauptfenster().Tabellenfelder_anordnen();
     EXPECT_EQ(summen.row_height(2), 0);
     EXPECT_NE(summen.row_height(1), 0);
+    EXPECT_EQ(summen.cell(1, 1).text, u"3") << "the layout leaves the sums alone";
+    EXPECT_EQ(summen.accessible_name(1, 4), u"Mittwoch 4. November, Urlaub: 0");
     l.trage_ein(u"chef", 18, 18, 1); // counts at once
     EXPECT_EQ(summen.cell(1, 18).text, u"1");
     l.trage_ein(u"chef", 18, 18, 7);
