@@ -42,6 +42,8 @@ public:
     int standard_row_height() const;
     // Last column that is a day of the month: behind it the headings are empty.
     int last_day_col() const { return last_day_; }
+    // Number of a cell as the accessible table counts them: the hidden key column is none.
+    int accessible_child(int row, int col) const { return row * (last_day_ + 1) + col; }
     bool leads() const { return columns_ == &own_columns_; }
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -263,8 +263,7 @@ void PlanAnsicht::focusOutEvent(QFocusEvent* event) {
 void PlanAnsicht::announce_focus() {
     if (!table_ || !QAccessible::isActive() || !table_->HighLight()) return;
     QAccessibleEvent event(this, QAccessible::Focus);
-    const int columns = last_day_ + 1; // as the accessible table counts its cells
-    event.setChild(table_->selection().row_sel * columns + table_->selection().col_sel);
+    event.setChild(accessible_child(table_->selection().row_sel, table_->selection().col_sel));
     QAccessible::updateAccessibility(&event);
 }
 
