@@ -21,6 +21,9 @@ int main(int argc, char** argv) {
         [&](const QWidget& w) {
             return !programm.platz().Startphase && w.parent() && w.parent()->objectName() == u"msgFlexGrid";
         },
-        [&] { programm.hauptfenster().form().user_close(); });
+        [&] {
+            programm.hauptfenster().form().user_close();
+            fenster.quit();
+        });
     return programm.ausführen();
 }
