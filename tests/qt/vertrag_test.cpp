@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTabBar>
 #include <stdexcept>
 
@@ -177,6 +178,10 @@ TEST_F(Vertrag, Fensterlage_kommt_wieder_und_ausserhalb_zaehlt_nicht) {
         f.view()->set_geometry(draußen);
         EXPECT_EQ(f.view()->geometry(), g) << draußen.left << " " << draußen.top;
     }
+    const int breite = QGuiApplication::primaryScreen()->availableGeometry().width();
+    f.view()->set_geometry({(breite - 120) * 15, 20 * 15, 740 * 15, 600 * 15});
+    EXPECT_EQ(f.view()->geometry().left, (breite - 740) * 15) << "wholly onto the screen";
+    f.view()->set_geometry(g);
     f.view()->set_state(WindowState::Maximised);
     EXPECT_EQ(f.view()->state(), WindowState::Maximised);
     EXPECT_EQ(f.view()->geometry(), g) << "the place to come back to";

@@ -40,7 +40,7 @@ private:
     Zeitgeber& zeitgeber_;
     Skriptuhr& uhr_;
     Control* fokus_ = nullptr;
-    Geometry lage_{1500, 1500, 18000, 10500};
+    Geometry lage_; // nothing until the user's own place is known: it is not the console's to choose
     WindowState zustand_ = WindowState::Normal;
     Text gemeldet_; // what the box showed last, with its place; empty while it is hidden
 };

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QScreen>
+#include <algorithm>
 
 #include "base/fehler.h"
 #include "ui/qt/bausteine.h"
@@ -157,8 +158,12 @@ void FensterAnsicht::set_geometry(const Geometry& g) {
         const QRect room = screen->availableGeometry();
         const QRect seen = room.intersected(title);
         if (seen.width() < 100 || seen.height() < 20) continue;
-        window_->resize(wish.size().boundedTo(room.size()).expandedTo(window_->minimumSizeHint()));
-        window_->move(wish.topLeft());
+        const QSize size = wish.size().boundedTo(room.size()).expandedTo(window_->minimumSizeHint());
+        window_->resize(size);
+        // Wholly onto the screen, which may be a smaller one than where the place was noted.
+        const auto fitting = [](int at, int first, int last) { return std::max(first, std::min(at, last)); };
+        window_->move(fitting(wish.left(), room.left(), room.left() + room.width() - size.width()),
+                      fitting(wish.top(), room.top(), room.top() + room.height() - size.height()));
         return;
     }
 }
