@@ -213,14 +213,6 @@ std::optional<Dateikanal::Klarzeile> Dateikanal::nächste_Klarzeile() {
     return Klarzeile{Zeile_entschlüsseln(roh->anfang, roh->länge), stelle};
 }
 
-std::string_view Dateikanal::Klarzeile_mit(std::size_t zeichen) {
-    if (!zeilen_ || vorrat_) return {};
-    char* const anfang = zeilen_->nächste_mit(zeichen + 1);
-    if (!anfang) return {};
-    ++zeile_nr_;
-    return Zeile_entschlüsseln(anfang, zeichen + 1);
-}
-
 Text Dateikanal::Rohzeile() {
     if (!nächste_bereit())
         throw zugriffsfehler(FEHLER_DATEIENDE, pfad_, u"modKalvora - LineIn", zeile_nr_ + 1);

@@ -44,8 +44,6 @@ public:
         std::uint64_t stelle = 0; // offset of the stored line in the file
     };
     std::optional<Klarzeile> nächste_Klarzeile();
-    // The next line decoded if it has exactly so many characters; else empty, and nothing is taken.
-    std::string_view Klarzeile_mit(std::size_t zeichen);
     void LineOut(TextView zeile);
     void Klarzeile_schreiben(std::string_view bytes); // LineOut of bytes of the code page
     Text Rohzeile();                                  // a line as it stands: plain files

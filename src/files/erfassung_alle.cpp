@@ -17,6 +17,15 @@ Text yymm_des_Monats(int Startjahr, int monat) {
     return ziffern((Startjahr + (monat - 1) / 12) % 100, 2) + ziffern((monat - 1) % 12 + 1, 2);
 }
 
+// The key of an A row, told by the row's length alone: valid only if it is found to be a known one, since
+// known keys hold no colon.
+std::string_view Schlüssel_nach_Länge(std::string_view zeile) {
+    constexpr std::size_t DAVOR = 2, DANACH = 1 + TAGE;
+    if (zeile.size() < DAVOR + DANACH || !zeile.starts_with("A:") || zeile[zeile.size() - DANACH] != ':')
+        return {};
+    return zeile.substr(DAVOR, zeile.size() - DAVOR - DANACH);
+}
+
 } // namespace
 
 // False: a line is no row; it is left out.
@@ -27,28 +36,16 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
     bool fehlerfrei = true;
     öffnen(version, Fehlerweg::Melden);
     Kopf_einlesen(kanal_, pfad(version.name), yymm);
-    const auto Satz = [&](std::string_view zeile) {
-        const Zeilenbefund b = Zeile_prüfen(zeile);
+    while (const auto zeile = kanal_.nächste_Klarzeile()) {
+        if (const int i = wer.nächste_Zeile(Schlüssel_nach_Länge(zeile->bytes))) {
+            filter.übertragen(zeile->bytes.substr(zeile->bytes.size() - TAGE), daten_.zelle(monat, i), länge);
+            continue;
+        }
+        const Zeilenbefund b = Zeile_prüfen(zeile->bytes);
         fehlerfrei = fehlerfrei && (b.art == Zeilenbefund::Art::A || b.art == Zeilenbefund::Art::K);
-        if (b.art != Zeilenbefund::Art::A) return;
+        if (b.art != Zeilenbefund::Art::A) continue;
         for (int i = wer.finden(b.schlüssel); i > 0; i = wer.nächster_gleicher(i))
             filter.übertragen(b.inhalt, daten_.zelle(monat, i), länge);
-    };
-    for (;;) {
-        // Nearly always the next row is that of the employee who is next in staff order.
-        const int i = wer.erwartet();
-        const std::string_view anfang = i > 0 ? wer.Zeilenanfang(i) : std::string_view{};
-        const std::string_view geraten = i > 0 ? kanal_.Klarzeile_mit(anfang.size() + TAGE) : anfang;
-        if (!geraten.empty() && geraten.starts_with(anfang)) {
-            filter.übertragen(geraten.substr(anfang.size()), daten_.zelle(monat, i), länge);
-            wer.gefunden(i);
-        } else if (!geraten.empty()) {
-            Satz(geraten);
-        } else if (const auto zeile = kanal_.nächste_Klarzeile()) {
-            Satz(zeile->bytes);
-        } else {
-            break;
-        }
     }
     kanal_.Datei_schließen();
     return fehlerfrei;

@@ -40,11 +40,6 @@ Schlüsselverzeichnis::Schlüsselverzeichnis(const std::vector<std::string>& sch
     while (platz < schlüssel.size() * 2)
         platz *= 2;
     tafel_.assign(platz, 0);
-    anfang_.push_back(0);
-    for (const std::string& s : schlüssel) {
-        anfänge_.append("A:").append(s).append(":");
-        anfang_.push_back(anfänge_.size());
-    }
     std::vector<int> letzter(schlüssel.size() + 1, 0); // of the first row of a key the last one so far
     std::vector<char> allein(schlüssel.size() + 1, false);
     for (std::size_t k = 0; k < schlüssel.size(); ++k) {
@@ -72,8 +67,7 @@ int Schlüsselverzeichnis::finden(std::string_view schlüssel) {
     if (schlüssel.empty()) return 0;
     // Equal keys are reached through the first of them, so the short cut holds only for keys that stand
     // alone.
-    if (const int i = erwartet(); i > 0 && schlüssel_[static_cast<std::size_t>(i - 1)] == schlüssel)
-        return zuletzt_ = i;
+    if (const int i = nächste_Zeile(schlüssel)) return i;
     const std::size_t maske = tafel_.size() - 1;
     for (std::size_t s = streuwert(schlüssel) & maske; tafel_[s]; s = (s + 1) & maske) {
         if (!gleich(schlüssel_[static_cast<std::size_t>(tafel_[s] - 1)], schlüssel)) continue;

@@ -38,25 +38,21 @@ class Schlüsselverzeichnis {
 public:
     explicit Schlüsselverzeichnis(const std::vector<std::string>& schlüssel); // index from 0 is row 1
     int finden(std::string_view schlüssel); // first row with the key; 0 none
-    // The employee who is next in staff order behind the last hit and alone has his key; 0 none.
-    int erwartet() const { return nach_[static_cast<std::size_t>(zuletzt_)]; }
-    // "A:<key>:" of an employee: how his rows begin.
-    std::string_view Zeilenanfang(int i) const {
-        const auto k = static_cast<std::size_t>(i);
-        return std::string_view(anfänge_).substr(anfang_[k - 1], anfang_[k] - anfang_[k - 1]);
+    // The row of the employee who is next in staff order, if the key is exactly his; 0 otherwise.
+    int nächste_Zeile(std::string_view schlüssel) {
+        const int i = nach_[static_cast<std::size_t>(zuletzt_)];
+        if (i == 0 || schlüssel_[static_cast<std::size_t>(i - 1)] != schlüssel) return 0;
+        return zuletzt_ = i;
     }
-    void gefunden(int i) { zuletzt_ = i; }
     int nächster_gleicher(int i) const { return gleich_[static_cast<std::size_t>(i)]; } // 0 none
 
 private:
     static std::uint32_t streuwert(std::string_view s);
     static bool gleich(std::string_view a, std::string_view b);
     const std::vector<std::string>& schlüssel_;
-    std::vector<int> tafel_;          // open addressing, staff row or 0
-    std::vector<int> gleich_;         // index 1..N
-    std::string anfänge_;             // how rows begin, one behind the other
-    std::vector<std::size_t> anfang_; // index 0..N: where that of row i + 1 begins
-    std::vector<int> nach_;           // of row 0..N the next one with a key that no other row has; 0 none
+    std::vector<int> tafel_;  // open addressing, staff row or 0
+    std::vector<int> gleich_; // index 1..N
+    std::vector<int> nach_;   // of row 0..N the next one with a key that no other row has; 0 none
     int zuletzt_ = 0;
 };
 

@@ -39,33 +39,13 @@ public:
         bool mit_Ende = true; // false: the file's last line, whose end has not arrived
     };
     std::optional<Zeile> nächste();
-    // The next line if it is stored with exactly so many characters, its key byte among them; else null, and
-    // nothing is taken. Saves the search for the end where a line's length can be guessed.
-    char* nächste_mit(std::size_t länge);
 
 private:
-    static bool ohne_Steuerzeichen(const char* zeichen, std::size_t länge);
     char* hier_;
     char* ende_;
 };
 
 // Inline: called once a line.
-inline bool Rohzeilen::ohne_Steuerzeichen(const char* zeichen, std::size_t länge) {
-    bool keines = true;
-    for (std::size_t i = 0; i < länge; ++i) // no early end: many characters go at once
-        keines &= static_cast<std::uint8_t>(zeichen[i]) >= 32;
-    return keines;
-}
-
-inline char* Rohzeilen::nächste_mit(std::size_t länge) {
-    if (static_cast<std::size_t>(ende_ - hier_) < länge + 2) return nullptr;
-    char* const anfang = hier_;
-    if (anfang[länge] != '\r' || anfang[länge + 1] != '\n' || !ohne_Steuerzeichen(anfang, länge))
-        return nullptr;
-    hier_ += länge + 2;
-    return anfang;
-}
-
 inline std::optional<Rohzeilen::Zeile> Rohzeilen::nächste() {
     while (hier_ < ende_) {
         const bool loch = *hier_ == '\0';
