@@ -113,6 +113,7 @@ void Erfassungsdateien::einlesen(const Text& yymm, Monatsstand& ziel) {
 bool Erfassungsdateien::Erfassungsdaten_lesen(const Text& yymm) {
     return als_Prozedur(u"modKalvora - Erfassungsdaten_lesen", [&] {
         einlesen(yymm, monat_);
+        monat_.ungezeigt = false; // whoever asks for the month shows it
         Ausstehende_prüfen(monat_);
         return !monat_.inhalt.Erfassungsdaten.leer();
     });
@@ -224,7 +225,7 @@ void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Tex
 // held stays another one, and the next check reads the month.
 void Erfassungsdateien::Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const {
     monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
-    if (!nur_eigenes) {
+    if (!nur_eigenes || monat.ungezeigt) {
         monat.heutig = 0;
         return;
     }
@@ -272,6 +273,7 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     einlesen(Text(monat.inhalt.yymm), monat);
     const bool derselbe = gezeigt.stamm == monat.inhalt.stamm && gezeigt.größe == monat.inhalt.größe &&
                           gezeigt.kopf == monat.inhalt.kopf;
+    monat.ungezeigt = monat.ungezeigt || !derselbe;
     const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
     kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
@@ -280,7 +282,7 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     // A version with faults stays beside its successor until somebody has looked at it.
     monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);
     merken(monat.inhalt, zeilen, versuch);
-    Stand_übernehmen(monat, derselbe);
+    Stand_übernehmen(monat, true);
     return true;
 }
 

@@ -25,6 +25,7 @@ struct Monatsstand {
     bool lesbar = false;    // whether it takes entries
     Text gesund;            // stem of a version read without a fault or written whole by this program
     Zeitstempel heutig = 0; // of today's file as last read or written; 0 when there was none
+    bool ungezeigt = false; // a save has read rows of others, which the plan on show does not have yet
 };
 
 class Erfassungsdateien {

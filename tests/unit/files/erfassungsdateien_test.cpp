@@ -348,6 +348,26 @@ TEST(Erfassungsdateien, ZweiImSelbenAugenblick) {
     }
 }
 
+// A colleague begins today's version at some moment of our first save: our plan does not show his row, and
+// the next check must notice.
+TEST(Erfassungsdateien, FremdesInDerErstenSpeicherung) {
+    for (int blick = 1; blick <= 4; ++blick) {
+        Erfassungsplatz p({u"anna", u"otto"});
+        Erfassungsplatz q({u"anna", u"otto"}, p.fs.geteilte_platte(), u"PLATZ2");
+        p.Monatsdatei(u"2611 261110", {});
+        for (Erfassungsplatz* platz : {&p, &q})
+            platz->erfassung.Erfassungsdaten_lesen(u"2611");
+        int blicke = 0;
+        p.fs.davor = [&](const std::string& aufruf, const Text&) {
+            if (aufruf == "list" && ++blicke == blick) q.erfassung.Datensatz_speichern(A(u"otto", u"1"));
+        };
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"1")));
+        EXPECT_TRUE(blicke < blick ||
+                    p.erfassung.Stand_heute(u"2611") != p.erfassung.Erfassungsdatei_Zeitstempel())
+            << blick;
+    }
+}
+
 TEST(Erfassungsdateien, Checken) {
     Erfassungsplatz p({u"anna"});
     for (int monat = 1; monat <= 24; ++monat)
