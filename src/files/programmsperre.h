@@ -1,0 +1,43 @@
+// Lockfile.txt in the data folder: a plain file by which an administrator, or a repair, keeps the others out.
+// Line 1 "<Sperrtext>|<Benutzername>[|<Name>]"; a repair adds the file repaired (or "NoFile " and the months)
+// and "<date>|<hh:nn>".
+#pragma once
+
+#include <optional>
+
+#include "files/konfigdaten.h"
+
+namespace kalvora {
+
+struct Sperre {
+    Text Sperrtext, Benutzer, Name;
+    Text Sperre_Datei, Sperre_Zeit; // of a repair; empty for an ordinary lock
+    bool nach_Reparatur() const { return !Sperre_Datei.empty(); }
+};
+
+class Programmsperre {
+public:
+    Programmsperre(Dateikanal& kanal, const Arbeitsplatz& platz) : kanal_(kanal), platz_(platz) {}
+
+    // At the start and before every save: an ordinary lock of somebody else ends the program, this user's own
+    // one is told at the start. One that cannot be read is left alone, one without "|" is deleted.
+    void Programmsperre_prüfen();
+    // Once the first month is shown: a repair lock ends the program for all but administrators, who are told
+    // what to do. Without any administrators it is deleted.
+    void Sperre_melden(const Konfiguration& konfig);
+    const std::optional<Sperre>& stand() const { return stand_; } // as read last
+
+    bool vorhanden() const;
+    // False: it could not be made, which is told. A lock that stands is replaced.
+    bool anlegen(const Sperre& sperre);
+    void aufheben();
+
+private:
+    Text Pfad() const;
+    std::optional<Sperre> lesen();
+    Dateikanal& kanal_;
+    const Arbeitsplatz& platz_;
+    std::optional<Sperre> stand_;
+};
+
+} // namespace kalvora

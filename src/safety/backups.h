@@ -1,0 +1,50 @@
+// Backups: all shared files of a moment in one container, in the folder Backups/. Named
+// "yymmdd hhnnss <kind>.dat"; the kinds are M monthly, T daily, A before an administrative change, E export,
+// F before a repair, J before the year change.
+#pragma once
+
+#include <functional>
+
+#include "files/logbuch.h"
+#include "safety/container.h"
+
+namespace kalvora {
+
+class Backups {
+public:
+    Backups(Dateikanal& kanal, Arbeitsplatz& platz, const Konfigdaten& konfig, Logbuch& log)
+        : kanal_(kanal), platz_(platz), konfig_(konfig), log_(log) {}
+
+    // True when the container stands whole. False without the folder, in look-back mode, when a member cannot
+    // be read (which is logged) or the file cannot be made. `beschädigt`: a member that is passed over.
+    bool Backup_erstellen(TextView art, const Text& beschädigt = {});
+    const Text& Backupname() const { return name_; } // of the latest one; without folder
+    // One of this day (of this month: with `yymm`) stands in the folder, whoever made it.
+    bool vorhanden(TextView tag, TextView art) const;
+
+    // The backups of the month and of the day, by the first workstation that starts. True: one was made, and
+    // the folders are to be tidied.
+    bool Tagessicherung();
+    // How many logs and backups of each kind stay.
+    void Aufräumen();
+    // Deletes the oldest beyond `anzahl` whose date, read as a number, is more than 6 behind today's. With 0
+    // all go.
+    void Alte_Dateien_löschen(const Text& ordner, TextView maske, int anzahl) const;
+
+    std::function<void(int fertig, int alle)> Fortschritt; // called between members
+
+private:
+    std::optional<std::string> Container();
+    bool Mitglieder_anfügen(Containerschreiber& container);
+    std::optional<Dateiinhalt> Mitglied_lesen(const Text& pfad);
+    Text Zeitname(TextView art, int sekunden) const;
+    int Logmonate() const;
+    Dateikanal& kanal_;
+    Arbeitsplatz& platz_;
+    const Konfigdaten& konfig_;
+    Logbuch& log_;
+    Text name_, beschädigt_;
+    bool von_vorn_ = false; // a member went behind a newer version: the list is old
+};
+
+} // namespace kalvora

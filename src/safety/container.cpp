@@ -1,0 +1,111 @@
+#include "safety/container.h"
+
+#include <algorithm>
+#include <charconv>
+#include <set>
+
+#include "base/cp1252.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr TextView KOPF = u"[KalvoraBackup]";
+constexpr std::size_t NAME_HÖCHSTENS = 120;
+
+// Takes one stored line with its end off the front; nothing when there is none that is whole.
+std::optional<std::string_view> Rohzeile(std::string_view& rest) {
+    const std::size_t umbruch = rest.find('\n');
+    if (umbruch == std::string_view::npos) return std::nullopt;
+    const std::string_view zeile = rest.substr(0, umbruch + 1);
+    rest.remove_prefix(umbruch + 1);
+    return zeile;
+}
+
+// The next line as text, empty when it is missing or is no line.
+Text Klarzeile(std::string_view& rest) {
+    const auto roh = Rohzeile(rest);
+    if (!roh) return {};
+    std::string zeile(roh->substr(0, roh->size() - 1));
+    if (zeile.ends_with('\r')) zeile.pop_back();
+    if (zeile.empty()) return {};
+    return aus_cp1252(Zeile_entschlüsseln(zeile.data(), zeile.size()));
+}
+
+std::optional<Text> in_Klammern(const Text& zeile) {
+    if (zeile.size() < 3 || zeile.front() != u'[' || zeile.back() != u']') return std::nullopt;
+    return zeile.substr(1, zeile.size() - 2);
+}
+
+// A count of lines: plain digits.
+std::optional<std::size_t> Anzahl(const Text& text) {
+    constexpr std::size_t STELLEN = 9;
+    if (text.empty() || text.size() > STELLEN || !nur_Ziffern(text)) return std::nullopt;
+    return static_cast<std::size_t>(Val(text));
+}
+
+std::optional<Containermitglied> Mitglied(std::string_view& rest) {
+    const auto name = in_Klammern(Klarzeile(rest));
+    const auto anzahl = in_Klammern(Klarzeile(rest));
+    if (!name || !anzahl || !Mitgliedsname_zulässig(*name)) return std::nullopt;
+    const auto zeilen = Anzahl(*anzahl);
+    if (!zeilen) return std::nullopt;
+    const std::string_view anfang = rest;
+    for (std::size_t n = 0; n < *zeilen; ++n)
+        if (!Rohzeile(rest)) return std::nullopt;
+    return Containermitglied{*name, anfang.substr(0, anfang.size() - rest.size())};
+}
+
+} // namespace
+
+bool Mitgliedsname_zulässig(TextView name) {
+    const bool art = endet_ohne_Fall(name, u".dat") || endet_ohne_Fall(name, u".log");
+    const bool fremd = std::any_of(name.begin(), name.end(),
+                                   [](char16_t c) { return c < 32 || c == u'/' || c == u'\\' || c == u':'; });
+    return art && !fremd && name.size() <= NAME_HÖCHSTENS && name[0] != u'.' && name[0] != u'~' &&
+           cp1252_darstellbar(name);
+}
+
+bool Containermitglied::Log() const {
+    return !endet_ohne_Fall(name, u".dat");
+}
+
+Containerschreiber::Containerschreiber(Schlüsselquelle& schlüssel) : schlüssel_(schlüssel) {
+    Zeile(KOPF);
+}
+
+void Containerschreiber::Zeile(TextView klar) {
+    Zeile_verschlüsseln(bytes_, zu_cp1252(klar), schlüssel_.nächster());
+}
+
+void Containerschreiber::anfügen(TextView name, std::string_view bytes) {
+    std::string ohne_Löcher;
+    if (bytes.find('\0') != std::string_view::npos) {
+        ohne_Löcher = bytes;
+        Rohzeilen zeilen(ohne_Löcher.data(), ohne_Löcher.size());
+        std::string ganze;
+        for (auto zeile = zeilen.nächste(); zeile && zeile->mit_Ende; zeile = zeilen.nächste())
+            ganze.append(zeile->anfang, zeile->länge).append("\r\n");
+        ohne_Löcher = std::move(ganze);
+        bytes = ohne_Löcher;
+    }
+    bytes = bytes.substr(0, bytes.rfind('\n') + 1); // npos + 1 is 0: no line has its end
+    Zeile(u"[" + Text(name) + u"]");
+    Zeile(u"[" + ziffern(std::count(bytes.begin(), bytes.end(), '\n')) + u"]");
+    bytes_ += bytes;
+}
+
+std::optional<std::vector<Containermitglied>> Container_lesen(std::string_view bytes) {
+    if (Klarzeile(bytes) != KOPF) return std::nullopt;
+    std::vector<Containermitglied> alle;
+    std::set<Text> namen;
+    while (!bytes.empty()) {
+        auto mitglied = Mitglied(bytes);
+        if (!mitglied || !namen.insert(klein(mitglied->name)).second) return std::nullopt;
+        alle.push_back(*std::move(mitglied));
+    }
+    if (alle.empty()) return std::nullopt;
+    return alle;
+}
+
+} // namespace kalvora
