@@ -13,7 +13,8 @@ public:
     virtual double steady() = 0; // seconds from an arbitrary point, never backwards
     virtual void
     sleep(double seconds) = 0; // the whole process waits; the window's waits are Application::Pause
-    virtual Datum day_of(Zeitstempel) = 0; // local date of a file's time stamp
+    virtual Datum day_of(Zeitstempel) = 0;      // local date of a file's time stamp
+    virtual Zeitpunkt time_of(Zeitstempel) = 0; // the same with the time of day
 };
 
 } // namespace kalvora

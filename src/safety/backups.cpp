@@ -1,6 +1,7 @@
 #include "safety/backups.h"
 
 #include <algorithm>
+#include <set>
 
 #include "files/ordner.h"
 
@@ -18,21 +19,14 @@ struct Aufbewahrung {
 constexpr Aufbewahrung AUFBEWAHRUNG[] = {
     {u"*T.dat", 7}, {u"*M.dat", 3}, {u"*A.dat", 5}, {u"*E.dat", 0}, {u"*F.dat", 1}};
 
-struct Quelle {
-    Text ordner, name;
-};
-
-// Plain files that a restore could write back, each name once ignoring case.
-std::vector<Quelle> Quellen(FileSystem& fs, const Text& ordner, TextView maske) {
-    std::vector<Quelle> aus;
-    for (const Text& name : Dateien(fs, ordner, maske, true)) {
-        const auto gleich = [&](const Quelle& q) { return gleich_ohne_Fall(q.name, name); };
-        const auto info = fs.info(ordner + name);
-        const bool Ordner = info && info->folder;
-        if (!Ordner && Mitgliedsname_zulässig(name) && std::none_of(aus.begin(), aus.end(), gleich))
-            aus.push_back({ordner, name});
+// Network faults are the start's business, which waits for the folder and tries again.
+template <class F>
+void ohne_Meldung(F&& f) {
+    try {
+        f();
+    } catch (const Laufzeitfehler& fehler) {
+        if (fehler.nummer == FEHLER_NETZ) throw;
     }
-    return aus;
 }
 
 } // namespace
@@ -51,46 +45,85 @@ Text Backups::Zeitname(TextView art, int sekunden) const {
            ziffern(s % 60, 2) + u" " + Text(art) + u".dat";
 }
 
-std::optional<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad) {
-    auto inhalt = kanal_.werk().lesen(pfad);
-    if (inhalt && inhalt->größe == 0) {
-        kanal_.app().Pause(LEERE_DATEI_PAUSE);
-        inhalt = kanal_.werk().lesen(pfad);
-    }
-    if (inhalt) return std::move(*inhalt);
-    von_vorn_ = inhalt.nummer() == FEHLER_NICHT_GEFUNDEN;
-    if (!von_vorn_)
-        log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - Fehler Nr. " +
-                                     ziffern(inhalt.nummer()) + u" beim Lesen der Datei " +
-                                     Pfad_kürzen(pfad, 100));
-    return std::nullopt;
+void Backups::Fehler_vermerken(int nummer, const Text& datei) {
+    log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - Fehler Nr. " + ziffern(nummer) +
+                                 u" beim Lesen von " + Pfad_kürzen(datei, 100));
 }
 
-bool Backups::Mitglieder_anfügen(Containerschreiber& container) {
-    FileSystem& fs = kanal_.fs();
-    std::vector<Quelle> alle = Quellen(fs, platz_.Datenpfad, u"*.dat");
-    for (Quelle& q : Quellen(fs, platz_.Logpfad, u"*.log"))
-        alle.push_back(std::move(q));
+// Plain files that a restore could write back, each name once ignoring case.
+void Backups::Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske) const {
+    std::set<Text> namen;
+    for (const Text& name : Dateien(kanal_.fs(), ordner, maske, true)) {
+        const auto info = kanal_.fs().info(ordner + name);
+        const bool Ordner = info && info->folder;
+        if (Ordner || !Mitgliedsname_zulässig(name) || gleich_ohne_Fall(name, beschädigt_)) continue;
+        if (namen.insert(klein(name)).second) alle.push_back({ordner, name, info ? info->size : 0});
+    }
+}
+
+std::vector<Backups::Quelle> Backups::Quellen() const {
+    std::vector<Quelle> alle;
+    Quellen_anfügen(alle, platz_.Datenpfad, u"*.dat");
+    Quellen_anfügen(alle, platz_.Logpfad, u"*.log");
+    return alle;
+}
+
+Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad) {
+    auto inhalt = kanal_.werk().lesen(pfad);
+    if (!inhalt || inhalt->größe > 0 || gewartet_) return inhalt;
+    gewartet_ = true;
+    kanal_.app().Pause(LEERE_DATEI_PAUSE);
+    return kanal_.werk().lesen(pfad);
+}
+
+// A file that has gone went behind a newer version: then the list is old. A link that leads nowhere is never
+// there.
+Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, bool letzter_Versuch) {
+    const std::vector<Quelle> alle = Quellen();
+    std::uint64_t größe = 0;
+    for (const Quelle& q : alle)
+        größe += q.größe;
+    container.reservieren(alle.size(), größe);
     for (std::size_t n = 0; n < alle.size(); ++n) {
-        if (gleich_ohne_Fall(alle[n].name, beschädigt_)) continue;
-        const auto inhalt = Mitglied_lesen(alle[n].ordner + alle[n].name);
-        if (!inhalt) return false;
-        container.anfügen(alle[n].name, inhalt->sicht());
+        const Text pfad = alle[n].ordner + alle[n].name;
+        const auto inhalt = Mitglied_lesen(pfad);
+        if (inhalt) {
+            container.anfügen(alle[n].name, inhalt->sicht());
+        } else if (inhalt.nummer() != FEHLER_NICHT_GEFUNDEN) {
+            Fehler_vermerken(inhalt.nummer(), pfad);
+            return Sammlung::Gescheitert;
+        } else if (!letzter_Versuch) {
+            return Sammlung::Veraltet;
+        }
         if (Fortschritt) Fortschritt(static_cast<int>(n) + 1, static_cast<int>(alle.size()));
     }
-    return true;
+    return Sammlung::Fertig;
 }
 
 // The whole container in memory: a read that fails leaves nothing half on the disk.
 std::optional<std::string> Backups::Container() {
     constexpr int VERSUCHE = 3;
-    for (int versuch = 1; versuch <= VERSUCHE; ++versuch) {
-        von_vorn_ = false;
+    gewartet_ = false;
+    for (int versuch = 1;; ++versuch) {
         Containerschreiber container(kanal_.schlüssel());
-        if (Mitglieder_anfügen(container)) return container.bytes();
-        if (!von_vorn_) break;
+        const Sammlung stand = Mitglieder_anfügen(container, versuch == VERSUCHE);
+        if (stand == Sammlung::Fertig) return container.entnehmen();
+        if (stand == Sammlung::Gescheitert) return std::nullopt;
     }
-    return std::nullopt;
+}
+
+// Another workstation may make a backup in the same second: then this one is of the next.
+bool Backups::schreiben(TextView art, const std::string& container) {
+    constexpr int AUSWEICHEN = 60; // seconds
+    for (int s = 0; s < AUSWEICHEN; ++s) {
+        const Text name = Zeitname(art, s), pfad = platz_.Backuppfad + name;
+        if (kanal_.fs().info(pfad)) continue;
+        const auto ergebnis = kanal_.werk().neu_anlegen(pfad, container);
+        if (!ergebnis && ergebnis.nummer() == FEHLER_EXISTIERT) continue;
+        if (ergebnis) name_ = name;
+        return static_cast<bool>(ergebnis);
+    }
+    return false;
 }
 
 bool Backups::Backup_erstellen(TextView art, const Text& beschädigt) {
@@ -98,15 +131,13 @@ bool Backups::Backup_erstellen(TextView art, const Text& beschädigt) {
         if (platz_.Datenrückblick_aktiv || !Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) return false;
         const Application::Sanduhrwache sanduhr(kanal_.app(), !platz_.Startphase);
         beschädigt_ = beschädigt;
-        const auto container = Container();
-        if (!container) return false;
-        constexpr int AUSWEICHEN = 60; // seconds: another workstation's backup of the same moment
-        Fehlercode f = FEHLER_EXISTIERT;
-        for (int s = 0; s < AUSWEICHEN && f == FEHLER_EXISTIERT; ++s) {
-            name_ = Zeitname(art, s);
-            f = kanal_.werk().neu_anlegen(platz_.Backuppfad + name_, *container).nummer();
+        try {
+            const auto container = Container();
+            return container && schreiben(art, *container);
+        } catch (const Laufzeitfehler& fehler) { // a folder that cannot be listed
+            Fehler_vermerken(fehler.nummer, fehler.datei);
+            return false;
         }
-        return f == 0;
     });
 }
 
@@ -118,8 +149,10 @@ bool Backups::Tagessicherung() {
         log_.Logbuch_bereinigen(art);
         gemacht = true;
     };
-    if (!vorhanden(platz_.Monat_heute(), u"M")) sichern(u"M");
-    if (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T")) sichern(u"T");
+    ohne_Meldung([&] {
+        if (!vorhanden(platz_.Monat_heute(), u"M")) sichern(u"M");
+        if (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T")) sichern(u"T");
+    });
     return gemacht;
 }
 
@@ -133,16 +166,44 @@ void Backups::Aufräumen() {
     Alte_Dateien_löschen(platz_.Logpfad, u"*Kalvora.log", Logmonate());
     for (const Aufbewahrung& a : AUFBEWAHRUNG)
         Alte_Dateien_löschen(platz_.Backuppfad, a.maske, a.anzahl);
+    // Settings that a repair has made afresh say nothing about these files.
+    if (!kanal_.Reparatursperre) Unbenutztes_löschen();
 }
 
+// A day after it was last written, so that a setting changed by mistake costs nothing.
+void Backups::Unbenutztes_löschen() const {
+    const Konfiguration& k = konfig_.werte();
+    const auto löschen = [&](const Text& name) {
+        const Text pfad = Datei_finden(kanal_.fs(), platz_.Datenpfad, name);
+        const auto info = kanal_.fs().info(pfad);
+        if (info && !info->folder && platz_.Heute - kanal_.werk().uhr().day_of(info->time) > 1)
+            Datei_löschen(kanal_.fs(), pfad);
+    };
+    if (k.Setting(1) != 2) löschen(u"Mitarbeiteranzber.dat");
+    if (k.Setting(17) == 1) löschen(u"Mitarbeiteranzgru.dat");
+}
+
+// Of each stamp (the name up to its first blank) among the oldest, the first file that bears it goes.
 void Backups::Alte_Dateien_löschen(const Text& ordner, TextView maske, int anzahl) const {
-    std::vector<Text> namen = Dateien(kanal_.fs(), ordner, maske, true); // sorted: the oldest first
-    const auto marke = [](const Text& name) { return links(name, position(name, u" ") - 1); };
-    std::stable_sort(namen.begin(), namen.end(),
-                     [&](const Text& a, const Text& b) { return marke(a) < marke(b); });
+    std::vector<Text> namen;
+    ohne_Meldung([&] { namen = Dateien(kanal_.fs(), ordner, maske, true); });
+    std::erase_if(namen, [&](const Text& name) { return Ordner_vorhanden(kanal_.fs(), ordner + name); });
+    std::vector<Text> marken;
+    for (const Text& name : namen)
+        marken.emplace_back(links(name, position(name + u" ", u" ") - 1));
+    std::sort(marken.begin(), marken.end());
     const long heute = Val(platz_.Heute_S);
-    for (std::size_t n = 0; n + static_cast<std::size_t>(anzahl) < namen.size(); ++n)
-        if (anzahl == 0 || heute > Val(links(namen[n], 6)) + 6) Datei_löschen(kanal_.fs(), ordner + namen[n]);
+    for (std::size_t n = 0; n + static_cast<std::size_t>(anzahl) < marken.size(); ++n) {
+        const Text& marke = marken[n];
+        const auto passt = [&](const Text& name) {
+            return beginnt_ohne_Fall(name, marke) &&
+                   passt_auf_Maske(TextView(name).substr(marke.size()), maske);
+        };
+        const auto name = std::find_if(namen.begin(), namen.end(), passt);
+        if (name == namen.end() || (anzahl > 0 && heute <= Val(links(*name, 6)) + 6)) continue;
+        Datei_löschen(kanal_.fs(), ordner + *name);
+        namen.erase(name);
+    }
 }
 
 } // namespace kalvora

@@ -16,7 +16,8 @@ public:
         : kanal_(kanal), platz_(platz), konfig_(konfig), log_(log) {}
 
     // True when the container stands whole. False without the folder, in look-back mode, when a member cannot
-    // be read (which is logged) or the file cannot be made. `beschädigt`: a member that is passed over.
+    // be read (which is logged) or the file cannot be made. Faults of files are not thrown. `beschädigt`: the
+    // name of a member that is passed over.
     bool Backup_erstellen(TextView art, const Text& beschädigt = {});
     const Text& Backupname() const { return name_; } // of the latest one; without folder
     // One of this day (of this month: with `yymm`) stands in the folder, whoever made it.
@@ -25,7 +26,8 @@ public:
     // The backups of the month and of the day, by the first workstation that starts. True: one was made, and
     // the folders are to be tidied.
     bool Tagessicherung();
-    // How many logs and backups of each kind stay.
+    // How many logs and backups of each kind stay; and the files of display permissions and groups go that
+    // the settings have made unused. Nothing is reported; what cannot be deleted waits for the next time.
     void Aufräumen();
     // Deletes the oldest beyond `anzahl` whose date, read as a number, is more than 6 behind today's. With 0
     // all go.
@@ -34,17 +36,27 @@ public:
     std::function<void(int fertig, int alle)> Fortschritt; // called between members
 
 private:
+    struct Quelle {
+        Text ordner, name;
+        std::uint64_t größe = 0;
+    };
+    enum class Sammlung { Fertig, Gescheitert, Veraltet };
     std::optional<std::string> Container();
-    bool Mitglieder_anfügen(Containerschreiber& container);
-    std::optional<Dateiinhalt> Mitglied_lesen(const Text& pfad);
+    std::vector<Quelle> Quellen() const;
+    void Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske) const;
+    Sammlung Mitglieder_anfügen(Containerschreiber& container, bool letzter_Versuch);
+    Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad);
+    bool schreiben(TextView art, const std::string& container);
+    void Fehler_vermerken(int nummer, const Text& datei);
     Text Zeitname(TextView art, int sekunden) const;
     int Logmonate() const;
+    void Unbenutztes_löschen() const;
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;
     Logbuch& log_;
     Text name_, beschädigt_;
-    bool von_vorn_ = false; // a member went behind a newer version: the list is old
+    bool gewartet_ = false; // for a file of length zero, once a backup
 };
 
 } // namespace kalvora

@@ -1,17 +1,20 @@
 #include "safety/container.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 #include "base/cp1252.h"
+#include "files/versionsname.h"
 
 namespace kalvora {
 
 namespace {
 
 constexpr TextView KOPF = u"[KalvoraBackup]";
-constexpr std::size_t NAME_HÖCHSTENS = 120;
+constexpr std::size_t NAME_HÖCHSTENS = 120; // characters
+constexpr std::size_t NAMENSBYTES_HÖCHSTENS =
+    170;                                    // of the 255 that a folder takes; the sibling needs the rest
+constexpr std::size_t KOPF_HÖCHSTENS = 150; // bytes of a member's two lines
 
 // Takes one stored line with its end off the front; nothing when there is none that is whole.
 std::optional<std::string_view> Rohzeile(std::string_view& rest) {
@@ -56,6 +59,22 @@ std::optional<Containermitglied> Mitglied(std::string_view& rest) {
     return Containermitglied{*name, anfang.substr(0, anfang.size() - rest.size())};
 }
 
+// Lines whose ends a hole has not swallowed.
+std::string ohne_NUL(std::string bytes) {
+    Rohzeilen zeilen(bytes.data(), bytes.size());
+    std::string aus;
+    while (const auto zeile = zeilen.nächste()) {
+        aus.append(zeile->anfang, zeile->länge);
+        if (zeile->mit_Ende) aus += "\r\n";
+    }
+    return aus;
+}
+
+// Is the file appended to?
+bool wächst(TextView name) {
+    return ist_Versionsname(name) || endet_ohne_Fall(name, u".log");
+}
+
 } // namespace
 
 bool Mitgliedsname_zulässig(TextView name) {
@@ -63,7 +82,7 @@ bool Mitgliedsname_zulässig(TextView name) {
     const bool fremd = std::any_of(name.begin(), name.end(),
                                    [](char16_t c) { return c < 32 || c == u'/' || c == u'\\' || c == u':'; });
     return art && !fremd && name.size() <= NAME_HÖCHSTENS && name[0] != u'.' && name[0] != u'~' &&
-           cp1252_darstellbar(name);
+           cp1252_darstellbar(name) && zu_utf8(name).size() <= NAMENSBYTES_HÖCHSTENS;
 }
 
 bool Containermitglied::Log() const {
@@ -78,21 +97,20 @@ void Containerschreiber::Zeile(TextView klar) {
     Zeile_verschlüsseln(bytes_, zu_cp1252(klar), schlüssel_.nächster());
 }
 
+void Containerschreiber::reservieren(std::size_t mitglieder, std::uint64_t bytes) {
+    bytes_.reserve(bytes_.size() + mitglieder * KOPF_HÖCHSTENS + static_cast<std::size_t>(bytes));
+}
+
 void Containerschreiber::anfügen(TextView name, std::string_view bytes) {
     std::string ohne_Löcher;
-    if (bytes.find('\0') != std::string_view::npos) {
-        ohne_Löcher = bytes;
-        Rohzeilen zeilen(ohne_Löcher.data(), ohne_Löcher.size());
-        std::string ganze;
-        for (auto zeile = zeilen.nächste(); zeile && zeile->mit_Ende; zeile = zeilen.nächste())
-            ganze.append(zeile->anfang, zeile->länge).append("\r\n");
-        ohne_Löcher = std::move(ganze);
-        bytes = ohne_Löcher;
-    }
-    bytes = bytes.substr(0, bytes.rfind('\n') + 1); // npos + 1 is 0: no line has its end
+    if (bytes.find('\0') != std::string_view::npos) bytes = ohne_Löcher = ohne_NUL(std::string(bytes));
+    const std::string_view ganze = bytes.substr(0, bytes.rfind('\n') + 1); // npos + 1 is 0: no line is whole
+    const bool geschnitten = ganze.size() < bytes.size() && !wächst(name);
+    const auto zeilen = std::count(ganze.begin(), ganze.end(), '\n') + (geschnitten ? 2 : 0);
     Zeile(u"[" + Text(name) + u"]");
-    Zeile(u"[" + ziffern(std::count(bytes.begin(), bytes.end(), '\n')) + u"]");
-    bytes_ += bytes;
+    Zeile(u"[" + ziffern(zeilen) + u"]");
+    bytes_ += geschnitten ? bytes : ganze;
+    if (geschnitten) bytes_ += "\r\n\r\n";
 }
 
 std::optional<std::vector<Containermitglied>> Container_lesen(std::string_view bytes) {

@@ -11,15 +11,19 @@
 namespace kalvora {
 
 // A plain file name that a restore may write: ends in ".dat" or ".log", holds no separator, begins with
-// neither "." nor "~", fits the code page, at most 120 characters.
+// neither "." nor "~", fits the code page and, with what a rewrite adds to it, a folder; at most 120
+// characters.
 bool Mitgliedsname_zulässig(TextView name);
 
 class Containerschreiber {
 public:
     explicit Containerschreiber(Schlüsselquelle& schlüssel);
-    // `bytes`: the whole file. A last line without its end is not yet there; NULs before a line are left out.
+    // Room for so many members with so many bytes in all: a container that grows would take twice its size.
+    void reservieren(std::size_t mitglieder, std::uint64_t bytes);
+    // `bytes`: the whole file; NULs before a line are left out. Of a file that others append to, a last line
+    // without its end is not yet there. Any other one was cut, and an empty line keeps that visible.
     void anfügen(TextView name, std::string_view bytes);
-    const std::string& bytes() const { return bytes_; }
+    std::string entnehmen() { return std::move(bytes_); }
 
 private:
     void Zeile(TextView klar);

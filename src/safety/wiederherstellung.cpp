@@ -2,15 +2,48 @@
 
 #include <algorithm>
 
+#include "base/cp1252.h"
+#include "files/monatsdatei.h"
 #include "files/ordner.h"
+#include "files/versionsname.h"
+#include "safety/monatsrettung.h"
 
 namespace kalvora {
+
+namespace {
+
+Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
+    return {nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad};
+}
+
+} // namespace
 
 bool Backupname_zulässig(TextView name) {
     constexpr std::size_t LÄNGE = 19;
     return name.size() == LÄNGE && nur_Ziffern(name.substr(0, 6)) && name[6] == u' ' &&
            nur_Ziffern(name.substr(7, 6)) && name[13] == u' ' && klein(name[14]) >= u'a' &&
            klein(name[14]) <= u'z' && gleich_ohne_Fall(name.substr(15), u".dat");
+}
+
+Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
+                         bool aus_Namen) {
+    if (aus_Namen) return Text(links(name, 6)) + Text(mitte(name, 8, 6));
+    const auto info = kanal.fs().info(platz.Backuppfad + name);
+    if (!info) return {};
+    const Zeitpunkt z = kanal.werk().uhr().time_of(info->time);
+    return FormatDatumDS(Datum_aus(z.tag.jahr, z.tag.monat, z.tag.tag)) + ziffern(z.stunde, 2) +
+           ziffern(z.minute, 2) + ziffern(z.sekunde, 2);
+}
+
+Text Sicherungszeit(const Arbeitsplatz& platz, TextView s) {
+    return platz.datum().FormatDatumSA(links(s, 6)) + u", " + Text(mitte(s, 7, 2)) + u":" +
+           Text(mitte(s, 9, 2)) + u":" + Text(mitte(s, 11, 2)) + u" Uhr";
+}
+
+const Containermitglied* Wiederherstellung::Gelesen::finden(TextView name) const {
+    const auto treffer = std::find_if(mitglieder.begin(), mitglieder.end(),
+                                      [&](const auto& m) { return gleich_ohne_Fall(m.name, name); });
+    return treffer == mitglieder.end() ? nullptr : &*treffer;
 }
 
 std::vector<Text> Wiederherstellung::Sicherungen() const {
@@ -30,9 +63,7 @@ std::vector<Text> Wiederherstellung::Sicherungen() const {
 
 std::optional<Wiederherstellung::Gelesen> Wiederherstellung::lesen(const Text& pfad) const {
     auto inhalt = kanal_.werk().lesen(pfad);
-    if (!inhalt)
-        throw Laufzeitfehler(inhalt.nummer(), u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100),
-                             pfad);
+    if (!inhalt) throw Zugriffsfehler(inhalt.nummer(), pfad);
     auto mitglieder = Container_lesen(inhalt->sicht());
     if (!mitglieder) return std::nullopt;
     return Gelesen{std::move(*inhalt), std::move(*mitglieder)}; // the bytes stay where they are
@@ -42,13 +73,23 @@ void Wiederherstellung::kein_Container_melden() const {
     kanal_.app().Hinweis(u"Bei der Backupdatei handelt es sich um keine Sicherungsdatei des Kalvora");
 }
 
+// A symbolic link in a member's place goes, so that nothing is written where it leads.
+void Wiederherstellung::Verknüpfung_lösen(const Text& ordner, const Text& name) {
+    FileSystem& fs = kanal_.fs();
+    const auto ort = fs.real_folder(ordner), ziel = fs.real_folder(ordner + name); // of a file too
+    if (!ort) return;
+    const bool führt_weg = ziel && *ziel != *ort + name + u"/";
+    const bool ins_Leere =
+        !ziel && ziel.nummer() == FEHLER_NETZ && fs.info(ordner + name).nummer() == FEHLER_NICHT_GEFUNDEN;
+    if (führt_weg || ins_Leere) fs.remove(ordner + name);
+}
+
 // The canonical spelling is written; the same name in another case would be a second file.
-void Wiederherstellung::schreiben(const Containermitglied& m) {
-    const Text ordner = Zielordner(m);
-    const Text ziel = ordner + m.name, andere = Datei_finden(kanal_.fs(), ordner, m.name);
-    const auto ergebnis = kanal_.werk().ersetzen(ziel, m.bytes);
-    if (const int f = ergebnis.nummer())
-        throw Laufzeitfehler(f, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(ziel, 100), ziel);
+void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes) {
+    const Text ziel = ordner + name, andere = Datei_finden(kanal_.fs(), ordner, name);
+    Verknüpfung_lösen(ordner, name);
+    const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes);
+    if (!ergebnis) throw Zugriffsfehler(ergebnis.nummer(), ziel);
     if (andere != ziel) kanal_.fs().remove(andere);
     kanal_.Daten_geändert = true;
 }
@@ -68,49 +109,163 @@ bool Wiederherstellung::Restore_aus_Backupdatei(const Text& datei, const Text& f
         }
         const bool ohne_Logs = filter == u"NoLogs";
         for (const Containermitglied& m : container->mitglieder)
-            if ((filter.empty() || ohne_Logs || m.name == filter) && !(ohne_Logs && m.Log())) schreiben(m);
+            if ((filter.empty() || ohne_Logs || m.name == filter) && !(ohne_Logs && m.Log()))
+                schreiben(Zielordner(m), m.name, m.bytes);
         return true;
     });
 }
 
-bool Wiederherstellung::Datei_zurückholen(const Text& name,
-                                          const std::function<bool(std::string_view)>& heil) {
-    return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
-        for (const Text& sicherung : Sicherungen()) {
-            std::optional<Gelesen> container;
-            try {
-                container = lesen(platz_.Backuppfad + sicherung);
-            } catch (const Laufzeitfehler&) { // NOLINT(bugprone-empty-catch): an older one may be readable
-            }
-            if (!container) continue;
-            for (const Containermitglied& m : container->mitglieder) {
-                if (!gleich_ohne_Fall(m.name, name) || !heil(m.bytes)) continue;
-                schreiben(m);
-                return true;
-            }
+// ------------------------------------------------------------------ one file out of all backups
+
+// A backup that cannot be read is passed over; while the folder is not there nothing may be decided.
+void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Gelesen&)>& fertig) const {
+    for (const Text& name : Sicherungen()) {
+        std::optional<Gelesen> container;
+        try {
+            container = lesen(platz_.Backuppfad + name);
+        } catch (const Laufzeitfehler& fehler) {
+            if (fehler.nummer == FEHLER_NETZ || fehler.nummer == FEHLER_ZU_VIELE) throw;
         }
-        return false;
+        if (container && fertig(*container)) return;
+    }
+}
+
+// First year of the months in the data folder.
+std::optional<int> Wiederherstellung::frühestes_Jahr() const {
+    std::optional<int> jahr;
+    for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, u"*Data.dat", true)) {
+        if (!ist_Versionsname(name)) continue;
+        const int dieses = volles_Jahr(static_cast<int>(Val(links(name, 2))));
+        jahr = std::min(jahr.value_or(dieses), dieses);
+    }
+    return jahr;
+}
+
+bool Wiederherstellung::passt(const Text& name, std::string_view bytes) const {
+    if (!gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat")) return true;
+    const auto jahr = frühestes_Jahr();
+    return !jahr || probe_.Startjahr(bytes) == jahr;
+}
+
+// Of a month whose every backup has faulty lines the newest one is better than none.
+bool Wiederherstellung::Datei_zurückholen(const Text& name) {
+    return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
+        Version gefunden;
+        Sicherungen_durchgehen([&](const Gelesen& container) {
+            const Containermitglied* m = container.finden(name);
+            return m && passt(name, m->bytes) && Version_prüfen(name, m->bytes, gefunden);
+        });
+        if (gefunden.stamm.empty()) return false;
+        const bool Log = !endet_ohne_Fall(name, u".dat");
+        schreiben(Log ? platz_.Logpfad : platz_.Datenpfad, name, gefunden.bytes);
+        return true;
     });
 }
 
-// The new state first, then what it does not hold.
+// Takes the version when it is sound, or readable and the first. True: it is sound.
+bool Wiederherstellung::Version_prüfen(const Text& name, std::string_view bytes, Version& beste) const {
+    using Urteil = Dateiprobe::Urteil;
+    const Urteil urteil = probe_.prüfen(name, bytes).urteil;
+    if (urteil == Urteil::beschädigt || (urteil != Urteil::heil && !beste.stamm.empty())) return false;
+    beste = {Text(links(name, STAMMLÄNGE)), std::string(bytes), urteil};
+    return urteil == Urteil::heil;
+}
+
+Wiederherstellung::Version Wiederherstellung::aus_Sicherungen(const Text& yymm) const {
+    Version beste;
+    Sicherungen_durchgehen([&](const Gelesen& container) {
+        std::vector<const Containermitglied*> versionen;
+        for (const Containermitglied& m : container.mitglieder)
+            if (ist_Versionsname(m.name) && links(m.name, 4) == yymm) versionen.push_back(&m);
+        std::sort(versionen.begin(), versionen.end(),
+                  [](const auto* a, const auto* b) { return a->name > b->name; });
+        return std::any_of(versionen.begin(), versionen.end(), [&](const Containermitglied* m) {
+            return Version_prüfen(m->name, m->bytes, beste);
+        });
+    });
+    return beste;
+}
+
+// One that was begun after the backup's, or has gone on since, and is no worse.
+void Wiederherstellung::aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const {
+    for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, yymm + u" *Data.dat", true)) {
+        if (!ist_Versionsname(name) || gleich_ohne_Fall(name, außer)) continue;
+        if (links(name, STAMMLÄNGE) < TextView(beste.stamm)) continue;
+        const auto inhalt = kanal_.werk().lesen(platz_.Datenpfad + name);
+        if (!inhalt) continue;
+        Version diese;
+        Version_prüfen(name, inhalt->sicht(), diese);
+        if (!diese.stamm.empty() && (beste.stamm.empty() || diese.urteil <= beste.urteil))
+            beste = std::move(diese);
+    }
+}
+
+bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
+                                          const Text& Reservezeile) {
+    return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
+        Version basis = aus_Sicherungen(yymm);
+        aus_Ordner(yymm, zielname, basis);
+        const bool gefunden = !basis.stamm.empty();
+        if (!gefunden)
+            for (const Text& zeile : {u"[" + yymm + u"]", Reservezeile, Text(KEINE_AUSNAHMEN)})
+                Zeile_verschlüsseln(basis.bytes, zu_cp1252(zeile), kanal_.schlüssel().nächster());
+        const std::string neu = Monat_ergänzt(basis.bytes, beschädigt, yymm);
+        schreiben(platz_.Datenpfad, zielname, neu);
+        return gefunden || neu.size() > basis.bytes.size();
+    });
+}
+
+// ------------------------------------------------------------------ the whole data folder
+
+bool Wiederherstellung::Ordner_im_Weg(const Gelesen& container) const {
+    for (const Containermitglied& m : container.mitglieder) {
+        const Text ziel = Zielordner(m) + m.name;
+        if (!Ordner_vorhanden(kanal_.fs(), ziel)) continue;
+        kanal_.app().Hinweis(u"An der Stelle der Datei " + Pfad_kürzen(ziel, 100) +
+                             u" steht ein Ordner. Funktion kann nicht ausgeführt werden.");
+        return true;
+    }
+    return false;
+}
+
+// False: it is still there, under its own name.
+bool Wiederherstellung::Kopie_löschen() {
+    return kanal_.fs().remove(Kopie()) == 0 || kanal_.fs().info(Kopie()).nummer() == FEHLER_NICHT_GEFUNDEN;
+}
+
+bool Wiederherstellung::Kopie_weglegen(TextView anhang) {
+    const Text beiseite = platz_.Backuppfad + u".000000 000000 I.dat." + Text(anhang);
+    return kanal_.fs().rename(Kopie(), beiseite) == 0 ||
+           kanal_.fs().info(Kopie()).nummer() == FEHLER_NICHT_GEFUNDEN;
+}
+
+// The new state first, then what it does not hold. A copy that stayed behind would be applied again, over
+// newer entries.
 void Wiederherstellung::anwenden(const Gelesen& container) {
     for (const Containermitglied& m : container.mitglieder)
-        schreiben(m);
-    if (!Übriges_löschen(container))
+        schreiben(Zielordner(m), m.name, m.bytes);
+    const bool alle = Übriges_löschen(container);
+    if (!Kopie_löschen() && !Kopie_weglegen(u"erledigt"))
+        throw Programmabbruch(
+            u"modKalvora - Restore_aus_Backupdatei",
+            u"Die Daten wurden wiederhergestellt, aber die Datei " + Pfad_kürzen(Kopie(), 100) +
+                u" konnte nicht gelöscht werden.\n\nLöschen Sie diese Datei von Hand, bevor der Kalvora "
+                u"wieder "
+                u"gestartet wird. Sonst werden die Daten noch einmal wiederhergestellt, und neuere Einträge "
+                u"gehen verloren");
+    if (!alle)
         kanal_.app().Hinweis(u"Warnung: Es konnten nicht alle nicht mehr benötigten Dateien im Ordner " +
                              Pfad_kürzen(platz_.Datenpfad, 100) +
                              u" gelöscht werden. Möglicherweise besteht ein inkonsistenter Zustand.");
-    Datei_löschen(kanal_.fs(), Kopie());
 }
 
+// Only what a backup takes goes: nothing is removed that the backup made before does not hold.
 bool Wiederherstellung::Übriges_löschen(const Gelesen& container) {
     FileSystem& fs = kanal_.fs();
     bool alle = true;
     const auto löschen = [&](const Text& ordner, TextView maske) {
         for (const Text& name : Dateien(fs, ordner, maske, true)) {
-            const auto gleich = [&](const Containermitglied& m) { return gleich_ohne_Fall(m.name, name); };
-            if (std::any_of(container.mitglieder.begin(), container.mitglieder.end(), gleich)) continue;
+            if (container.finden(name) || !Mitgliedsname_zulässig(name)) continue;
             if (Ordner_vorhanden(fs, ordner + name)) continue;
             alle = fs.remove(ordner + name) == 0 && alle;
         }
@@ -127,8 +282,9 @@ bool Wiederherstellung::Datenordner_ersetzen(const Text& datei) {
             kein_Container_melden();
             return false;
         }
-        Datei_löschen(kanal_.fs(), Kopie());
-        if (kanal_.werk().neu_anlegen(Kopie(), container->inhalt.sicht()).nummer() != 0) {
+        if (Ordner_im_Weg(*container)) return false;
+        if (!Kopie_löschen() || !kanal_.werk().neu_anlegen(Kopie(), container->inhalt.sicht())) {
+            Kopie_löschen(); // should it stand all the same
             kanal_.app().Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
                                  Pfad_kürzen(platz_.Backuppfad, 100) +
                                  u". Funktion kann nicht ausgeführt werden.");
@@ -139,7 +295,7 @@ bool Wiederherstellung::Datenordner_ersetzen(const Text& datei) {
     });
 }
 
-// A copy that is no container was never written whole: nothing of it has been applied.
+// A copy that is no container was written by somebody else, or has been damaged since: it is kept aside.
 bool Wiederherstellung::Begonnenes_abschließen() {
     return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
         if (!Datei_vorhanden(kanal_.fs(), Kopie())) return false;
@@ -147,7 +303,7 @@ bool Wiederherstellung::Begonnenes_abschließen() {
         if (container)
             anwenden(*container);
         else
-            Datei_löschen(kanal_.fs(), Kopie());
+            Kopie_weglegen(u"unlesbar");
         return container.has_value();
     });
 }

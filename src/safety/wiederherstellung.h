@@ -5,51 +5,82 @@
 
 #include <functional>
 
-#include "files/arbeitsplatz.h"
 #include "safety/container.h"
-
-#include "files/dateikanal.h"
+#include "safety/dateiprobe.h"
 
 namespace kalvora {
 
 class Wiederherstellung {
 public:
-    Wiederherstellung(Dateikanal& kanal, const Arbeitsplatz& platz) : kanal_(kanal), platz_(platz) {}
+    Wiederherstellung(Dateikanal& kanal, const Arbeitsplatz& platz)
+        : kanal_(kanal), platz_(platz), probe_(kanal, platz) {}
 
     // `datei`: a path; empty is the newest backup. `filter`: empty all members, "NoLogs" all but logs, else
     // the one of that name. False: there is none, or (with a message) it is no container; then nothing was
     // written. Faults in writing are thrown.
     bool Restore_aus_Backupdatei(const Text& datei, const Text& filter);
-    // Takes the file from the newest backup whose member `heil` finds sound. False: there is none.
-    bool Datei_zurückholen(const Text& name, const std::function<bool(std::string_view)>& heil);
+    // Takes the file from the newest backup whose member of that name is sound; a staff file only with years
+    // that fit the months in the data folder. False: there is none.
+    bool Datei_zurückholen(const Text& name);
+    // Writes the month's file `zielname` (in the data folder): the newest sound version of the month in the
+    // backups, or a greater one that still stands in the folder, or else an empty month; and behind it the
+    // rows that can still be read in the damaged one. False: nothing but the empty month.
+    bool Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
+                           const Text& Reservezeile = {});
 
     // Replaces the whole data folder by the container's state; what it does not hold goes in the end. False,
-    // with a message: no container, or the redo copy could not be made; nothing has changed then.
+    // with a message: no container, a folder stands in a file's place, or the redo copy could not be made;
+    // nothing has changed then. A fault thrown later leaves the redo copy: the next start finishes the work.
     bool Datenordner_ersetzen(const Text& datei);
     // At the start, before anything is read. True: a replacement was finished.
     bool Begonnenes_abschließen();
+    // Removes a redo copy. False: it is still there.
+    bool Kopie_löschen();
 
     // Names of the restore points, from the newest to the oldest by file time; without F, I and foreign
     // names.
     std::vector<Text> Sicherungen() const;
 
-private:
+    // A container in memory. Nothing: it is none. A fault of the file is thrown.
     struct Gelesen {
         Dateiinhalt inhalt;
         std::vector<Containermitglied> mitglieder; // views into `inhalt`
+        const Containermitglied* finden(TextView name) const;
     };
     std::optional<Gelesen> lesen(const Text& pfad) const;
+    void kein_Container_melden() const;
+
+private:
+    struct Version {
+        Text stamm; // empty: none found
+        std::string bytes;
+        Dateiprobe::Urteil urteil = Dateiprobe::Urteil::beschädigt;
+    };
+    // From the newest backup on, until `fertig`.
+    void Sicherungen_durchgehen(const std::function<bool(const Gelesen&)>& fertig) const;
+    bool Version_prüfen(const Text& name, std::string_view bytes, Version& beste) const;
+    Version aus_Sicherungen(const Text& yymm) const;
+    void aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const;
+    bool passt(const Text& name, std::string_view bytes) const;
+    std::optional<int> frühestes_Jahr() const;
     Text Zielordner(const Containermitglied& m) const { return m.Log() ? platz_.Logpfad : platz_.Datenpfad; }
-    void schreiben(const Containermitglied& m);
+    bool Ordner_im_Weg(const Gelesen& container) const;
+    void Verknüpfung_lösen(const Text& ordner, const Text& name);
+    void schreiben(const Text& ordner, const Text& name, std::string_view bytes);
     void anwenden(const Gelesen& container);
     bool Übriges_löschen(const Gelesen& container);
+    bool Kopie_weglegen(TextView anhang);
     Text Kopie() const { return platz_.Backuppfad + u"000000 000000 I.dat"; }
-    void kein_Container_melden() const;
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
+    Dateiprobe probe_;
 };
 
 // Is it the name of a backup, "yymmdd hhnnss <kind>.dat"? The date may be none (kind J, redo copy).
 bool Backupname_zulässig(TextView name);
+// "yymmddhhnnss" of a backup: by its file time, or by its name; empty without the file.
+Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
+                         bool aus_Namen);
+Text Sicherungszeit(const Arbeitsplatz& platz, TextView schlüssel); // "16.11.26, 12:00:00 Uhr"
 
 } // namespace kalvora

@@ -38,6 +38,10 @@ public:
         constexpr Zeitstempel TAG = 86'400'000'000'000;
         return Datum_aus(1970, 1, 1) + static_cast<Datum>((z - (z % TAG + TAG) % TAG) / TAG);
     }
+    Zeitpunkt time_of(Zeitstempel z) override {
+        const auto s = static_cast<int>((z / 1'000'000'000 % 86400 + 86400) % 86400);
+        return {Kalendertag_aus(day_of(z)), s / 3600, s / 60 % 60, s % 60};
+    }
     // The stamp that a file written now would bear.
     Zeitstempel stempel() const {
         return (static_cast<Zeitstempel>(tag_ - Datum_aus(1970, 1, 1)) * 86400 +

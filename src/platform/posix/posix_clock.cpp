@@ -14,11 +14,14 @@ std::tm local(std::time_t seconds) {
     return parts;
 }
 
+Zeitpunkt zeitpunkt(const std::tm& t) {
+    return {{t.tm_year + 1900, t.tm_mon + 1, t.tm_mday}, t.tm_hour, t.tm_min, t.tm_sec};
+}
+
 } // namespace
 
 Zeitpunkt PosixClock::now() {
-    const std::tm t = local(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
-    return {{t.tm_year + 1900, t.tm_mon + 1, t.tm_mday}, t.tm_hour, t.tm_min, t.tm_sec};
+    return zeitpunkt(local(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now())));
 }
 
 double PosixClock::steady() {
@@ -30,10 +33,14 @@ void PosixClock::sleep(double seconds) {
 }
 
 Datum PosixClock::day_of(Zeitstempel stamp) {
+    const Kalendertag tag = time_of(stamp).tag;
+    return Datum_aus(tag.jahr, tag.monat, tag.tag);
+}
+
+Zeitpunkt PosixClock::time_of(Zeitstempel stamp) {
     constexpr Zeitstempel SEKUNDE = 1'000'000'000;
     const Zeitstempel seconds = stamp / SEKUNDE - (stamp % SEKUNDE < 0 ? 1 : 0);
-    const std::tm t = local(static_cast<std::time_t>(seconds));
-    return Datum_aus(t.tm_year + 1900, t.tm_mon + 1, t.tm_mday);
+    return zeitpunkt(local(static_cast<std::time_t>(seconds)));
 }
 
 } // namespace kalvora

@@ -11,6 +11,7 @@ public:
     double steady() override;
     void sleep(double seconds) override;
     Datum day_of(Zeitstempel) override;
+    Zeitpunkt time_of(Zeitstempel) override;
 };
 
 } // namespace kalvora

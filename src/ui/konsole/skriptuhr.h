@@ -20,6 +20,7 @@ public:
     double steady() override { return echt() ? uhr_.steady() : vergangen_; }
     void sleep(double seconds) override;
     Datum day_of(Zeitstempel stempel) override { return uhr_.day_of(stempel); }
+    Zeitpunkt time_of(Zeitstempel stempel) override { return uhr_.time_of(stempel); }
 
     void warten_bis(double zeitpunkt) { sleep(zeitpunkt - steady()); } // of the steady clock
     bool echt() const { return lauf_ == Zeitlauf::Echtzeit; }

@@ -1,0 +1,87 @@
+#include "safety/datenuebernahme.h"
+
+#include "files/ordner.h"
+
+namespace kalvora {
+
+bool Datenübernahme::Wiederherstellungspunkt(const Text& Backupname) {
+    const Text schlüssel = Sicherungsschlüssel(kanal_, platz_, Backupname, false);
+    return übernehmen(platz_.Backuppfad + Backupname, u"Datenordner wiederhergestellt mit Sicherung vom " +
+                                                          Sicherungszeit(platz_, schlüssel));
+}
+
+bool Datenübernahme::übernehmen(const Text& datei, const Text& Logtext) {
+    return als_Prozedur(u"modKalvora - Datenübernahme", [&] {
+        if (!zulässig(datei) || !einverstanden()) return false;
+        const Application::Sanduhrwache sanduhr(app_, true);
+        if (!sichern() || !wiederherstellung_.Datenordner_ersetzen(datei)) return false;
+        konfig_.Konfigdaten_lesen();
+        konfig_.Konfigdaten_schreiben(); // in this version's form
+        vermerken(Logtext);
+        return true;
+    });
+}
+
+bool Datenübernahme::zulässig(const Text& datei) {
+    const auto container = wiederherstellung_.lesen(datei);
+    if (!container) {
+        wiederherstellung_.kein_Container_melden();
+        return false;
+    }
+    return Mitglieder_prüfen(*container) && Check_ob_Admin(container->finden(u"Konfigdaten.dat")->bytes);
+}
+
+// Without these three no start would work.
+bool Datenübernahme::Mitglieder_prüfen(const Wiederherstellung::Gelesen& container) {
+    for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"}) {
+        const Containermitglied* m = container.finden(name);
+        if (m && probe_.prüfen(Text(name), m->bytes).urteil == Dateiprobe::Urteil::heil) continue;
+        app_.Hinweis(u"Die Datei '" + Text(name) + u"' " + (m ? u"ist in" : u"fehlt in") +
+                     u" dieser Sicherung" + (m ? u" beschädigt" : u"") +
+                     u". Es wurde nichts verändert. Bitte wählen Sie eine andere Sicherung.");
+        return false;
+    }
+    return true;
+}
+
+// Whoever is no administrator there would lock himself out.
+bool Datenübernahme::Check_ob_Admin(std::string_view Konfigdatei) {
+    const auto konfig = probe_.Konfig(Konfigdatei);
+    if (!konfig || konfig->Benutzerrolle == 2) return konfig.has_value();
+    Text namen;
+    for (const Text& zeile : konfig->Administratoren)
+        namen += (namen.empty() ? u"" : u", ") + Text(mitte(zeile, position(zeile, u":", 3) + 1));
+    app_.Hinweis(u"Funktion nur möglich mit Windows-Benutzername(n): " + namen);
+    return false;
+}
+
+bool Datenübernahme::einverstanden() {
+    return app_.Frage(
+               u"Stellen Sie sicher, dass momentan niemand anders den Kalvora in Benutzung "
+               u"hat.\n\nAchtung! Alle derzeit vorhandenen An-/Abwesenheitsdaten, Mitarbeiterdaten und "
+               u"Programmeinstellungen werden vollständig ersetzt.\n\nMöchten Sie fortsetzen?",
+               {Fragesymbol::Warnung, false, Antwort::Nein}) == Antwort::Ja;
+}
+
+bool Datenübernahme::sichern() {
+    const Text ordner = Pfad_kürzen(platz_.Backuppfad, 100);
+    if (!backups_.Backup_erstellen(u"T")) {
+        app_.Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " + ordner +
+                     u". Funktion kann nicht ausgeführt werden.");
+        return false;
+    }
+    if (wiederherstellung_.Kopie_löschen()) return true;
+    app_.Hinweis(
+        u"Löschen alter Dateien im Ordner " + ordner +
+        u" nicht möglich. Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen für diesen "
+        u"Ordner. Funktion kann nicht ausgeführt werden.");
+    return false;
+}
+
+void Datenübernahme::vermerken(const Text& Logtext) {
+    log_.Logbuch_ergänzen(2, Logtext);
+    if (Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"ÜStunden*.dat"))
+        log_.Logbuch_ÜStd_ergänzen(2, Logtext);
+}
+
+} // namespace kalvora

@@ -1,0 +1,41 @@
+// A whole data folder put in place of the present one, with everything that must be asked and made safe
+// before: for a restore point, and for whatever else comes as a container.
+#pragma once
+
+#include "safety/backups.h"
+#include "safety/wiederherstellung.h"
+
+namespace kalvora {
+
+class Datenübernahme {
+public:
+    Datenübernahme(Application& app, Dateikanal& kanal, const Arbeitsplatz& platz, Konfigdaten& konfig,
+                   Logbuch& log, Backups& backups, Wiederherstellung& wiederherstellung)
+        : app_(app), kanal_(kanal), platz_(platz), konfig_(konfig), log_(log), backups_(backups),
+          wiederherstellung_(wiederherstellung), probe_(kanal, platz) {}
+
+    // A backup of the folder Backups/, by its name. True: the data folder has its state, and the
+    // configuration has been read anew; the caller reads the rest and shows it. False: nothing has changed,
+    // and the user knows why.
+    bool Wiederherstellungspunkt(const Text& Backupname);
+    // The same of any container. `Logtext` is what the administration log will say.
+    bool übernehmen(const Text& datei, const Text& Logtext);
+
+private:
+    bool zulässig(const Text& datei);
+    bool Mitglieder_prüfen(const Wiederherstellung::Gelesen& container);
+    bool Check_ob_Admin(std::string_view Konfigdatei);
+    bool einverstanden();
+    bool sichern();
+    void vermerken(const Text& Logtext);
+    Application& app_;
+    Dateikanal& kanal_;
+    const Arbeitsplatz& platz_;
+    Konfigdaten& konfig_;
+    Logbuch& log_;
+    Backups& backups_;
+    Wiederherstellung& wiederherstellung_;
+    Dateiprobe probe_;
+};
+
+} // namespace kalvora

@@ -1,0 +1,80 @@
+#include "safety/monatsrettung.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "base/cp1252.h"
+#include "files/monatsdatei.h"
+
+namespace kalvora {
+
+namespace {
+
+struct Satz {
+    std::string roh; // as stored, without its end
+    std::string klar;
+    Text schlüssel; // folded
+    bool Kommentar = false;
+};
+
+// What each person's rows say: the last A row, and all comments in their order.
+struct Stand {
+    std::map<Text, std::string> A;
+    std::map<Text, std::vector<std::string>> K;
+    explicit Stand(const std::vector<Satz>& sätze) {
+        for (const Satz& s : sätze)
+            if (s.Kommentar)
+                K[s.schlüssel].push_back(s.klar);
+            else
+                A[s.schlüssel] = s.klar;
+    }
+};
+
+struct Inhalt {
+    Text kopf; // first line
+    std::vector<Satz> sätze;
+};
+
+// A last line without its end was never acknowledged, or is the one that was cut.
+Inhalt zerlegt(std::string bytes) {
+    Inhalt inhalt;
+    Rohzeilen zeilen(bytes.data(), bytes.size());
+    bool erste = true;
+    for (auto zeile = zeilen.nächste(); zeile && zeile->mit_Ende; zeile = zeilen.nächste()) {
+        if (zeile->länge == 0) continue;
+        Satz s{{zeile->anfang, zeile->länge}, {}, {}, false};
+        s.klar = Zeile_entschlüsseln(zeile->anfang, zeile->länge);
+        if (std::exchange(erste, false)) inhalt.kopf = aus_cp1252(s.klar);
+        const Zeilenbefund b = Zeile_prüfen(std::string_view(s.klar));
+        s.Kommentar = b.art == Zeilenbefund::Art::K;
+        if (!s.Kommentar && b.art != Zeilenbefund::Art::A) continue;
+        s.schlüssel = klein(aus_cp1252(b.schlüssel));
+        inhalt.sätze.push_back(std::move(s));
+    }
+    return inhalt;
+}
+
+bool anderer_Monat(const Text& kopf, const Text& yymm) {
+    const bool sagt_es =
+        kopf.size() == 6 && kopf[0] == u'[' && kopf[5] == u']' && nur_Ziffern(TextView(kopf).substr(1, 4));
+    return sagt_es && kopf.substr(1, 4) != yymm;
+}
+
+} // namespace
+
+std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt, const Text& yymm) {
+    std::string aus(basis.substr(0, basis.rfind('\n') + 1));
+    const Inhalt rest = zerlegt(std::string(beschädigt));
+    if (anderer_Monat(rest.kopf, yymm)) return aus;
+    Stand hat(zerlegt(aus).sätze), soll(rest.sätze);
+    for (const Satz& s : rest.sätze) {
+        // Earlier A rows of a person do not count any more; comments only count together.
+        const bool neu = s.Kommentar ? hat.K[s.schlüssel] != soll.K[s.schlüssel]
+                                     : soll.A[s.schlüssel] == s.klar && hat.A[s.schlüssel] != s.klar;
+        if (neu) aus += s.roh + "\r\n";
+    }
+    return aus;
+}
+
+} // namespace kalvora

@@ -1,0 +1,14 @@
+// A month out of what is left of it: a sound version, and the rows that can still be read in the damaged one.
+#pragma once
+
+#include <string>
+
+#include "base/text.h"
+
+namespace kalvora {
+
+// The stored lines of `basis`, and behind them those rows of `beschädigt` that say something else than it.
+// Of a file that calls itself another month nothing is taken.
+std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt, const Text& yymm);
+
+} // namespace kalvora
