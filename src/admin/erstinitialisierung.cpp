@@ -23,8 +23,43 @@ constexpr std::array<int, 4> LAND_ZU_SETTING{49, 1, 33, 34};
 
 } // namespace
 
+bool Vorlage_vorhanden(FileSystem& fs, const Arbeitsplatz& platz, const Text& name) {
+    return Datei_vorhanden(fs, Datei_finden(fs, platz.Systempfad, name)) ||
+           Datei_vorhanden(fs, Datei_finden(fs, platz.Programmpfad, name));
+}
+
+bool Vorlage_bereitlegen(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name) {
+    FileSystem& fs = werk.fs();
+    if (Datei_vorhanden(fs, Datei_finden(fs, platz.Systempfad, name))) return true;
+    const auto inhalt = werk.lesen(Datei_finden(fs, platz.Programmpfad, name));
+    return inhalt && werk.neu_anlegen(platz.Systempfad + name, inhalt->sicht());
+}
+
+void Setup::Verlorenes_erkennen() const {
+    if (!Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"*Data.dat")) return;
+    for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"})
+        if (fehlt(name)) Dateifehler(1, platz_.Datenpfad + Text(name));
+}
+
+void Setup::Standard_ergänzen(const Text& name) {
+    in_Reparatur_ = true;
+    als_Prozedur(u"modSetup - Erstinitialisierung", [&] {
+        KalvoraSetupDat_lesen();
+        reserve_ = konfig_.werte().Reservezeile;
+        Startjahr_festlegen();
+        Land_ = Ländercode_ermitteln();
+        const auto nötig = [&](TextView datei) { return gleich_ohne_Fall(name, datei) && fehlt(datei); };
+        if (nötig(u"Konfigdaten.dat")) Inst_Konfigdaten_schreiben();
+        if (nötig(u"Mitarbeiterdaten.dat")) Inst_Mitarbeiterdaten_schreiben();
+        if (nötig(u"Feiertage.dat")) Inst_Feiertage_schreiben();
+        Inst_Erfassungsdateien_anlegen();
+        SetupDat_löschen();
+    });
+}
+
 void Setup::Erstinitialisierung() {
     als_Prozedur(u"modSetup - Erstinitialisierung", [&] {
+        Verlorenes_erkennen();
         KalvoraSetupDat_lesen();
         Startjahr_festlegen();
         Land_ = Ländercode_ermitteln();
@@ -58,10 +93,26 @@ void Setup::KalvoraSetupDat_lesen() {
         zeile_9_ += (n > 0 ? u":" : u"") + (datei.Ende() ? Text() : datei.Zeile());
 }
 
-// The years of data that are there decide; only a folder without a staff file begins with last year.
+// Year of the earliest month in the folder; without any month, last year.
+int Setup::Startjahr_der_Monate() const {
+    const auto namen = Dateien(kanal_.fs(), platz_.Datenpfad, u"*Data.dat"); // sorted
+    const auto erster =
+        std::find_if(namen.begin(), namen.end(), [](const Text& n) { return ist_Versionsname(n); });
+    if (erster == namen.end()) return Jahr(platz_.Heute) - 1;
+    return Jahr(FormatDatumSD(erster->substr(0, 4) + u"01"));
+}
+
+// The staff file says so; a folder without it, or with a damaged one that a repair of its own will bring
+// back, goes by its months.
 void Setup::Startjahr_festlegen() {
-    platz_.Startjahr = fehlt(u"Mitarbeiterdaten.dat") ? Jahr(platz_.Heute) - 1
-                                                      : Mitarbeiterdatei_lesen(kanal_, platz_).Startjahr;
+    platz_.Startjahr = Startjahr_der_Monate();
+    if (fehlt(u"Mitarbeiterdaten.dat")) return;
+    try {
+        platz_.Startjahr = Mitarbeiterdatei_lesen(kanal_, platz_).Startjahr;
+    } catch (const Dateischaden&) {
+        if (!in_Reparatur_) throw;
+        kanal_.verwerfen();
+    }
 }
 
 Text Setup::Ländercode_ermitteln() const {

@@ -14,8 +14,12 @@ public:
         : kanal_(kanal), platz_(platz), konfig_(konfig), log_(log) {}
 
     // Settles Startjahr too. Damaged shared files are a Dateischaden, a missing or damaged KalvoraSetup.dat
-    // or KalvoraFtg.dat ends the program.
+    // or KalvoraFtg.dat ends the program. Where months are there already, a missing base file is damage too:
+    // a first run writes the months last.
     void Erstinitialisierung();
+    // Behind a repair: the standard of this file, if it is still missing, and missing months. Of other files
+    // nothing is made: each is asked for and brought back in a repair of its own.
+    void Standard_ergänzen(const Text& name);
 
     Text Ländercode_ermitteln() const; // three digits, such as "049"
     void KalvoraSetupDat_lesen();
@@ -26,7 +30,9 @@ public:
     void Inst_Erfassungsdateien_anlegen(); // for each month of the three years without one
 
 private:
+    void Verlorenes_erkennen() const;
     bool fehlt(TextView name) const;
+    int Startjahr_der_Monate() const;
     void Startjahr_festlegen();
     void neue_Datei(const Text& name, const std::vector<Text>& zeilen);
     void SetupDat_löschen();
@@ -37,6 +43,12 @@ private:
     Text firma_, firmenzusatz_, zeile_9_ = u"::";
     Text reserve_; // of Konfigdaten.dat; new files take it over
     Text Land_;    // country code
+    bool in_Reparatur_ = false;
 };
+
+// A copy of a delivered file in Systempfad, unless one is there. False: it is nowhere to be found.
+bool Vorlage_bereitlegen(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name);
+// Whether it could be.
+bool Vorlage_vorhanden(FileSystem& fs, const Arbeitsplatz& platz, const Text& name);
 
 } // namespace kalvora

@@ -74,7 +74,9 @@ public:
 // gone between the look into the folder and the open.
 class Zugriffsabbruch : public Programmabbruch {
 public:
-    using Programmabbruch::Programmabbruch;
+    Zugriffsabbruch(int nr, Text wo, Text text, Text log)
+        : Programmabbruch(std::move(wo), std::move(text), std::move(log)), nummer(nr) {}
+    int nummer;
 };
 
 // Runs `f` under a procedure's name, so that a fault that leaves it can name its innermost procedure.

@@ -37,11 +37,11 @@ bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg
             einlesen(pfad);
         else
             schreibprobe(pfad);
-    } catch (const Laufzeitfehler&) {
+    } catch (const Laufzeitfehler& fehler) {
         verwerfen();
         letzte_datei_.clear();
         if (weg == Fehlerweg::IgnoreErrors) return false;
-        öffnen_gescheitert(pfad, modus);
+        öffnen_gescheitert(pfad, modus, fehler.nummer);
     }
     if (modus != Dateimodus::Input) Daten_geändert = true;
     offen_ = true;
@@ -88,12 +88,12 @@ void Dateikanal::schreibprobe(const Text& pfad) {
     fs().close(*h);
 }
 
-void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus) const {
+void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus, int nummer) const {
     const bool lesen = modus == Dateimodus::Input;
     const bool anhang = modus == Dateimodus::Append || modus == Dateimodus::Fortsetzen;
     const TextView name = lesen ? u"Input" : anhang ? u"Append" : u"Output";
     throw Zugriffsabbruch(
-        u"modKalvora - Datei_öffnen",
+        nummer, u"modKalvora - Datei_öffnen",
         u"Die Datei " + Pfad_kürzen(pfad, 100) +
             u" konnte nicht geöffnet werden.\n\nVermutlich haben Sie keine ausreichenden "
             u"Zugriffsberechtigungen für den "
@@ -156,7 +156,7 @@ Fehlercode Dateikanal::Datei_schließen() {
     }
     const bool nicht_offen = f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ ||
                              f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER;
-    if (nicht_offen) öffnen_gescheitert(pfad, modus_); // files are opened for writing here
+    if (nicht_offen) öffnen_gescheitert(pfad, modus_, f); // files are opened for writing here
     throw zugriffsfehler(f, pfad, u"modKalvora - Datei_schließen");
 }
 

@@ -71,7 +71,7 @@ private:
     Fehlercode ausschreiben();
     void ganz_geschrieben(const FileInfo& stand);
     bool nächste_bereit();
-    [[noreturn]] void öffnen_gescheitert(const Text& pfad, Dateimodus modus) const;
+    [[noreturn]] void öffnen_gescheitert(const Text& pfad, Dateimodus modus, int nummer) const;
 
     const Dateiwerk& werk_;
     Application& app_;

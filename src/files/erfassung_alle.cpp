@@ -52,18 +52,20 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
 }
 
 // As with the shown month, what looks damaged or has gone is looked at a second time.
-void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer) {
+void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, const Text& yymm, int monat,
+                                             Schlüsselverzeichnis& wer) {
     Version jetzt = version;
     bool erneut = false;
     const auto lesen = [&] {
         if (std::exchange(erneut, true)) {
             kanal_.verwerfen();
             daten_.Monat_leeren(monat);
-            jetzt = in_Kraft(links(version.stamm, 4));
+            jetzt = in_Kraft(yymm);
         }
-        return jetzt.stamm.empty() || Version_in_Monatsdaten(jetzt, monat, wer);
+        return !jetzt.stamm.empty() && Version_in_Monatsdaten(jetzt, monat, wer);
     };
     zweite_Lesung(kanal_.app(), lesen, [](bool fehlerfrei) { return fehlerfrei; });
+    if (jetzt.stamm.empty()) Monate_fehlen(Monat_in_Worten(yymm));
 }
 
 void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
@@ -83,8 +85,12 @@ void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
         Schlüsselverzeichnis wer(eingelesen_für_);
         const auto alle = verzeichnis();
         for (int monat = 1; monat <= MONATE; ++monat) {
-            const auto treffer = alle.find(yymm_des_Monats(platz_.Startjahr, monat));
-            if (treffer != alle.end()) Monat_in_Monatsdaten(treffer->second.back(), monat, wer);
+            const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
+            const auto treffer = alle.find(yymm);
+            if (treffer != alle.end())
+                Monat_in_Monatsdaten(treffer->second.back(), yymm, monat, wer);
+            else if (gesehen_.contains(yymm))
+                Monat_in_Monatsdaten({}, yymm, monat, wer);
         }
         letztes_Einlesen_ = uhr.steady();
         // A second look, or a message that waits for the user, says nothing about the network.
@@ -117,6 +123,7 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
             const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
             const auto treffer = alle.find(yymm);
             const int jahr = platz_.Startjahr + (monat - 1) / 12;
+            if (treffer != alle.end()) gesehen_.insert(yymm);
             if (treffer == alle.end()) {
                 if (jahr > dieses_Jahr) continue;
                 if (!fehlend.empty()) fehlend += u", ";
@@ -125,11 +132,7 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
                 Alte_Erfassungsdateien_löschen(treffer->second.back().stamm);
             }
         }
-        if (!fehlend.empty())
-            throw Dateischaden(
-                u"Keine Erfassungsdatei für An-/Abwesenheitsdaten für folgende(n) Monat(e) gefunden: " +
-                    fehlend,
-                {}, fehlend);
+        if (!fehlend.empty()) Monate_fehlen(fehlend);
     });
 }
 
@@ -149,6 +152,15 @@ Text Teil_einfrieren(const Text& teil, TextView art, TextView alt, const Text& y
 
 } // namespace
 
+// "mm.yyyy, mm.yyyy".
+void Erfassungsdateien::Monate_fehlen(const Text& monate) {
+    Dateischaden schaden(
+        u"Keine Erfassungsdatei für An-/Abwesenheitsdaten für folgende(n) Monat(e) gefunden: " + monate, {},
+        monate);
+    schaden.zweimal_gesehen = true;
+    throw schaden;
+}
+
 // The lines of a version as bytes of the code page; none when it is not that month's file or cannot be read
 // to its end.
 std::vector<std::string> Erfassungsdateien::Klarzeilen(const Version& version) {
@@ -158,7 +170,7 @@ std::vector<std::string> Erfassungsdateien::Klarzeilen(const Version& version) {
         zeilen.emplace_back(zeile->bytes);
     const bool offen = kanal_.letzte_Zeile_offen();
     kanal_.Datei_schließen();
-    const bool ganz = !offen && zeilen.size() >= 3;
+    const bool ganz = !offen && zeilen.size() >= KOPFZEILEN;
     if (!ganz || zeilen[0] != "[" + zu_cp1252(links(version.stamm, 4)) + "]") zeilen.clear();
     return zeilen;
 }
@@ -177,14 +189,19 @@ bool Erfassungsdateien::Ausnahmen_übernehmen(const Version& version, TextView a
     teil = Teil_einfrieren(teil, art, alt, Text(links(version.stamm, 4)), Feiertagsliste);
     const Text neue = wochenende + u":" + feiertage;
     if (neue == alte) return true;
+    zeilen[2] = zu_cp1252(neue);
+    return unverändert_ersetzen(version, gelesen, zeilen, Fehlerweg::Melden);
+}
+
+// Rewrites a version in place. False: somebody has changed it since it was read, or it cannot be written.
+bool Erfassungsdateien::unverändert_ersetzen(const Version& version, const FileInfo& gelesen,
+                                             const std::vector<std::string>& zeilen, Fehlerweg weg) {
     const auto jetzt = kanal_.werk().stand(pfad(version.name));
     if (!jetzt || jetzt->time != gelesen.time || jetzt->size != gelesen.size) return false;
-    zeilen[2] = zu_cp1252(neue);
-    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Output);
+    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Output, weg)) return false;
     for (const std::string& zeile : zeilen)
         kanal_.Klarzeile_schreiben(zeile);
-    kanal_.Datei_schließen();
-    return true;
+    return kanal_.Datei_schließen() == 0;
 }
 
 void Erfassungsdateien::Ausnahmedaten_in_Erfassungdateien_übernehmen(TextView art, TextView alt,

@@ -10,6 +10,18 @@
 
 namespace kalvora {
 
+namespace {
+
+void unbekannte_Schlüssel_anfügen(const Monatsinhalt& inhalt, std::vector<Text>& BenIds) {
+    std::set<Text> bekannt;
+    for (const Text& BenId : BenIds)
+        bekannt.insert(klein(BenId));
+    for (const Erfassungssatz& satz : inhalt.Erfassungsdaten)
+        if (bekannt.insert(klein(satz.BenId)).second) BenIds.push_back(satz.BenId);
+}
+
+} // namespace
+
 Erfassungsdateien::Verzeichnis Erfassungsdateien::verzeichnis(TextView yymm) const {
     Verzeichnis aus;
     for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, Text(yymm) + u"*Data.dat"))
@@ -29,9 +41,20 @@ Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
     return in_Kraft(yymm).stamm;
 }
 
-Zeitstempel Erfassungsdateien::Stand_heute(TextView yymm) const {
-    const auto stand = kanal_.werk().stand(Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(yymm)));
-    return stand ? stand->time : 0;
+bool Erfassungsdateien::Monat_geändert() const {
+    try {
+        const Version jetzt = in_Kraft(monat_.inhalt.yymm);
+        if (jetzt.stamm != monat_.inhalt.stamm || jetzt.stamm.empty()) return !jetzt.stamm.empty();
+        const auto stand = kanal_.werk().stand(pfad(jetzt.name));
+        return stand && stand->time != monat_.zeit;
+    } catch (const Laufzeitfehler& fehler) {
+        if (!ist_Dateifehler(fehler.nummer)) throw;
+        return false;
+    }
+}
+
+Text Erfassungsdateien::Monat_in_Worten(TextView yymm) const {
+    return Text(mitte(yymm, 3, 2)) + platz_.datum().trennzeichen + u"20" + Text(links(yymm, 2));
 }
 
 // --- reading ---------------------------------------------------------------------------------------------
@@ -64,17 +87,23 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
     return inhalt;
 }
 
-// The version in force may have changed between the two looks, and the one listed may have been deleted
-// behind it.
-Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
-    return zweite_Lesung(
-        kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
-        [](const Monatsinhalt& inhalt) { return !inhalt.fehlerhaft(); });
+bool Erfassungsdateien::verschwunden(const Monatsinhalt& inhalt) const {
+    return inhalt.stamm.empty() && gesehen_.contains(inhalt.yymm);
 }
 
-void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
-    const Text wann = u"Fehlerhafte Daten erkannt in Monat " + Text(mitte(inhalt.yymm, 3, 2)) +
-                      platz_.datum().trennzeichen + u"20" + Text(links(inhalt.yymm, 2));
+// The version in force may have changed between the two looks, and the one listed may have been deleted
+// behind it. A month that had a version and has none any more is not empty but lost.
+Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
+    Monatsinhalt inhalt = zweite_Lesung(
+        kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
+        [&](const Monatsinhalt& gelesen) { return !gelesen.fehlerhaft() && !verschwunden(gelesen); });
+    if (verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
+    if (!inhalt.stamm.empty()) gesehen_.insert(yymm);
+    return inhalt;
+}
+
+void Erfassungsdateien::Fehler_protokollieren(const Monatsinhalt& inhalt) {
+    const Text wann = u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(inhalt.yymm);
     const Konfiguration& k = konfig_.werte();
     if (k.Benutzerrolle == 0)
         throw Programmabbruch(u"modKalvora - Erfassungsdaten_lesen",
@@ -84,15 +113,24 @@ void Erfassungsdateien::Fehler_melden(const Monatsinhalt& inhalt) {
     if (inhalt.fehler_erster_Art > 0 || inhalt.Ausnahmezeile_ohne_Doppelpunkt) log_.Logbuch_ergänzen(2, wann);
     for (const Text& wer : inhalt.fehler_zweiter_Art)
         log_.Logbuch_ergänzen(2, wann + u" bei " + wer);
-    kanal_.app().Hinweis(wann + u"!\n\nBitte Administrationslogbuch beachten!");
 }
 
-// Stamp of today's file as read. With an older version in force there was none when the folder was listed;
-// one that came since is unknown and must be noticed. Behind a later-dated version nobody reads today's.
-Zeitstempel Erfassungsdateien::gelesener_Stand(const Monatsinhalt& inhalt) const {
-    const Text heute = heutiger_Stamm(inhalt.yymm);
-    if (inhalt.stamm == heute) return inhalt.zeit;
-    return inhalt.stamm < heute ? 0 : Stand_heute(inhalt.yymm);
+// Takes the faulty lines out of the version, all others stay as they stand. False: without a backup nothing
+// is taken out, and a file that changes meanwhile is left for the next look.
+bool Erfassungsdateien::reparieren(const Monatsinhalt& inhalt) {
+    if (!sichern || !sichern(u"F")) return false;
+    const Version version = in_Kraft(inhalt.yymm);
+    if (version.stamm != inhalt.stamm) return false;
+    std::vector<std::string> zeilen = Klarzeilen(version);
+    const FileInfo gelesen = kanal_.Stand();
+    if (zeilen.size() < KOPFZEILEN) return false;
+    if (inhalt.Ausnahmezeile_ohne_Doppelpunkt) zeilen[KOPFZEILEN - 1] = zu_cp1252(KEINE_AUSNAHMEN);
+    const auto ist_fehlerhaft = [](const std::string& zeile) {
+        const Zeilenbefund::Art art = Zeile_prüfen(std::string_view(zeile)).art;
+        return art != Zeilenbefund::Art::A && art != Zeilenbefund::Art::K;
+    };
+    zeilen.erase(std::remove_if(zeilen.begin() + KOPFZEILEN, zeilen.end(), ist_fehlerhaft), zeilen.end());
+    return unverändert_ersetzen(version, gelesen, zeilen, Fehlerweg::IgnoreErrors);
 }
 
 // Faults are told once for one state of the file.
@@ -100,12 +138,15 @@ void Erfassungsdateien::einlesen(const Text& yymm, Monatsstand& ziel) {
     ziel.lesbar = false; // until it was read, the month takes no entries
     Monatsinhalt neu = zweimal_lesen(yymm);
     if (neu.fehlerhaft() && (neu.stamm != gemeldet_ || neu.zeit != gemeldet_Stand_)) {
-        Fehler_melden(neu);
+        Fehler_protokollieren(neu);
         gemeldet_ = neu.stamm;
         gemeldet_Stand_ = neu.zeit;
+        if (reparieren(neu)) neu = zweimal_lesen(yymm);
+        kanal_.app().Hinweis(u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(yymm) +
+                             u"!\n\nBitte Administrationslogbuch beachten!");
     }
     ziel.gesund = neu.fehlerhaft() ? Text() : neu.stamm;
-    ziel.heutig = gelesener_Stand(neu);
+    ziel.zeit = neu.zeit;
     ziel.inhalt = std::move(neu);
     ziel.lesbar = true;
 }
@@ -226,10 +267,10 @@ void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Tex
 void Erfassungsdateien::Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const {
     monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
     if (!nur_eigenes || monat.ungezeigt) {
-        monat.heutig = 0;
+        monat.zeit = 0;
         return;
     }
-    monat.heutig = kanal_.Stand().time;
+    monat.zeit = kanal_.Stand().time;
     monat.inhalt.größe = kanal_.Stand().size;
     monat.inhalt.kopf = kanal_.Kopfbytes();
 }
@@ -249,7 +290,38 @@ bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const st
     return true;
 }
 
-// Lines that could not be read go along as they stood, for whoever mends them.
+bool Erfassungsdateien::Defragmentieren_fällig() const {
+    const Monatsinhalt& m = monat_.inhalt;
+    const int zeilen = m.Erfassungsdaten.anzahl(), personen = personal_.MA().anzahl();
+    if (2 * zeilen <= 3 * personen || !monat_.lesbar || personal_.leer() || kanal_.Reparatursperre)
+        return false;
+    return !platz_.Startphase && !platz_.Datenrückblick_aktiv;
+}
+
+bool Erfassungsdateien::Erfassungsdatei_defragmentieren() {
+    return als_Prozedur(u"modKalvora - Erfassungsdatei_defragmentieren", [&] {
+        if (platz_.Startphase) return false;
+        const Text wann = Monat_in_Worten(monat_.inhalt.yymm);
+        if (konfig_.werte().Benutzerrolle > 0 && sichern && !sichern(u"T"))
+            log_.Logbuch_ergänzen(2, u"Backup vor Defragmentieren konnte nicht erstellt werden");
+        if (!Datensatz_speichern({})) return false;
+        log_.Logbuch_ergänzen(2, u"Erfassungsdatei für " + wann + u" wurde defragmentiert");
+        return true;
+    });
+}
+
+void Erfassungsdateien::Defragmentieren_wenn_fällig() {
+    if (!Defragmentieren_fällig()) return;
+    try {
+        Erfassungsdatei_defragmentieren();
+    } catch (const Laufzeitfehler& fehler) {
+        if (!ist_Dateifehler(fehler.nummer)) throw;
+    } catch (const Zugriffsabbruch&) { // NOLINT(bugprone-empty-catch): the file is merely longer than need be
+    }
+}
+
+// Lines that could not be read go along as they stood, for whoever mends them. Behind a repair the staff list
+// may be the standard one or an old one: rows of keys that it does not have are kept.
 void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen) {
     kanal_.LineOut(u"[" + alt.yymm + u"]");
     kanal_.LineOut(alt.stamm.empty() ? konfig_.werte().Reservezeile : alt.Reservezeile);
@@ -257,6 +329,7 @@ void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std
     std::vector<Text> BenIds;
     for (const Mitarbeiter& m : personal_.MA())
         BenIds.push_back(m.MA_BenId);
+    if (kanal_.Reparatursperre) unbekannte_Schlüssel_anfügen(alt, BenIds);
     for (const Text& zeile : Zeilen_verdichten(alt, BenIds))
         kanal_.LineOut(zeile);
     for (const std::string& zeile : alt.unlesbar)
@@ -339,8 +412,8 @@ void Erfassungsdateien::Unbestätigte_melden(const Text& yymm, const std::vector
     Text wer;
     for (const Text& BenId : BenIds)
         wer += (wer.empty() ? u"'" : u", '") + BenId + u"'";
-    const Text monat = Text(mitte(yymm, 3, 2)) + platz_.datum().trennzeichen + u"20" + Text(links(yymm, 2));
-    const Text was = u"Folgender Eintrag im Monat " + monat + u" konnte nicht bestätigt werden: " + wer;
+    const Text was =
+        u"Folgender Eintrag im Monat " + Monat_in_Worten(yymm) + u" konnte nicht bestätigt werden: " + wer;
     log_.Logbuch_ergänzen(2, was);
     kanal_.app().Hinweis(was +
                          u". Bitte prüfen Sie den Eintrag und nehmen Sie ihn gegebenenfalls erneut vor.");

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 
 #include "files/ausstehende.h"
 #include "files/logbuch.h"
@@ -24,7 +25,7 @@ struct Monatsstand {
     Monatsinhalt inhalt;
     bool lesbar = false;    // whether it takes entries
     Text gesund;            // stem of a version read without a fault or written whole by this program
-    Zeitstempel heutig = 0; // of today's file as last read or written; 0 when there was none
+    Zeitstempel zeit = 0;   // of the version as last read or written; 0: it holds rows that nobody here read
     bool ungezeigt = false; // a save has read rows of others, which the plan on show does not have yet
 };
 
@@ -43,11 +44,9 @@ public:
     const Text& Ausnahmedaten() const { return monat_.inhalt.Ausnahmedaten; }
     bool lesbar() const { return monat_.lesbar; }
 
-    // Today's file of the shown month as last read, or written without anybody else's rows in between; 0 when
-    // there was none.
-    Zeitstempel Erfassungsdatei_Zeitstempel() const { return monat_.heutig; }
-    // Today's file of the month as it stands now, 0 when there is none.
-    Zeitstempel Stand_heute(TextView yymm) const;
+    // The shown month has another version in force than the one held, or somebody else has written to it: the
+    // plan must be read again. A folder that does not answer now says nothing.
+    bool Monat_geändert() const;
 
     // Appends a row to the shown month, or begins today's version with it. Empty: with Sammeln the buffer is
     // written, without it the month is compacted. False: refused with one message; the caller reloads.
@@ -59,6 +58,14 @@ public:
     // Called before anything is written: whoever holds stale shared data rereads it here. False: the reasons
     // have changed, so that rows built before may mean something else now.
     std::function<bool()> vor_dem_Schreiben;
+    // Makes a backup: "F" before a damaged month is rewritten (one a day will do), "T" before a month is
+    // compacted. False: it could not be made.
+    std::function<bool(TextView art)> sichern;
+
+    // Compacts the shown month. False: refused; not while the program starts.
+    bool Erfassungsdatei_defragmentieren();
+    // The same once there are more than 1.5 rows a person. Whoever may not write is not stopped by it.
+    void Defragmentieren_wenn_fällig();
 
     // Own rows that no read has seen yet. The check runs with each read of the shown month; this one reads
     // the waiting months aside. True: rows were written again, so that a month's file has changed.
@@ -93,8 +100,14 @@ private:
     std::optional<Monatsinhalt> einmal_lesen(const Version& version, const Text& yymm, Fehlerweg weg);
     Monatsinhalt zweimal_lesen(const Text& yymm);
     void einlesen(const Text& yymm, Monatsstand& ziel);
-    Zeitstempel gelesener_Stand(const Monatsinhalt& inhalt) const;
-    void Fehler_melden(const Monatsinhalt& inhalt);
+    [[noreturn]] static void Monate_fehlen(const Text& monate);
+    bool verschwunden(const Monatsinhalt& inhalt) const;
+    bool Defragmentieren_fällig() const;
+    Text Monat_in_Worten(TextView yymm) const;
+    void Fehler_protokollieren(const Monatsinhalt& inhalt);
+    bool reparieren(const Monatsinhalt& inhalt);
+    bool unverändert_ersetzen(const Version& version, const FileInfo& gelesen,
+                              const std::vector<std::string>& zeilen, Fehlerweg weg);
     bool gesund(const Version& version, const Text& yymm);
 
     bool zulässig(const Text& zeile) const;
@@ -118,7 +131,7 @@ private:
     std::vector<std::string> Klarzeilen(const Version& version);
     bool Ausnahmen_übernehmen(const Version& version, TextView art, TextView alt,
                               const Feld<Text>& Feiertagsliste);
-    void Monat_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
+    void Monat_in_Monatsdaten(const Version& version, const Text& yymm, int monat, Schlüsselverzeichnis& wer);
     bool Version_in_Monatsdaten(const Version& version, int monat, Schlüsselverzeichnis& wer);
 
     Dateikanal& kanal_;
@@ -126,8 +139,9 @@ private:
     Konfigdaten& konfig_;
     Mitarbeiterdaten& personal_;
     Logbuch& log_;
-    Monatsstand monat_; // the shown one
-    Text gemeldet_;     // stem of the faulty version told last
+    Monatsstand monat_;      // the shown one
+    std::set<Text> gesehen_; // months that had a version since the start: one that is gone now is a fault
+    Text gemeldet_;          // stem of the faulty version told last
     Zeitstempel gemeldet_Stand_ = 0;
     bool sammeln_ = false;
     std::vector<Text> puffer_;

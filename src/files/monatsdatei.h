@@ -12,6 +12,7 @@
 namespace kalvora {
 
 inline constexpr int TAGE = 31;
+inline constexpr int KOPFZEILEN = 3;
 inline constexpr TextView KEINE_AUSNAHMEN = u"NoEx:NoEx";
 
 // An A row as held: codes of the 31 days, a blank for no entry.

@@ -1,5 +1,8 @@
 #include "files/programmsperre.h"
 
+#include <algorithm>
+
+#include "base/cp1252.h"
 #include "files/ordner.h"
 
 namespace kalvora {
@@ -18,6 +21,30 @@ Text Betroffenes(const Text& Sperre_Datei) {
     return u"Betroffene Datei: " + Pfad_kürzen(Sperre_Datei, 170);
 }
 
+// Nothing when the first line names nobody.
+std::optional<Sperre> auswerten(std::string_view bytes) {
+    Text klar = aus_cp1252(bytes);
+    std::erase(klar, u'\r');
+    std::vector<Text> zeilen = teilen(klar, u'\n');
+    zeilen.resize(std::max<std::size_t>(zeilen.size(), 3));
+    const auto teile = teilen(zeilen[0], u'|');
+    if (teile.size() < 2) return std::nullopt;
+    return Sperre{teile[0], teile[1], teile.size() > 2 ? teile[2] : Text(), zeilen[1], zeilen[2]};
+}
+
+Text Wiederherstellungsschritte(bool gesperrt) {
+    const Text schritte =
+        u"\n\n1) Prüfen Sie, ob alle Daten vollständig sind\n2) Fehlen Daten, dann setzen Sie über 'Datei - "
+        u"Datenordner wiederherstellen' auf einen früheren Sicherungszeitpunkt zurück\n3) Nehmen Sie die "
+        u"nach "
+        u"dem Sicherungszeitpunkt vorgenommenen Eintragungen erneut vor";
+    if (!gesperrt) return schritte;
+    return schritte +
+           u"\n\nDer Programmaufruf durch Mitarbeiter wurde gesperrt. Entfernen Sie abschließend die "
+           u"Programmsperre über 'Bearbeiten - Einstellungen - Programmaufruf sperren'. Diese Meldung "
+           u"erscheint bis Sie die Programmsperre aufheben.";
+}
+
 } // namespace
 
 Text Programmsperre::Pfad() const {
@@ -25,31 +52,23 @@ Text Programmsperre::Pfad() const {
 }
 
 bool Programmsperre::vorhanden() const {
-    return Datei_vorhanden(kanal_.fs(), Pfad());
+    const auto inhalt = kanal_.werk().lesen(Pfad());
+    return inhalt && auswerten(inhalt->sicht());
 }
 
-std::optional<Sperre> Programmsperre::lesen() {
-    const Text pfad = Pfad();
-    if (!Datei_vorhanden(kanal_.fs(), pfad)) return std::nullopt;
-    const auto inhalt = kanal_.werk().lesen(pfad);
-    if (!inhalt || inhalt->größe == 0) return std::nullopt; // somebody is just writing it
-    kanal_.Datei_öffnen(pfad, Dateimodus::Input, Fehlerweg::IgnoreErrors);
-    std::vector<Text> zeilen;
-    while (zeilen.size() < 3 && !kanal_.Dateiende())
-        zeilen.push_back(kanal_.Rohzeile());
-    kanal_.Datei_schließen();
-    if (zeilen.empty()) return std::nullopt;
-    zeilen.resize(3);
-    const auto teile = teilen(zeilen[0], u'|');
-    if (teile.size() < 2) {
-        Datei_löschen(kanal_.fs(), pfad);
-        return std::nullopt;
-    }
-    return Sperre{teile[0], teile[1], teile.size() > 2 ? teile[2] : Text(), zeilen[1], zeilen[2]};
+// While a repair lock stands, nothing is cleaned up by lists that may be the standard ones.
+void Programmsperre::merken(std::optional<Sperre> sperre) {
+    stand_ = std::move(sperre);
+    kanal_.Reparatursperre = stand_ && stand_->nach_Reparatur();
 }
 
+// The file is read past the channel: the check runs before every save.
 void Programmsperre::Programmsperre_prüfen() {
-    stand_ = lesen();
+    const Text pfad = Pfad();
+    const auto inhalt = kanal_.werk().lesen(pfad);
+    merken(inhalt ? auswerten(inhalt->sicht()) : std::nullopt);
+    // The rest of a write test. An empty file may just become a lock.
+    if (inhalt && inhalt->größe > 0 && !stand_) Datei_löschen(kanal_.fs(), pfad);
     if (!stand_ || stand_->nach_Reparatur()) return;
     if (!gleich_ohne_Fall(stand_->Benutzer, platz_.Benutzername))
         throw Programmabbruch(u"modKalvora - Programmsperre_prüfen",
@@ -75,39 +94,33 @@ void Programmsperre::Sperre_melden(const Konfiguration& konfig) {
                 u"\n\nDiese Sperre kann nur von folgenden Administratoren aufgehoben werden: " +
                 konfig.Administratorenliste(),
             u"NoLog");
-    kanal_.app().Hinweis(
-        u"Fehlende oder beschädigte Datei am " + Ersetzen(sperre.Sperre_Zeit, u"|", u" um ") +
-        u" Uhr erkannt!\n\n" + Betroffenes(sperre.Sperre_Datei) +
-        u"\n\n1) Prüfen Sie, ob alle Daten vollständig sind.\n2) Wenn Daten fehlen, setzen Sie über 'Datei - "
-        u"Datenordner wiederherstellen' auf einen früheren Sicherungszeitpunkt zurück.\n3) Nehmen Sie die "
-        u"nach "
-        u"dem Sicherungszeitpunkt vorgenommenen Eintragungen erneut vor\n\nDer Programmaufruf durch "
-        u"Mitarbeiter wurde gesperrt. Entfernen Sie abschließend die Programmsperre über 'Bearbeiten - "
-        u"Einstellungen - Programmaufruf sperren'. Diese Meldung erscheint bis Sie die Programmsperre "
-        u"aufheben.");
+    Application& app = kanal_.app();
+    app.Hinweis(u"Fehlende oder beschädigte Datei am " + Ersetzen(sperre.Sperre_Zeit, u"|", u" um ") +
+                u" Uhr erkannt!\n\n" + Betroffenes(sperre.Sperre_Datei) +
+                Wiederherstellungsschritte(!ohne_Administratoren));
+    if (!ohne_Administratoren && app.Frage(u"Möchten Sie die Programmsperre jetzt aufheben?") == Antwort::Ja)
+        aufheben();
 }
 
 bool Programmsperre::anlegen(const Sperre& sperre) {
-    const Text pfad = Pfad();
-    bool ok = kanal_.Datei_öffnen(pfad, Dateimodus::Output, Fehlerweg::IgnoreErrors);
-    if (ok) {
-        kanal_.Rohzeile_schreiben(sperre.Sperrtext + u"|" + sperre.Benutzer +
-                                  (sperre.Name.empty() ? Text() : u"|" + sperre.Name));
-        if (sperre.nach_Reparatur()) {
-            kanal_.Rohzeile_schreiben(sperre.Sperre_Datei);
-            kanal_.Rohzeile_schreiben(sperre.Sperre_Zeit);
-        }
-        ok = kanal_.Datei_schließen() == 0;
+    if (sperre.Sperrtext.find_first_of(u"|\r\n") != Text::npos) {
+        kanal_.app().Hinweis(u"Unzulässiges Sonderzeichen enthalten");
+        return false;
     }
-    if (!ok)
-        kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +
-                             u" konnte nicht angelegt werden");
-    return ok;
+    const Text pfad = Pfad();
+    Text zeilen = sperre.Sperrtext + u"|" + sperre.Benutzer +
+                  (sperre.Name.empty() ? Text() : u"|" + sperre.Name) + u"\r\n";
+    if (sperre.nach_Reparatur()) zeilen += sperre.Sperre_Datei + u"\r\n" + sperre.Sperre_Zeit + u"\r\n";
+    const int f = kanal_.werk().neu_anlegen(pfad, zu_cp1252(zeilen)).nummer();
+    if (f == 0 || f == FEHLER_EXISTIERT) return true;
+    kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +
+                         u" konnte nicht angelegt werden");
+    return false;
 }
 
 void Programmsperre::aufheben() {
     Datei_löschen(kanal_.fs(), Pfad());
-    stand_.reset();
+    merken(std::nullopt);
 }
 
 } // namespace kalvora

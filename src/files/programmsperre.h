@@ -23,21 +23,20 @@ public:
     // one is told at the start. One that cannot be read is left alone, one without "|" is deleted.
     void Programmsperre_prüfen();
     // Once the first month is shown: a repair lock ends the program for all but administrators, who are told
-    // what to do. Without any administrators it is deleted.
+    // what to do. Without any administrators it is deleted, and everybody is told.
     void Sperre_melden(const Konfiguration& konfig);
-    const std::optional<Sperre>& stand() const { return stand_; } // as read last
 
-    bool vorhanden() const;
-    // False: it could not be made, which is told. A lock that stands is replaced.
+    bool vorhanden() const; // a lock stands; the file of a write test is none
+    // False: it could not be made, which is told. A lock that stands is left as it is.
     bool anlegen(const Sperre& sperre);
     void aufheben();
 
 private:
     Text Pfad() const;
-    std::optional<Sperre> lesen();
+    void merken(std::optional<Sperre> sperre);
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
-    std::optional<Sperre> stand_;
+    std::optional<Sperre> stand_; // as read last
 };
 
 } // namespace kalvora
