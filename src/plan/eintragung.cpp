@@ -72,8 +72,7 @@ bool Eintragung::Stand_auffrischen(int b) {
     const std::optional<Schaltfläche> grund = b <= d_.K().U() ? std::optional(d_.K().SF(b)) : std::nullopt;
     const int U = d_.K().U();
     // What a colleague has saved meanwhile must not be written over from cells that do not show it yet.
-    const Zeitstempel jetzt = d_.erfassung.Stand_heute(ansicht_.Anzeigemonat());
-    const bool Monat_neu = jetzt != 0 && jetzt != d_.erfassung.Erfassungsdatei_Zeitstempel();
+    const bool Monat_neu = d_.erfassung.Monat_geändert();
     if (!d_.Vor_dem_Schreiben_auffrischen() && !Monat_neu) return true;
     neu_laden();
     const bool gleicher_Grund = d_.K().U() == U && (!grund || d_.K().SF(b) == *grund);

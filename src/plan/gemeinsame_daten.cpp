@@ -5,8 +5,11 @@ namespace kalvora {
 Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikanal, Arbeitsplatz& arbeitsplatz)
     : app(anwendung), kanal(dateikanal), platz(arbeitsplatz), konfig(kanal, platz),
       personal(kanal, platz, konfig), log(kanal, platz, konfig), feiertage(kanal, platz),
-      ferien(kanal, platz), ini(kanal, platz, konfig, log), erfassung(kanal, platz, konfig, personal, log) {
+      ferien(kanal, platz), ini(kanal, platz, konfig, log), erfassung(kanal, platz, konfig, personal, log),
+      sperre(kanal, platz) {
+    erfassung.sichern = [this](TextView art) { return Backup_erstellen && Backup_erstellen(art); };
     erfassung.vor_dem_Schreiben = [this] {
+        sperre.Programmsperre_prüfen();
         const Feld<Schaltfläche> vorher = K().SF;
         Vor_dem_Schreiben_auffrischen();
         return K().SF == vorher;
@@ -66,6 +69,12 @@ void Gemeinsame_Daten::Personal_neu_lesen() {
     Berechtigung_ableiten();
     if (platz.Startjahr != Startjahr) feiertage.Feiertage_berechnen(); // the years held have moved
     neu_gelesen_ = true;
+}
+
+void Gemeinsame_Daten::Alles_neu_lesen() {
+    Konfiguration_neu_lesen();
+    Personal_neu_lesen();
+    ferien.Ferientage_lesen();
 }
 
 bool Gemeinsame_Daten::CheckKonfigdaten() {

@@ -7,6 +7,7 @@
 #include "files/erfassungsdateien.h"
 #include "files/feiertagsdatei.h"
 #include "files/inidatei.h"
+#include "files/programmsperre.h"
 
 namespace kalvora {
 
@@ -24,6 +25,10 @@ public:
     Ferientagedatei ferien;
     Inidatei ini;
     Erfassungsdateien erfassung;
+    Programmsperre sperre;
+
+    // "F" (at most one a day) before a repair, "T" on demand and before a month is compacted. False: failed.
+    std::function<bool(TextView art)> Backup_erstellen;
 
     // Rows "<name>|<heading>:<heading>:" of this user's display groups; "NoGroups" alone: none.
     Feld<Text> Anzeigegruppen{u"NoGroups"};
@@ -38,6 +43,8 @@ public:
     bool Neu_gelesen() const { return neu_gelesen_; }
     // The same before a write, without the limits of watching.
     bool Vor_dem_Schreiben_auffrischen();
+    // Reads all shared files again, as behind the restore of another state of the folder.
+    void Alles_neu_lesen();
 
     const Konfiguration& K() const { return konfig.werte(); }
     bool Eigene_Zeile(TextView BenId) const { return gleich_ohne_Fall(BenId, platz.Benutzername); }

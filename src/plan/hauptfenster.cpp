@@ -66,7 +66,14 @@ void Hauptfenster::Monat_wechseln() {
         ansicht_.Daten_anzeigen(false);
         Abfragezähler_ = 0;
         if (Startphase_beendet) std::exchange(Startphase_beendet, nullptr)();
+        d_.erfassung.Defragmentieren_wenn_fällig();
     });
+}
+
+void Hauptfenster::Neu_aufbauen() {
+    d_.Alles_neu_lesen();
+    Monat_wechseln();
+    d_.app.Hinweis(u"Die Daten wurden erfolgreich wiederhergestellt");
 }
 
 void Hauptfenster::Anzeigemonat_aus_Reitern() {
@@ -110,9 +117,10 @@ bool Hauptfenster::Jahrestaste(int schritt) {
 
 void Hauptfenster::CheckErfassungsdaten() {
     d_.erfassung.Ausstehende_nachsehen();
-    const Zeitstempel jetzt = d_.erfassung.Stand_heute(ansicht_.Anzeigemonat());
-    const bool unverändert = jetzt == 0 || jetzt == d_.erfassung.Erfassungsdatei_Zeitstempel();
-    if (unverändert && !d_.Neu_gelesen()) return; // a save may have read the configuration again
+    const bool geändert = d_.erfassung.Monat_geändert();
+    if (!geändert && !d_.Neu_gelesen()) return; // a save may have read the configuration again
+    // Somebody may have gone back to an earlier state of the whole folder, however old its files are.
+    if (geändert) d_.Vor_dem_Schreiben_auffrischen();
     const Eintragung::Auswahl auswahl = eintragung_.Auswahl_merken();
     const int oben = f_.msgFlexGrid.TopRow();
     Monat_wechseln();
@@ -151,6 +159,9 @@ void Hauptfenster::Ereignisse_verbinden() {
     };
     f_.cmdBeenden.on_click = [beenden](Modifiers) { beenden(); };
     f_.mnu(u"mnuBeenden").on_click = beenden;
+    f_.mnu(u"mnuRecovery").on_click = [this] {
+        if (Datenordner_wiederherstellen && Datenordner_wiederherstellen()) Neu_aufbauen();
+    };
     f_.on_query_close = [this] { return !schließen || schließen(); };
     f_.on_key = [this](const Key& taste) { return Taste(taste); };
     f_.tmrTimer1.on_tick = [this] { Poll(); };

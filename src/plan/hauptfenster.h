@@ -25,6 +25,8 @@ public:
     // The first month was shown.
     std::function<void()> Startphase_beendet;
     std::function<bool()> schließen; // the shutdown order; false keeps the window
+    // The window of restore points and what follows; true: the data folder holds another state now.
+    std::function<bool()> Datenordner_wiederherstellen;
 
 private:
     void Ereignisse_verbinden();
@@ -33,6 +35,7 @@ private:
     void Jahr_gewechselt(int vorher);
     bool Jahrestaste(int schritt);
     void Poll();
+    void Neu_aufbauen();
 
     // --- keys (hauptfenster_tasten.cpp)
     bool Taste(const Key& taste);
@@ -43,6 +46,8 @@ private:
     void Zeilenhöhe_zurücksetzen();
     void Schaltflächenbreite_zurücksetzen();
     void Schreibtest();
+    void Defragmentieren();
+    void Sichern();
     void Schrift_wechseln();
     void Langsam_an() { d_.platz.Langsame_Anzeige = true; }
     void Langsam_aus() { d_.platz.Langsame_Anzeige = false; }

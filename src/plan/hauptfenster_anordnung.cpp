@@ -11,7 +11,6 @@ constexpr int STANDARDBREITE = 1800, HÖCHSTBREITE = 2370; // twips of a reason 
 constexpr std::array KOMMENDE{u"mnuDatenordner_ändern",
                               u"mnuDatenexport",
                               u"mnuDatenimport",
-                              u"mnuRecovery",
                               u"mnuDrucken",
                               u"mnuMitarbeiter",
                               u"mnuAnzeigeberechtigungen",

@@ -19,7 +19,7 @@ bool Hauptfenster::Taste(const Key& taste) {
         Modifiers mods;
         void (Hauptfenster::*tun)();
     };
-    constexpr Modifiers ohne{}, strg{.ctrl = true}, strg_alt{.ctrl = true, .alt = true};
+    constexpr Modifiers ohne{}, strg{.ctrl = true}, alt{.alt = true}, strg_alt{.ctrl = true, .alt = true};
     constexpr std::array BEFEHLE{
         Befehl{u"F3", ohne, &Hauptfenster::Suche_neu},
         Befehl{u"F4", ohne, &Hauptfenster::Suche_weiter},
@@ -30,6 +30,8 @@ bool Hauptfenster::Taste(const Key& taste) {
         Befehl{u"F4", strg, &Hauptfenster::Benutzer_zeigen},
         Befehl{u"F5", strg, &Hauptfenster::Datenordner_zeigen},
         Befehl{u"F6", strg, &Hauptfenster::Schreibtest},
+        Befehl{u"F7", strg, &Hauptfenster::Defragmentieren},
+        Befehl{u"F7", alt, &Hauptfenster::Sichern},
         Befehl{u"F9", strg, &Hauptfenster::Schrift_wechseln},
         Befehl{u"F10", ohne, &Hauptfenster::Langsam_an},
         Befehl{u"F11", ohne, &Hauptfenster::Langsam_aus},
@@ -76,7 +78,19 @@ void Hauptfenster::Schaltflächenbreite_zurücksetzen() {
 }
 
 void Hauptfenster::Schreibtest() {
-    if (d_.platz.Startmeldung.empty()) CheckSchreibberechtigung(d_.kanal, d_.platz.Datenpfad);
+    if (!d_.platz.Startmeldung.empty()) return;
+    if (d_.sperre.vorhanden()) // the test would take the lock away
+        return d_.app.Hinweis(u"Der Schreibtest ist nicht möglich, solange der Programmaufruf gesperrt ist.");
+    CheckSchreibberechtigung(d_.kanal, d_.platz.Datenpfad);
+}
+
+void Hauptfenster::Defragmentieren() {
+    if (d_.erfassung.Erfassungsdatei_defragmentieren()) Monat_wechseln();
+}
+
+void Hauptfenster::Sichern() {
+    const bool gelungen = d_.Backup_erstellen && d_.Backup_erstellen(u"T");
+    d_.app.Hinweis(gelungen ? u"Backup wurde erstellt" : u"Backup konnte nicht erstellt werden");
 }
 
 // An empty name is the standard font.
