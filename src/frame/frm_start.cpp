@@ -8,12 +8,32 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
     set_title(u"Kalvora");
     lblText1.set_text(u"Version " + teil(0) + u"." + teil(1) + u"  Release " + teil(2));
     lblText2.set_text(u"Kalvora");
-    lblText3.set_text(u"Der Monatsplan wird geladen ...");
+    Vorgang_zeigen({});
     lblText4.set_visible(false);
     cmdAuswahl1.set_caption(u"&Erneut versuchen");
     cmdAuswahl1.set_visible(false);
     cmdAuswahl2.set_caption(u"&Beenden");
     cmdAuswahl2.set_visible(false);
+    cmdAuswahl1.on_click = [this](Modifiers) { set_tag(u"D"); };
+    cmdAuswahl2.on_click = [this](Modifiers) { set_tag(u"E"); };
+}
+
+void frmStart::Warten_zeigen(bool an) {
+    set_tag({});
+    lblText3.set_visible(!an);
+    lblText4.set_visible(an);
+    cmdAuswahl1.set_visible(an);
+    cmdAuswahl2.set_visible(an);
+    if (an && view()) view()->focus(cmdAuswahl2);
+}
+
+void frmStart::Zustand_zeigen(const Text& text) {
+    lblText4.set_text(text);
+    if (view()) view()->paint_now();
+}
+
+void frmStart::Vorgang_zeigen(const Text& text) {
+    lblText3.set_text(text.empty() ? u"Der Monatsplan wird geladen ..." : text);
 }
 
 } // namespace kalvora

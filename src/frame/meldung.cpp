@@ -1,5 +1,7 @@
 #include "frame/meldung.h"
 
+#include <utility>
+
 #include "files/ordner.h"
 
 namespace kalvora {
@@ -25,17 +27,32 @@ void Meldung::protokollieren(const Text& text) {
     }
 }
 
-void Meldung::berichten(const std::exception_ptr& fehler, bool still) {
-    still_ = still;
+// Letzte_Datei stays: it says which file was being judged.
+void Meldung::aufräumen() const {
     if (d_) d_->kanal.verwerfen();
     while (app_.Sanduhr_an())
         app_.Sanduhr(false);
+}
+
+void Meldung::berichten(const std::exception_ptr& fehler, bool still) {
+    still_ = still;
+    aufräumen();
+    einordnen(fehler);
+}
+
+void Meldung::berichten_und_weiter(const Laufzeitfehler& fehler) {
+    weiter_ = true;
+    aufräumen();
+    Fehlerbehandlung(fehler);
+}
+
+void Meldung::einordnen(const std::exception_ptr& fehler) {
     try {
         std::rethrow_exception(fehler);
     } catch (const Programmabbruch& abbruch) {
         Programmabbruch_melden(abbruch);
     } catch (const Dateischaden& schaden) {
-        Startfehler(schaden.text(), schaden.datei);
+        Startfehler(schaden);
     } catch (const Laufzeitfehler& laufzeit) {
         Fehlerbehandlung(laufzeit);
     } catch (const std::exception& anderer) {
@@ -52,8 +69,22 @@ void Meldung::Programmabbruch_melden(const Programmabbruch& abbruch) {
                        : abbruch.logtext);
 }
 
-// Nothing is deleted and nothing rewritten: the text says which file stands in the way.
-void Meldung::Startfehler(const Text& text, const Text& datei) {
+// A repair that fails itself is reported and not repaired. Files that no repair is for stay as they are: the
+// text says which one stands in the way.
+void Meldung::Startfehler(const Dateischaden& schaden) {
+    if (reparatur_ && !still_ && reparatur_->zuständig(schaden)) {
+        Reparatur& reparatur = *std::exchange(reparatur_, nullptr);
+        std::exception_ptr ausgang;
+        try {
+            reparatur.Startfehler(schaden);
+        } catch (...) {
+            ausgang = std::current_exception();
+        }
+        d_->kanal.verwerfen();
+        d_->kanal.Letzte_Datei_merken({});
+        return einordnen(ausgang);
+    }
+    const Text &text = schaden.text(), &datei = schaden.datei;
     const bool genannt = datei.empty() || enthält(text, Dateiname_aus_Pfad(datei));
     zeigen(u"Es ist folgendes Problem aufgetreten:\n\n" + text +
            (genannt ? Text() : u"\n\nDatei: " + Pfad_kürzen(datei, 100)) + u"\n\n" + Text(ENDE));
@@ -63,23 +94,26 @@ void Meldung::Startfehler(const Text& text, const Text& datei) {
 void Meldung::Fehlerbehandlung(const Laufzeitfehler& fehler) {
     const Text modul =
         (fehler.prozedur.empty() ? Text(u"modKalvora") : fehler.prozedur) + u" - v" + Text(PROGRAMMVERSION);
-    const Text datei = fehler.datei.empty() && d_ ? d_->kanal.Letzte_Datei() : fehler.datei;
+    const Text gerade_gelesen = d_ ? d_->kanal.Letzte_Datei() : Text();
+    const Text datei = fehler.datei.empty() ? gerade_gelesen : fehler.datei;
     const Text nummer = ziffern(fehler.nummer);
-    if (!datei.empty() && platz_.Startphase)
-        return Startfehler(u"Modul '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text() +
-                               u" - Zuletzt geöffnete Datei: " + datei,
-                           datei);
+    // A fault while the lines of a file are being judged is a fault of that file; one of the disk is none.
+    if (!gerade_gelesen.empty() && platz_.Startphase && !weiter_ && !ist_Dateifehler(fehler.nummer))
+        return Startfehler(Dateischaden(u"Modul '" + modul + u"' - Fehler Nr. " + nummer + u" - " +
+                                            fehler.text() + u" - Zuletzt geöffnete Datei: " + gerade_gelesen,
+                                        gerade_gelesen));
+    const Text schluss = weiter_ ? Text() : u"\n\n" + Text(ENDE);
     Text log = u"Programmabbruch durch '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text();
     if (ist_Dateifehler(fehler.nummer)) {
         const Text wo = datei.empty() ? u" Prüfen Sie, ob auf den Ordner " + ParentDir(platz_.Datenpfad) +
                                             u" zugegriffen werden kann."
                                       : u"Zuletzt geöffnete Datei: " + datei;
-        zeigen(u"Es ist ein Fehler beim Dateizugriff aufgetreten.\n\n" + wo + u"\n\n" + Text(ENDE));
+        zeigen(u"Es ist ein Fehler beim Dateizugriff aufgetreten.\n\n" + wo + schluss);
         if (!datei.empty()) log += u" - Datei " + datei;
     } else {
         const Text firma = d_ ? klein(links(d_->K().Firma, 3)) : Text();
         zeigen(u"Es ist folgender Fehler aufgetreten in Modul '" + modul + firma + u"':\n\nFehler Nr. " +
-               nummer + u"\n" + fehler.text() + u"\n\n" + Text(ENDE));
+               nummer + u"\n" + fehler.text() + schluss);
     }
     protokollieren(log);
 }

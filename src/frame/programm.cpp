@@ -1,6 +1,10 @@
 #include "frame/programm.h"
 
+#include <algorithm>
+
 #include "files/ordner.h"
+#include "safety/datenuebernahme.h"
+#include "safety/frm_recovery.h"
 
 namespace kalvora {
 
@@ -19,10 +23,36 @@ void Programm::aufbauen() {
                                         u.host_name() + u"-" + ziffern(u.process_id()));
     kanal_ = std::make_unique<Dateikanal>(*werk_, app_, u.random_seed());
     daten_ = std::make_unique<Gemeinsame_Daten>(app_, *kanal_, platz_);
+    app_.Vorgang_zeigen = [this](const Text& text) { Vorgang_zeigen(text); };
+    backups_ = std::make_unique<Backups>(*kanal_, platz_, daten_->konfig, daten_->log);
+    wiederherstellung_ = std::make_unique<Wiederherstellung>(*kanal_, platz_);
+    backups_->Fortschritt = [this](int fertig, int alle) { Fortschritt_zeigen(fertig, alle); };
+    reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
+    daten_->Backup_erstellen = [this](TextView art) {
+        return (art == u"F" && backups_->vorhanden(platz_.Heute_S, art)) || backups_->Backup_erstellen(art);
+    };
     kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
         daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) = 1;
     };
+}
+
+// Only of what lasts: a backup of a small company is done before anybody could read of it.
+void Programm::Fortschritt_zeigen(int fertig, int alle) {
+    constexpr double ERST_NACH = 0.4, TAKT = 0.1; // seconds
+    const double jetzt = plattform_.uhr.steady();
+    if (fertig <= 1) vorgang_seit_ = jetzt + ERST_NACH;
+    if (jetzt < vorgang_seit_) return;
+    vorgang_seit_ = jetzt + TAKT;
+    app_.Vorgang(fertig < alle ? u"Sicherung wird erstellt ... " + ziffern(100L * fertig / alle) + u" %"
+                               : Text());
+}
+
+void Programm::Vorgang_zeigen(const Text& text) {
+    if (start_)
+        start_->Vorgang_zeigen(text);
+    else if (haupt_)
+        haupt_->form().lblStatus4.set_text(text);
 }
 
 Programm::~Programm() {
@@ -69,7 +99,7 @@ void Programm::scheitern(const std::exception_ptr& fehler) {
     start_.reset();
     const bool lief = std::exchange(läuft_, false);
     try {
-        Meldung(app_, platz_, daten_.get()).berichten(fehler, aufruf_.enthalten(u"silent"));
+        Meldung(app_, platz_, daten_.get(), reparatur_.get()).berichten(fehler, aufruf_.enthalten(u"silent"));
         if (lief) Unbestätigtes_nennen();
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): nothing is left that could tell it
     }
@@ -82,25 +112,41 @@ void Programm::Unbestätigtes_nennen() {
     daten_->erfassung.Ausstehende_abschließen();
 }
 
-// The order is required: each step relies on the ones before it.
+// The order is required: each step relies on the ones before it. Every step can be run again.
 void Programm::Main() {
     platz_.Startphase = true;
     startordner_ = plattform_.fs.current_folder();
-    Systempfad_bestimmen();
-    Instanz_prüfen();
-    Datum_und_Aufruf();
-    Startbild();
-    Gebietsschema_und_Datum_prüfen();
-    Datenordner_bestimmen();
-    Silent_beenden();
-    Datenordner_prüfen();
-    Ordner_einrichten();
-    Erster_Lauf();
-    Gemeinsame_Dateien_lesen();
-    Persönliches_lesen();
-    Temp_Logs_aufräumen();
-    daten_->erfassung.Erfassungsdateien_checken();
-    Fenster_zeigen();
+    for (const auto schritt :
+         {&Programm::Systempfad_bestimmen, &Programm::Instanz_prüfen, &Programm::Datum_und_Aufruf,
+          &Programm::Startbild, &Programm::Gebietsschema_und_Datum_prüfen, &Programm::Datenordner_bestimmen,
+          &Programm::Silent_beenden, &Programm::Datenordner_prüfen, &Programm::Ordner_einrichten,
+          &Programm::Programmsperre_prüfen, &Programm::Erster_Lauf, &Programm::Tagessicherung,
+          &Programm::Inipfad_einrichten, &Programm::Gemeinsame_Dateien_lesen, &Programm::Versionsnr_checken,
+          &Programm::Persönliches_lesen, &Programm::Aufräumen, &Programm::Erfassungsdateien_checken,
+          &Programm::Fenster_zeigen})
+        Schritt(schritt);
+    const auto& offen = app_.forms();
+    if (!haupt_ || std::find(offen.begin(), offen.end(), &haupt_->form()) == offen.end())
+        throw Ende{2}; // forced on, and still nothing to show
+}
+
+// A network that is gone is waited for, and then the step is tried again. With /enforcestart other faults are
+// told, and the next step follows.
+void Programm::Schritt(void (Programm::*schritt)()) {
+    const bool still = aufruf_.enthalten(u"silent");
+    for (int erkannt = 0;;) {
+        try {
+            return (this->*schritt)();
+        } catch (const Laufzeitfehler& fehler) {
+            if (fehler.nummer != FEHLER_NETZ || still || !platz_.Startphase) {
+                if (!aufruf_.enthalten(u"enforcestart") || still || !platz_.Startphase) throw;
+                return Meldung(app_, platz_, daten_.get(), nullptr).berichten_und_weiter(fehler);
+            }
+        } catch (const Zugriffsabbruch& abbruch) {
+            if (abbruch.nummer != FEHLER_NETZ || still || !platz_.Startphase) throw;
+        }
+        Warte_und_wiederhole(erkannt);
+    }
 }
 
 void Programm::Fenster_zeigen() {
@@ -108,8 +154,10 @@ void Programm::Fenster_zeigen() {
     haupt_->Startphase_beendet = [this] {
         platz_.Startphase = false;
         kanal_->Letzte_Datei_merken({});
+        daten_->sperre.Sperre_melden(daten_->K());
     };
     haupt_->schließen = [this] { return Schließen(); };
+    haupt_->Datenordner_wiederherstellen = [this] { return Datenordner_wiederherstellen(); };
     haupt_->öffnen(platz_.Startmeldung.empty());
     if (start_) {
         const double rest = platz_.Startzeit + STARTBILD_MINDESTENS - plattform_.uhr.steady();
@@ -129,6 +177,15 @@ void Programm::Fenster_zeigen() {
     if (haupt_->form().view()) haupt_->form().view()->paint_now();
     app_.Pause(1);
     throw Programmabbruch(u"modKalvora - Main", platz_.Startmeldung, u"NoLog");
+}
+
+// Own rows that nobody has seen yet belong to the state that is left; they go into its backup.
+bool Programm::Datenordner_wiederherstellen() {
+    const Text sicherung = Sicherung_wählen(*kanal_, platz_, *wiederherstellung_);
+    if (sicherung.empty()) return false;
+    daten_->erfassung.Ausstehende_abschließen();
+    return Datenübernahme(app_, *kanal_, platz_, daten_->konfig, daten_->log, *backups_, *wiederherstellung_)
+        .Wiederherstellungspunkt(sicherung);
 }
 
 // Closing the main window. What was saved but not yet seen is looked for first.

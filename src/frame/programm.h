@@ -46,7 +46,14 @@ private:
         int status = 0;
     };
     void aufbauen();
+    void Fortschritt_zeigen(int fertig, int alle);
+    void Vorgang_zeigen(const Text& text);
     void Main();
+    void Schritt(void (Programm::*schritt)());
+    enum class Wartende { Erkannt, Erneut, Beenden };
+    Wartende Warte_auf_Datenträger();
+    Wartende Wartezeit(frmStart& fenster);
+    void Warte_und_wiederhole(int& erkannt);
     void Instanz_prüfen();
     void Datum_und_Aufruf();
     void Startbild();
@@ -56,13 +63,20 @@ private:
     void Silent_beenden();
     void Datenordner_prüfen();
     void Ordner_einrichten();
+    void Programmsperre_prüfen();
     void Erster_Lauf();
+    void Tagessicherung();
+    void Inipfad_einrichten();
     void Gemeinsame_Dateien_lesen();
     void Setting_setzen();
+    void Versionsnr_checken();
     void Persönliches_lesen();
+    void Aufräumen();
     void Temp_Logs_aufräumen();
+    void Erfassungsdateien_checken();
     void Fenster_zeigen();
     bool Schließen();
+    bool Datenordner_wiederherstellen();
     Text absoluter_Ordner(Text pfad) const;
     void Unbestätigtes_nennen();
     void scheitern(const std::exception_ptr& fehler);
@@ -74,11 +88,16 @@ private:
     std::unique_ptr<Dateiwerk> werk_;
     std::unique_ptr<Dateikanal> kanal_;
     std::unique_ptr<Gemeinsame_Daten> daten_;
+    std::unique_ptr<Backups> backups_;
+    std::unique_ptr<Wiederherstellung> wiederherstellung_;
+    std::unique_ptr<Reparatur> reparatur_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;
     Text startordner_; // relative paths of the call and the environment mean this one
     int status_ = 0;
     bool läuft_ = false;
+    bool erster_Start_des_Tages_ = false; // this workstation has made the day's backup
+    double vorgang_seit_ = 0;             // steady seconds
 };
 
 } // namespace kalvora

@@ -39,12 +39,6 @@ Text als_Dateiname(Text name) {
     return name;
 }
 
-void Vorlage_kopieren(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name) {
-    if (Datei_vorhanden(werk.fs(), Datei_finden(werk.fs(), platz.Systempfad, name))) return;
-    const auto inhalt = werk.lesen(Datei_finden(werk.fs(), platz.Programmpfad, name));
-    if (inhalt) werk.neu_anlegen(platz.Systempfad + name, inhalt->sicht());
-}
-
 } // namespace
 
 Text Programm::absoluter_Ordner(Text pfad) const {
@@ -141,13 +135,20 @@ void Programm::Silent_beenden() {
     throw Ende{0};
 }
 
-// A remembered folder without data is most likely a share that is not mounted. A new data folder must not
-// come to life in its place.
+// A remembered folder that is not there is most likely a share that is not mounted: it is waited for, and a
+// new data folder must not come to life in its place. What an interrupted restore has left is finished before
+// anything is read.
 void Programm::Datenordner_prüfen() {
+    FileSystem& fs = plattform_.fs;
     const Text eigener = platz_.Systempfad + u"Data/";
     if (platz_.Datenpfad.empty()) platz_.Datenpfad = eigener;
-    if (platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener)) return;
-    if (Datei_passend_vorhanden(plattform_.fs, platz_.Datenpfad, u"*Data.dat")) return;
+    if (platz_.Logpfad.empty()) platz_.Logpfad = platz_.Datenpfad + u"Logs/";
+    platz_.Backuppfad = platz_.Datenpfad + u"Backups/";
+    const bool gewählt = platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener);
+    if (!gewählt && !Ordner_vorhanden(fs, platz_.Datenpfad))
+        throw Laufzeitfehler(FEHLER_NETZ, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
+    wiederherstellung_->Begonnenes_abschließen();
+    if (gewählt || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
     throw Programmabbruch(
         u"modKalvora - Main",
         u"Die An-/Abwesenheitsdaten wurden nicht im Ordner " + Pfad_kürzen(platz_.Datenpfad, 100) +
@@ -162,32 +163,47 @@ void Programm::Ordner_einrichten() {
         Ordner_anlegen(fs, platz_.Datenpfad);
         platz_.Ordner_neu = true;
     }
-    if (platz_.Logpfad.empty()) platz_.Logpfad = platz_.Datenpfad + u"Logs/";
     if (!Ordner_vorhanden(fs, platz_.Logpfad)) Ordner_anlegen(fs, platz_.Logpfad);
-    platz_.Backuppfad = platz_.Datenpfad + u"Backups/";
     const Text temp = plattform_.umgebung.variable(u"TEMP");
     platz_.Temppfad = temp.empty() ? plattform_.umgebung.private_temp_folder() : absoluter_Ordner(temp);
     Ordner_wechseln(fs, platz_.Temppfad); // the program holds no shared folder open
 }
 
+void Programm::Programmsperre_prüfen() {
+    daten_->sperre.Programmsperre_prüfen();
+}
+
 void Programm::Erster_Lauf() {
     FileSystem& fs = plattform_.fs;
-    if (!Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat")) {
-        for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"}) {
-            Vorlage_kopieren(*werk_, platz_, Text(name));
-            if (!Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, Text(name))))
-                Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
-        }
-    }
-    if (Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
+    const bool neu = !Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat");
+    for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
+        if (neu && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
+            Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
+    // Where the delivered files lie in Systempfad themselves, the setup file never goes.
+    const bool begonnen = neu || platz_.Systempfad != platz_.Programmpfad;
+    if (begonnen && Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
         Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
     if (!platz_.Pfad_als_Parameter &&
         !Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"Kalvora.dat")))
         Kalvoradat_schreiben(*kanal_, platz_);
     if (!Ordner_vorhanden(fs, platz_.Backuppfad)) Ordner_anlegen(fs, platz_.Backuppfad);
-    platz_.Inipfad = platz_.Datenpfad + u"IniFiles/";
-    if (!Ordner_vorhanden(fs, platz_.Inipfad)) Ordner_anlegen(fs, platz_.Inipfad);
     Ordner_wechseln(fs, platz_.Temppfad); // making a folder tries it by entering it
+}
+
+// The first workstation of a day makes the day's backup, and it alone cleans up later.
+void Programm::Tagessicherung() {
+    erster_Start_des_Tages_ = backups_->Tagessicherung() || erster_Start_des_Tages_;
+}
+
+void Programm::Aufräumen() {
+    if (erster_Start_des_Tages_) backups_->Aufräumen();
+    Temp_Logs_aufräumen();
+}
+
+void Programm::Inipfad_einrichten() {
+    platz_.Inipfad = platz_.Datenpfad + u"IniFiles/";
+    if (!Ordner_vorhanden(plattform_.fs, platz_.Inipfad)) Ordner_anlegen(plattform_.fs, platz_.Inipfad);
+    Ordner_wechseln(plattform_.fs, platz_.Temppfad);
 }
 
 void Programm::Gemeinsame_Dateien_lesen() {
@@ -215,6 +231,29 @@ void Programm::Setting_setzen() {
     throw Ende{0};
 }
 
+// Records the newer program's version. A user who may not write leaves that to others.
+void Programm::Versionsnr_checken() {
+    const auto sechsstellig = [](TextView version) {
+        std::vector<Text> teile = teilen(version, u'.');
+        teile.resize(3);
+        Text aus;
+        for (const Text& teil : teile)
+            aus += ziffern(Val(teil) % 100, 2);
+        return aus;
+    };
+    const Text datei = sechsstellig(daten_->K().Konfigversion), programm = sechsstellig(PROGRAMMVERSION);
+    if (datei > programm)
+        app_.Hinweis(u"Es ist eine neue Programmversion verfügbar. Bitte installieren Sie die neueste "
+                     u"Programmversion.");
+    if (datei >= programm || platz_.Datenrückblick_aktiv) return;
+    try {
+        daten_->konfig.Konfigdaten_schreiben();
+    } catch (const Laufzeitfehler& fehler) {
+        if (!ist_Dateifehler(fehler.nummer)) throw;
+    } catch (const Zugriffsabbruch&) { // NOLINT(bugprone-empty-catch): see above
+    }
+}
+
 void Programm::Persönliches_lesen() {
     daten_->Anzber_und_Anzgru_init();
     platz_.Inidateiname = u"Kalvora_" + als_Dateiname(platz_.Benutzername) + u".ini";
@@ -222,6 +261,10 @@ void Programm::Persönliches_lesen() {
     int& langsam = daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM);
     if (platz_.Langsame_Anzeige) langsam = 1; // this start has noticed it already
     platz_.Langsame_Anzeige = langsam == 1;
+}
+
+void Programm::Erfassungsdateien_checken() {
+    daten_->erfassung.Erfassungsdateien_checken();
 }
 
 void Programm::Temp_Logs_aufräumen() {

@@ -1,0 +1,70 @@
+// The wait for a data folder on a network volume that is not mounted yet.
+#include <algorithm>
+
+#include "files/ordner.h"
+#include "frame/programm.h"
+
+namespace kalvora {
+
+namespace {
+
+constexpr double TAKT = 0.5;         // seconds
+constexpr int TAKTE = 60;            // 30 seconds in all
+constexpr int TAKTE_JE_PRÜFUNG = 20; // the folder is looked for every ten seconds
+constexpr double ABSCHIED = 1.5, FREUDE = 1.0;
+
+} // namespace
+
+// A folder that is there while the step still fails is not waited for again and again.
+void Programm::Warte_und_wiederhole(int& erkannt) {
+    constexpr int HÖCHSTENS_ERKANNT = 3;
+    switch (Warte_auf_Datenträger()) {
+    case Wartende::Erneut: erkannt = 0; return;
+    case Wartende::Erkannt:
+        if (++erkannt <= HÖCHSTENS_ERKANNT) return;
+        throw Laufzeitfehler(FEHLER_GERÄT, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
+    case Wartende::Beenden: throw Ende{2};
+    }
+}
+
+Programm::Wartende Programm::Warte_auf_Datenträger() {
+    if (!start_) {
+        start_ = std::make_unique<frmStart>(app_, PROGRAMMVERSION);
+        app_.open(*start_);
+    }
+    frmStart& f = *start_;
+    f.Warten_zeigen(true);
+    if (f.view()) f.view()->paint_now();
+    app_.Hinweis(u"Der Datenordner " + ParentDir(platz_.Datenpfad) + u" ist nicht verfügbar");
+    const Wartende ende = Wartezeit(f);
+    if (ende == Wartende::Beenden) {
+        f.Zustand_zeigen(u"Das Programm wird beendet");
+        app_.windows().status(f.lblText4.text());
+        app_.Pause(ABSCHIED);
+    } else {
+        f.Warten_zeigen(false);
+    }
+    return ende;
+}
+
+Programm::Wartende Programm::Wartezeit(frmStart& f) {
+    for (int zähler = TAKTE; zähler >= 1;) {
+        f.Zustand_zeigen(u"Auf den Datenordner wird gewartet ... " + ziffern(zähler / 2) + u" Sekunden");
+        if (zähler % TAKTE_JE_PRÜFUNG == 0) app_.windows().status(f.lblText4.text());
+        app_.Pause_in(f, TAKT);
+        --zähler;
+        if (f.tag() == u"D") return Wartende::Erneut;
+        if (f.tag() == u"E") return Wartende::Beenden;
+        if (zähler % TAKTE_JE_PRÜFUNG != 0) continue;
+        const auto namen = plattform_.fs.list(platz_.Datenpfad);
+        const auto passt = [](const Text& name) { return passt_auf_Maske(name, u"*Data.dat"); };
+        if (!namen || std::none_of(namen->begin(), namen->end(), passt)) continue;
+        f.Zustand_zeigen(u"Der Datenordner wurde erkannt");
+        app_.windows().status(f.lblText4.text());
+        app_.Pause(FREUDE);
+        return Wartende::Erkannt;
+    }
+    return Wartende::Beenden;
+}
+
+} // namespace kalvora
