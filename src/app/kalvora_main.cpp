@@ -7,6 +7,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_environment.h"
 #include "platform/posix/posix_filesystem.h"
+#include "platform/waiting_filesystem.h"
 #include "ui/qt/fenstersystem.h"
 
 int main(int argc, char** argv) {
@@ -20,10 +21,13 @@ int main(int argc, char** argv) {
         argumente.push_back(aus_utf8(argv[i]));
     }
     QApplication anwendung(argc, argv);
-    PosixFileSystem fs;
+    PosixFileSystem platte;
+    WaitingFileSystem fs(platte);
     PosixClock uhr;
     PosixEnvironment umgebung;
     QtFenstersystem fenster;
     Programm programm({fs, uhr, umgebung}, fenster, argumente);
+    fs.while_waiting = [&programm](double seconds) { programm.app().Warten_zeigen(seconds); };
+    fs.wait_over = [&programm] { programm.app().Warten_vorbei(); };
     return programm.ausführen();
 }

@@ -1,5 +1,6 @@
 // kalvora-konsole: the program in a terminal or driven by a script. Own options come off the command line,
 // all else goes to the program.
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -62,6 +63,10 @@ public:
         if (std::getline(std::cin, zeile)) return zeile;
         std::cout << '\n';
         return std::nullopt;
+    }
+    bool bereit() override {
+        pollfd eingabe{STDIN_FILENO, POLLIN, 0};
+        return poll(&eingabe, 1, 0) > 0;
     }
 };
 

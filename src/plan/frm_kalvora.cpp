@@ -51,6 +51,7 @@ frmKalvora::frmKalvora(Application& app) : Form(app, u"frmKalvora") {
     }
     cmdBeenden.set_caption(u"Beenden");
     tmrTimer1.set_enabled(false);
+    lblStatus4.set_visible(false);
 }
 
 MenuItem& frmKalvora::mnu(TextView name) const {

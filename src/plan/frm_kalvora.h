@@ -32,6 +32,7 @@ struct frmKalvora : Form {
     Label lblStatus1{*this, u"lblStatus", 1}; // data folder
     Label lblStatus2{*this, u"lblStatus", 2}; // user and role
     Label lblStatus3{*this, u"lblStatus", 3}; // time of the last reload
+    Label lblStatus4{*this, u"lblStatus", 4}; // what lasts, or why nothing happens; hidden while empty
     Timer tmrTimer1{*this, u"tmrTimer1", 15.0};
     Timer tmrTimer2{*this, u"tmrTimer2", 1.5};
 };

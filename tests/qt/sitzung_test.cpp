@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QLabel>
 #include <QTabBar>
+#include <chrono>
 #include <fstream>
 #include <stdexcept>
 
@@ -13,7 +14,9 @@
 #include "hilfen/arbeitsplatz.h"
 #include "hilfen/temp_ordner.h"
 #include "hilfen/test_umgebung.h"
+#include "hilfen/tor.h"
 #include "platform/posix/posix_filesystem.h"
+#include "platform/waiting_filesystem.h"
 #include "qt/eingabe.h"
 #include "ui/qt/fenstersystem.h"
 #include "ui/qt/qt_text.h"
@@ -53,10 +56,12 @@ struct Lauf {
     explicit Lauf(std::shared_ptr<SpeicherPlatte> platte, Text rechner = u"PLATZ1",
                   bool mit_Startbild = false)
         : fs(std::move(platte)),
-          programm({fs, uhr, umgebung}, fenster,
+          programm({wartend, uhr, umgebung}, fenster,
                    mit_Startbild ? std::vector<Text>{u"/path", u"/srv/firma"}
                                  : std::vector<Text>{u"/path", u"/srv/firma", u"/nowelcomescreen"}) {
         umgebung.rechner = std::move(rechner);
+        wartend.while_waiting = [this](double sekunden) { programm.app().Warten_zeigen(sekunden); };
+        wartend.wait_over = [this] { programm.app().Warten_vorbei(); };
     }
     frmKalvora& f() { return programm.hauptfenster().form(); }
     Table& tab() { return f().msgFlexGrid; }
@@ -82,6 +87,7 @@ struct Lauf {
     }
 
     SpeicherDateisystem fs;
+    WaitingFileSystem wartend{fs};
     TestUhr uhr;
     Umgebung umgebung;
     Fenster fenster;
@@ -150,6 +156,44 @@ TEST_F(Sitzung, Drei_Tage_markieren_Grund_druecken_und_wieder_loeschen) {
     klick(("cmdAuswahl_" + std::to_string(l.programm.daten().K().U())).c_str());
     EXPECT_EQ(l.zahl(vorher), frühere + 1) << "a new row says that the days are free again";
     EXPECT_EQ(Ansage(row, 25), QStringLiteral("Mittwoch 25. November"));
+}
+
+TEST_F(Sitzung, Haengt_die_Platte_antwortet_das_Fenster_und_es_bleibt_bei_einem_Satz) {
+    const int row = l.freie_Zeile(24, 25);
+    markiere(row, 24, 25);
+    const Text nachher = Satz(row, 24, 25);
+    Tor tor;
+    std::chrono::steady_clock::time_point angekommen;
+    bool besucht = false;
+    const auto inzwischen = [&] {
+        besucht = true;
+        const std::chrono::duration<double> Antwortzeit = std::chrono::steady_clock::now() - angekommen;
+        EXPECT_LT(Antwortzeit.count(), 1.0) << "0.1 s on a machine that has nothing else to do";
+        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        klick("cmdAuswahl_1");
+        klick("cmdAuswahl_2");
+        QTest::keyClick(&plan(), Qt::Key_F5);
+        reiter("tabMonate", 3);
+        fenster().close();
+        EXPECT_TRUE(fenster().isVisible());
+        EXPECT_EQ(l.f().tabMonate.selected(), 10);
+        EXPECT_EQ(l.zahl(nachher), 0);
+        tor.öffnen();
+    };
+    tor.bei_Ankunft = [&] {
+        angekommen = std::chrono::steady_clock::now();
+        QMetaObject::invokeMethod(&fenster(), inzwischen, Qt::QueuedConnection);
+    };
+    l.fs.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf == "write" && passt_auf_Maske(pfad, u"*Data.dat")) tor.warten();
+    };
+    klick("cmdAuswahl_1");
+    EXPECT_TRUE(besucht);
+    EXPECT_FALSE(QApplication::overrideCursor());
+    EXPECT_EQ(l.zahl(nachher), 1);
+    EXPECT_EQ(l.tab().cell(row, 24).text, l.programm.daten().K().SF(1).SF_Text);
+    EXPECT_TRUE(l.f().user_key({u"F5", {}})) << "events reach logic again";
+    EXPECT_EQ(l.zahl(nachher), 1);
 }
 
 TEST_F(Sitzung, F5_und_Reiter_zeigen_den_Stand_der_Platte) {

@@ -16,24 +16,39 @@ private:
     Application& app_;
 };
 
-// A nested window has a busy counter of its own; the outer one comes back however the window ends.
+// Events reach logic again although the program is busy, of all windows or of one alone; the outer state
+// comes back however the scope is left.
+class Application::Geöffnet {
+public:
+    Geöffnet(Application& app, const Form* allein)
+        : app_(app), busy_(std::exchange(app.busy_, 0)), allein_(std::exchange(app.allein_, allein)) {}
+    ~Geöffnet() {
+        app_.busy_ = busy_;
+        app_.allein_ = allein_;
+    }
+    Geöffnet(const Geöffnet&) = delete;
+    Geöffnet& operator=(const Geöffnet&) = delete;
+
+private:
+    Application& app_;
+    int busy_;
+    const Form* allein_;
+};
+
+// A nested window has a busy counter of its own.
 class Application::Verschachtelt {
 public:
     Verschachtelt(Application& app, Form& form)
-        : app_(app), form_(form), outer_busy_(std::exchange(app.busy_, 0)), was_modal_(form.modal()) {
+        : geöffnet_(app, nullptr), form_(form), was_modal_(form.modal()) {
         form.set_modal(true);
     }
-    ~Verschachtelt() {
-        app_.busy_ = outer_busy_;
-        form_.set_modal(was_modal_);
-    }
+    ~Verschachtelt() { form_.set_modal(was_modal_); }
     Verschachtelt(const Verschachtelt&) = delete;
     Verschachtelt& operator=(const Verschachtelt&) = delete;
 
 private:
-    Application& app_;
+    Geöffnet geöffnet_;
     Form& form_;
-    int outer_busy_;
     bool was_modal_;
 };
 
@@ -80,6 +95,52 @@ void Application::Pause(double seconds) {
     check_error();
 }
 
+void Application::Pause_in(Form& form, double seconds) {
+    ++interruptions_;
+    {
+        const Geöffnet geöffnet(*this, &form);
+        windows_.wait_in(form, seconds);
+    }
+    check_error();
+}
+
+// --- telling that something lasts
+
+namespace {
+
+constexpr double TEXT_AB = 1.0; // seconds of one wait
+
+} // namespace
+
+void Application::malen(const Text* text) {
+    const Beschäftigt beschäftigt(*this);
+    try {
+        if (text && Vorgang_zeigen) Vorgang_zeigen(*text);
+        windows_.process_events();
+    } catch (...) { // NOLINT(bugprone-empty-catch): no work fails because it could not be told of
+    }
+}
+
+void Application::Vorgang(const Text& text) {
+    vorgang_ = text;
+    malen(&text);
+}
+
+void Application::Warten_zeigen(double seconds) {
+    if (!std::exchange(wartet_, true)) windows_.set_pointer(pointer());
+    const Text text = u"Der Datenordner antwortet nicht. Bitte warten ...";
+    const bool text_fällig = seconds >= TEXT_AB && !std::exchange(wartetext_steht_, true);
+    malen(text_fällig ? &text : nullptr);
+}
+
+void Application::Warten_vorbei() {
+    wartet_ = false;
+    windows_.set_pointer(pointer());
+    if (std::exchange(wartetext_steht_, false)) malen(&vorgang_);
+}
+
+// --- windows
+
 void Application::open(Form& form) {
     forms_.push_back(&form);
     try {
@@ -118,7 +179,7 @@ void Application::run(Form& main) {
 }
 
 bool Application::accepts(const Form& form) const {
-    if (busy_ > 0 || error_) return false;
+    if (busy_ > 0 || error_ || (allein_ && allein_ != &form)) return false;
     for (auto f = forms_.rbegin(); f != forms_.rend(); ++f) {
         if (*f == &form) return true;
         if ((*f)->modal()) return false;

@@ -33,6 +33,10 @@ public:
     virtual std::optional<Text> input(const Text& prompt, const Text& title, const Text& preset);
     virtual void process_events() = 0;
     virtual void wait(double seconds) = 0; // staying responsive
+    // The same while the user may operate this window, which waits in a loop of the program.
+    virtual void wait_in(Form&, double seconds) { wait(seconds); }
+    // What a waiting program is at, for a front end whose windows nobody sees.
+    virtual void status(const Text&) {}
     virtual void beep() = 0;
     virtual void set_pointer(Mauszeiger) = 0;
     virtual bool active(const Form&) = 0; // is it the window in front?
@@ -49,6 +53,17 @@ public:
     // The input box: `vorgabe` is "<text of the field>||<title>"; empty when it was cancelled.
     Text Eingabe(const Text& prompt, const Text& vorgabe);
     void Pause(double seconds); // lets events be handled, none of which reaches logic
+    // Events of this window reach logic meanwhile, of no other; throws what one of them threw.
+    void Pause_in(Form& form, double seconds);
+
+    // --- telling that something lasts; nothing of it throws, and no event reaches logic
+    // What the program is doing now ("Sicherung wird erstellt ... 40 %"); empty: nothing that lasts.
+    void Vorgang(const Text& text);
+    std::function<void(const Text&)> Vorgang_zeigen; // where a text stands; empty hides it
+    // A file call lasts, for so many seconds by now: the window paints, the pointer says wait, from one
+    // second on a text does. Warten_vorbei takes both back.
+    void Warten_zeigen(double seconds);
+    void Warten_vorbei();
 
     // --- windows
     void open(Form&);
@@ -70,7 +85,9 @@ public:
     // --- wait pointer, counted
     void Sanduhr(bool an);
     bool Sanduhr_an() const { return sanduhr_ > 0; }
-    Mauszeiger pointer() const { return sanduhr_ > 0 ? Mauszeiger::Sanduhr : Mauszeiger::Standard; }
+    Mauszeiger pointer() const {
+        return sanduhr_ > 0 || wartet_ ? Mauszeiger::Sanduhr : Mauszeiger::Standard;
+    }
 
     // Shows the wait pointer for a scope, whichever way it is left.
     class Sanduhrwache {
@@ -90,11 +107,17 @@ public:
 
 private:
     class Beschäftigt;
+    class Geöffnet;
     class Verschachtelt;
+    void malen(const Text* text); // behind showing a text, if there is one
+
     WindowSystem& windows_;
     std::vector<Form*> forms_;
     int busy_ = 0;
+    const Form* allein_ = nullptr; // the one window that Pause_in lets in
     int sanduhr_ = 0;
+    Text vorgang_;
+    bool wartet_ = false, wartetext_steht_ = false;
     int interruptions_ = 0;
     std::exception_ptr error_;
 };

@@ -31,6 +31,11 @@ public:
     Farbe back() const { return back_; }
     Farbe fore() const { return fore_; }
     void set_colours(Farbe fore, Farbe back);
+    // What Enter and Esc press in the window, wherever the focus is; a focused button keeps Enter for itself.
+    bool is_default() const { return default_; }
+    bool is_cancel() const { return cancel_; }
+    void set_default(bool on) { assign(default_, on, Aspect::State); }
+    void set_cancel(bool on) { cancel_ = on; }
     int width() const { return width_; } // 0: as the layout has it
     void set_width(int twips) { assign(width_, twips, Aspect::Layout); }
 
@@ -39,7 +44,7 @@ public:
 
 private:
     Text caption_;
-    bool mnemonics_ = true, coloured_ = false;
+    bool mnemonics_ = true, coloured_ = false, default_ = false, cancel_ = false;
     Farbe back_ = 0, fore_ = 0;
     int width_ = 0;
 };

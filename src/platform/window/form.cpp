@@ -22,6 +22,25 @@ Control* Form::find(TextView name, int index) const {
     return nullptr;
 }
 
+namespace {
+
+Button* first_button(const std::vector<Control*>& controls, bool (Button::*is)() const) {
+    for (Control* control : controls)
+        if (control->kind() == ControlKind::Button && (static_cast<Button*>(control)->*is)())
+            return static_cast<Button*>(control);
+    return nullptr;
+}
+
+} // namespace
+
+Button* Form::default_button() const {
+    return first_button(controls_, &Button::is_default);
+}
+
+Button* Form::cancel_button() const {
+    return first_button(controls_, &Button::is_cancel);
+}
+
 bool Form::user_key(const Key& key) {
     bool handled = false;
     app_.event(*this, [&] { handled = on_key && on_key(key); });

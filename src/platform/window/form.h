@@ -64,6 +64,10 @@ public:
     // By name and index, nullptr when there is none. Case counts.
     Control* find(TextView name, int index = 0) const;
 
+    // The buttons that Enter and Esc press, nullptr for none.
+    Button* default_button() const;
+    Button* cancel_button() const;
+
     FormView* view() const { return view_; }
     void set_view(FormView* view) { view_ = view; }
 

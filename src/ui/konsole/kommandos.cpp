@@ -14,11 +14,13 @@ struct Kommandos::Kommando {
     TextView gebrauch;
     void (Kommandos::*ausführen)(const Worte&);
     bool antwort = false; // queues an answer, and no more
+    Im_Warten im_Warten = Im_Warten::nicht;
 };
 
 const Kommandos::Kommando* Kommandos::kommando(TextView name) {
     static constexpr std::array TABELLE{
-        Kommando{u"klick", 1, 4, u"klick CONTROL [umschalt] [strg] [alt]", &Kommandos::klick},
+        Kommando{u"klick", 1, 4, u"klick CONTROL [umschalt] [strg] [alt]", &Kommandos::klick, false,
+                 Im_Warten::letztes},
         Kommando{u"setze", 2, 2, u"setze CONTROL TEXT", &Kommandos::setze},
         Kommando{u"wähle", 2, 2, u"wähle CONTROL TEXT oder #N", &Kommandos::wähle},
         Kommando{u"menü", 1, 1, u"menü NAME", &Kommandos::menü},
@@ -31,10 +33,10 @@ const Kommandos::Kommando* Kommandos::kommando(TextView name) {
         Kommando{u"datei", 1, 1, u"datei PFAD", &Kommandos::datei, true},
         Kommando{u"ordner", 1, 1, u"ordner PFAD", &Kommandos::ordner, true},
         Kommando{u"farbe", 1, 1, u"farbe &HBBGGRR", &Kommandos::farbe, true},
-        Kommando{u"zeige", 0, 1, u"zeige [CONTROL]", &Kommandos::zeige},
+        Kommando{u"zeige", 0, 1, u"zeige [CONTROL]", &Kommandos::zeige, false, Im_Warten::weiteres},
         Kommando{u"zelle", 3, 3, u"zelle TABELLE ZEILE SPALTE", &Kommandos::zelle},
         Kommando{u"fenster", 0, 0, u"fenster", &Kommandos::fenster},
-        Kommando{u"warte", 1, 1, u"warte SEKUNDEN", &Kommandos::warte},
+        Kommando{u"warte", 1, 1, u"warte SEKUNDEN", &Kommandos::warte, false, Im_Warten::letztes},
         Kommando{u"ende", 0, 0, u"ende", &Kommandos::ende},
     };
     for (const Kommando& k : TABELLE)
@@ -58,6 +60,14 @@ bool Kommandos::reiht_Antwort_ein(const Kommandozeile& zeile) {
     return k && k->antwort;
 }
 
+Kommandos::Im_Warten Kommandos::im_Warten(const Kommandozeile& zeile, const Form& form) {
+    const Kommando* k = zeile.fehler.empty() ? kommando(zeile.worte.front().text) : nullptr;
+    if (!k || k->im_Warten == Im_Warten::nicht) return Im_Warten::nicht;
+    const bool anderswohin = k->ausführen != &Kommandos::warte && zeile.worte.size() > 1 &&
+                             !control_von(form, zeile.worte[1].text);
+    return anderswohin ? Im_Warten::nicht : k->im_Warten;
+}
+
 // --- finding
 
 Form& Kommandos::aktives_Fenster() const {
@@ -68,9 +78,14 @@ Form& Kommandos::aktives_Fenster() const {
 
 Control& Kommandos::control(TextView name) const {
     const Form& form = aktives_Fenster();
-    for (Control* control : form.controls())
-        if (control->full_name() == name) return *control;
+    if (Control* control = control_von(form, name)) return *control;
     throw Kommandofehler(u"Kein Steuerelement " + zitiert(name) + u" in " + form.name());
+}
+
+Control* Kommandos::control_von(const Form& form, TextView name) {
+    for (Control* control : form.controls())
+        if (control->full_name() == name) return control;
+    return nullptr;
 }
 
 namespace {

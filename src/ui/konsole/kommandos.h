@@ -15,6 +15,9 @@ public:
 
     // Does the line queue an answer, and no more?
     static bool reiht_Antwort_ein(const Kommandozeile& zeile);
+    // Can the line be meant for a window that waits? Behind the last one the program has its turn.
+    enum class Im_Warten { nicht, weiteres, letztes };
+    static Im_Warten im_Warten(const Kommandozeile& zeile, const Form& form);
 
 private:
     using Worte = std::vector<Wort>;
@@ -40,6 +43,7 @@ private:
 
     Form& aktives_Fenster() const;
     Control& control(TextView name) const; // "cmdAuswahl(8)"
+    static Control* control_von(const Form& form, TextView name);
     void einreihen(Dialogart art, const Worte& worte);
     void Control_zeigen(const Control& control, const Text& vorn);
 

@@ -1,6 +1,7 @@
 #include "ui/konsole/konsolen_fenstersystem.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/fehler.h"
 #include "ui/konsole/kommandos.h"
@@ -62,6 +63,7 @@ void KonsolenFenstersystem::close(Form& form) {
 Form* KonsolenFenstersystem::aktives_Fenster() const {
     for (auto sicht = fenster_.rbegin(); sicht != fenster_.rend(); ++sicht)
         if ((*sicht)->form().modal()) return &(*sicht)->form();
+    if (wartendes_) return wartendes_;
     if (!schleifen_.empty()) return &schleifen_.front()->form;
     return fenster_.empty() ? nullptr : &fenster_.back()->form();
 }
@@ -97,6 +99,7 @@ bool KonsolenFenstersystem::schließen(Form& form) {
 
 void KonsolenFenstersystem::run(Form& main) {
     hauptlauf_ = true;
+    vergehen(std::exchange(wartezeit_, 0)); // what an earlier wait did not need
     schleife(main);
 }
 
@@ -210,33 +213,38 @@ void KonsolenFenstersystem::vergehen(double seconds) {
     uhr_.warten_bis(ziel);
 }
 
-// The splash window waits for the data folder in a loop of the program, not in one of ours.
-bool KonsolenFenstersystem::eigene_Schleife_des_Programms() const {
-    if (hauptlauf_ || !schleifen_.empty() || fenster_.empty()) return false;
-    const Form& form = fenster_.back()->form();
-    return form.app().accepts(form) &&
-           std::any_of(form.controls().begin(), form.controls().end(), [](const Control* control) {
-               return control->kind() == ControlKind::Button && control->reachable();
-           });
+// Each step of the wait begins with the commands meant for it, unless `warte` granted the time.
+void KonsolenFenstersystem::wait_in(Form& form, double seconds) {
+    Form* const außen = std::exchange(wartendes_, &form);
+    if (wartezeit_ <= 1e-6) Wartekommandos_lesen(form);
+    wartendes_ = außen;
+    if (form.app().failed() || !offen(form)) return;
+    vergehen(seconds);
+    wartezeit_ = std::max(0.0, wartezeit_ - seconds);
 }
 
-// There each step of the wait lets one command in, unless `warte` granted the time.
-void KonsolenFenstersystem::wait(double seconds) {
-    vergehen(seconds);
-    if (!eigene_Schleife_des_Programms()) return;
-    wartezeit_ -= seconds;
-    if (wartezeit_ > 1e-6) return;
-    wartezeit_ = 0;
-    if (nächstes_Kommando()) return;
-    Ende_der_Eingabe();
-    schließen(fenster_.back()->form());
+// What stands at the head of the input and can be meant for the waiting window. Behind a click the program
+// has its turn; any other command is for later, and the wait goes on without it.
+void KonsolenFenstersystem::Wartekommandos_lesen(const Form& form) {
+    while (!Eingabe_zu_Ende_ && leser_.bereit()) {
+        auto zeile = leser_.nächste();
+        if (!zeile) return Ende_der_Eingabe();
+        const auto art = Kommandos::im_Warten(*zeile, form);
+        if (art == Kommandos::Im_Warten::nicht) return leser_.zurück(std::move(*zeile));
+        ausführen(*zeile);
+        if (art == Kommandos::Im_Warten::letztes) return;
+    }
 }
 
 void KonsolenFenstersystem::warten(double seconds) {
-    if (eigene_Schleife_des_Programms())
+    if (wartendes_)
         wartezeit_ += seconds;
     else
         vergehen(seconds);
+}
+
+void KonsolenFenstersystem::status(const Text& text) {
+    protokoll_.zeile(u"STATUS " + zitiert(text));
 }
 
 } // namespace kalvora

@@ -28,7 +28,9 @@ public:
     Antwort question(const Text& text, const Frageart& art) override;
     std::optional<Text> input(const Text& prompt, const Text& title, const Text& preset) override;
     void process_events() override {}
-    void wait(double seconds) override;
+    void wait(double seconds) override { vergehen(seconds); }
+    void wait_in(Form& form, double seconds) override;
+    void status(const Text& text) override;
     void beep() override {}
     void set_pointer(Mauszeiger) override {}
     bool active(const Form& form) override { return aktives_Fenster() == &form; }
@@ -57,7 +59,7 @@ private:
     void Ende_ausführen(Schleife& schleife);
     void Ende_der_Eingabe();
     void Startantworten_lesen();
-    bool eigene_Schleife_des_Programms() const;
+    void Wartekommandos_lesen(const Form& form);
 
     Protokoll& protokoll_;
     Skriptleser leser_;
@@ -71,7 +73,8 @@ private:
     bool hauptlauf_ = false; // the main window's loop has begun
     bool ende_ = false;      // `ende` was given and is under way
     bool Eingabe_zu_Ende_ = false;
-    double wartezeit_ = 0; // granted by `warte` to a program that waits in a loop of its own
+    Form* wartendes_ = nullptr; // the window in which the program waits in a loop of its own
+    double wartezeit_ = 0;      // granted by `warte` to that window and not yet gone by
 };
 
 } // namespace kalvora

@@ -30,6 +30,7 @@ public:
     // The next line that holds a command or a mistake; nothing at the end of the input.
     std::optional<Kommandozeile> nächste();
     void zurück(Kommandozeile zeile) { zurückgelegt_ = std::move(zeile); } // comes again with the next call
+    bool bereit() const { return zurückgelegt_ || quelle_.bereit(); }      // nächste() need not wait
     int Zeilennummer() const { return nummer_; }                           // of the line read last
     bool vollständig() const { return quelle_.vollständig(); }
 

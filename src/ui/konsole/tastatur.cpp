@@ -102,9 +102,24 @@ void Controltaste(Control& control, const Key& taste) {
         if (taste.code == u"Leer" || taste.code == u"Eingabe") button->user_click(taste.mods);
 }
 
-bool schließt(const Form& form, const Key& taste) {
+void Knopf_drücken(Button* knopf) {
+    if (knopf && knopf->reachable()) knopf->user_click();
+}
+
+// What a key does wherever the focus is. Esc in a modal window without a cancel button closes it, as Alt+F4
+// does any. False: nothing.
+bool Fenstertaste(KonsolenFenstersystem& system, Form& form, const Key& taste) {
     const bool Alt_F4 = taste.code == u"F4" && taste.mods == Modifiers{.alt = true};
-    return Alt_F4 || (form.modal() && taste.code == u"Esc");
+    const bool Esc = taste.code == u"Esc" && taste.mods == Modifiers{};
+    if (taste.code == u"Eingabe" && taste.mods == Modifiers{} && form.default_button())
+        Knopf_drücken(form.default_button());
+    else if (Esc && form.cancel_button())
+        Knopf_drücken(form.cancel_button());
+    else if (Alt_F4 || (Esc && form.modal()))
+        system.schließen(form);
+    else
+        return false;
+    return true;
 }
 
 } // namespace
@@ -123,12 +138,11 @@ void Taste_drücken(KonsolenFenstersystem& system, Form& form, const Key& taste)
     if (!form.app().accepts(form)) throw Kommandofehler(u"Das Programm ist beschäftigt");
     const int schleifen = system.Schleifenzahl();
     if (form.user_key(taste) || system.Schleifenzahl() != schleifen || system.beendet(form)) return;
-    if (schließt(form, taste)) {
-        system.schließen(form);
-        return;
-    }
     Control* fokus = system.sicht(form).fokus();
-    if (fokus && fokus->reachable()) Controltaste(*fokus, taste);
+    if (fokus && !fokus->reachable()) fokus = nullptr;
+    const bool eigenes_Enter = fokus && fokus->kind() == ControlKind::Button && taste.code == u"Eingabe";
+    if (!eigenes_Enter && Fenstertaste(system, form, taste)) return;
+    if (fokus) Controltaste(*fokus, taste);
 }
 
 } // namespace kalvora

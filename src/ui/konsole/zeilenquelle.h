@@ -11,6 +11,8 @@ class Zeilenquelle {
 public:
     virtual ~Zeilenquelle() = default;
     virtual std::optional<std::string> nächste() = 0; // UTF-8 without line end; nothing at the end
+    // Does nächste() return at once? Where somebody types, a program that waits goes on without him.
+    virtual bool bereit() { return true; }
     // All lines lie ready. Only then may what is left be read when the program is over: the writer of a
     // pipe could be waiting for that end itself.
     virtual bool vollständig() const { return false; }

@@ -70,7 +70,7 @@ public:
     }
     void show(Aspect aspect) override {
         switch (aspect) {
-        case Aspect::State: show_state(); break;
+        case Aspect::State: show_button_state(); break;
         case Aspect::Colours: show_colours(); break;
         case Aspect::Layout: show_width(); break;
         default: show_caption(); break;
@@ -80,13 +80,17 @@ public:
         show_caption();
         show_colours();
         show_width();
-        show_state();
+        show_button_state();
     }
 
 private:
     static Modifiers Tasten() {
         const auto m = QGuiApplication::keyboardModifiers();
         return {m.testFlag(Qt::ShiftModifier), m.testFlag(Qt::ControlModifier), m.testFlag(Qt::AltModifier)};
+    }
+    void show_button_state() {
+        show_state();
+        widget_.setDefault(control_.is_default());
     }
     void show_caption() {
         QString caption = qt(control_.caption());

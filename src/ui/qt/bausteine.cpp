@@ -48,7 +48,7 @@ void Farbknopf::paintEvent(QPaintEvent*) {
     else if (underMouse() && isEnabled())
         face = gemischt(ground, farben::TEXT, 0.07);
     const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(gemischt(face, farben::TEXT, 0.42));
+    painter.setPen(isDefault() ? farben::AKZENT : gemischt(face, farben::TEXT, 0.42));
     painter.setBrush(face);
     painter.drawRoundedRect(frame, 4, 4);
     if (hasFocus()) {

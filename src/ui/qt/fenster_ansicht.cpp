@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QMainWindow>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QScreen>
 #include <algorithm>
 
@@ -189,8 +190,10 @@ bool FensterAnsicht::eventFilter(QObject* object, QEvent* event) {
         if (!widget || widget->window() != window_.get()) return false;
         // A refused key climbs from parent to parent: it is asked about once, where it arrives.
         QWidget* focused = window_->focusWidget();
-        if (widget != (focused ? focused : window_.get())) return false;
-        return key_event(static_cast<QKeyEvent&>(*event), type == QEvent::ShortcutOverride);
+        auto& key = static_cast<QKeyEvent&>(*event);
+        const bool arrives = widget == (focused ? focused : window_.get());
+        if (arrives && key_event(key, type == QEvent::ShortcutOverride)) return true;
+        return type == QEvent::KeyPress && widget == window_.get() && window_key(key);
     }
     return object == window_.get() && window_event(*event);
 }
@@ -202,6 +205,29 @@ bool FensterAnsicht::window_event(QEvent& event) {
     Form& form = form_;
     if (form.user_close() && form.view() == this) emit closed_by_user(&form);
     return true;
+}
+
+// A key that neither the logic nor the control with the focus has taken. A key held down presses once.
+bool FensterAnsicht::window_key(const QKeyEvent& event) {
+    if (event.isAutoRepeat() || (event.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier)))
+        return false;
+    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) {
+        auto* focused = qobject_cast<QPushButton*>(window_->focusWidget());
+        if (!focused) return press(form_.default_button());
+        focused->click();
+        return true;
+    }
+    if (event.key() != Qt::Key_Escape) return false;
+    if (form_.cancel_button()) return press(form_.cancel_button());
+    if (form_.modal()) window_->close();
+    return form_.modal();
+}
+
+bool FensterAnsicht::press(const Button* button) {
+    const auto hit = adapters_.find(button);
+    auto* widget = hit == adapters_.end() ? nullptr : qobject_cast<QPushButton*>(hit->second->widget());
+    if (widget) widget->click();
+    return widget;
 }
 
 bool FensterAnsicht::key_event(QKeyEvent& event, bool in_advance) {

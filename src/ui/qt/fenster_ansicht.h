@@ -47,6 +47,8 @@ private:
     void join_columns();
     bool window_event(QEvent& event);
     bool key_event(QKeyEvent& event, bool in_advance);
+    bool window_key(const QKeyEvent& event);
+    bool press(const Button* button);
 
     Form& form_;
     std::unique_ptr<QWidget> window_;

@@ -97,8 +97,8 @@ void QtFenstersystem::show_waiting() {
 
 bool QtFenstersystem::active(const Form& form) {
     const QWidget* w = window(form);
-    return w && w->isActiveWindow() && !QApplication::activeModalWidget() &&
-           !QApplication::activePopupWidget();
+    const QWidget* modal = QApplication::activeModalWidget();
+    return w && w->isActiveWindow() && (!modal || modal == w) && !QApplication::activePopupWidget();
 }
 
 // --- loops

@@ -4,6 +4,7 @@
 
 #include "ui/qt/fenster_ansicht.h"
 #include "ui_frmKalvora.h"
+#include "ui_frmRecovery.h"
 #include "ui_frmStart.h"
 
 namespace kalvora {
@@ -23,6 +24,7 @@ std::unique_ptr<QWidget> Aufbau() {
 
 std::unique_ptr<QWidget> Fenster_aus_Formular(TextView name) {
     if (name == u"frmKalvora") return Aufbau<Ui::frmKalvora, QMainWindow>();
+    if (name == u"frmRecovery") return Aufbau<Ui::frmRecovery, QDialog>();
     if (name == u"frmStart") return Aufbau<Ui::frmStart, QFrame>();
     return nullptr;
 }

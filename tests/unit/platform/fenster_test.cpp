@@ -12,7 +12,7 @@ namespace {
 
 // A front end that runs given actions in its loops instead of a user.
 struct Fensterattrappe : firma::StummesFenstersystem {
-    std::function<void()> im_lauf, im_fenster, bei_meldung, beim_warten, beim_öffnen;
+    std::function<void()> im_lauf, im_fenster, bei_meldung, beim_warten, beim_öffnen, beim_malen;
     Mauszeiger zeiger = Mauszeiger::Standard, zeiger_bei_meldung = Mauszeiger::Standard;
     int beendet = 0;
 
@@ -32,6 +32,7 @@ struct Fensterattrappe : firma::StummesFenstersystem {
         return art.vorgabe;
     }
     void wait(double) override { tue(beim_warten); }
+    void process_events() override { tue(beim_malen); }
     void set_pointer(Mauszeiger z) override { zeiger = z; }
 };
 
@@ -159,6 +160,58 @@ TEST_F(Fenster, Sanduhr_zaehlt_und_ruht_waehrend_einer_Meldung) {
     app.Sanduhr(false); // one too many
     app.Sanduhr(true);
     EXPECT_TRUE(app.Sanduhr_an());
+}
+
+TEST_F(Fenster, Ein_langer_Dateiaufruf_zeigt_dass_gewartet_wird_und_laesst_nichts_herein) {
+    öffne();
+    std::vector<std::string> texte;
+    int gemalt = 0;
+    app.Vorgang_zeigen = [&](const Text& text) { texte.push_back(zu_utf8(text)); };
+    system.beim_malen = [&] {
+        ++gemalt;
+        EXPECT_FALSE(haupt.knopf.user_click() || haupt.uhr.tick() || haupt.user_close());
+        if (gemalt > 4) throw std::runtime_error("Malen geht nicht");
+    };
+    const std::string antwortet_nicht = "Der Datenordner antwortet nicht. Bitte warten ...";
+    app.Vorgang(u"Sicherung ... 40 %");
+    app.Warten_zeigen(0.1);
+    EXPECT_EQ(system.zeiger, Mauszeiger::Sanduhr);
+    app.Warten_vorbei();
+    EXPECT_EQ(system.zeiger, Mauszeiger::Standard);
+    EXPECT_EQ(texte, std::vector<std::string>{"Sicherung ... 40 %"}) << "a short wait tells nothing";
+    EXPECT_EQ(gemalt, 2);
+    for (const double sekunden : {0.9, 1.0, 1.1})
+        app.Warten_zeigen(sekunden);
+    app.Warten_vorbei();
+    app.Vorgang({});
+    EXPECT_EQ(texte,
+              (std::vector<std::string>{"Sicherung ... 40 %", antwortet_nicht, "Sicherung ... 40 %", ""}));
+    EXPECT_EQ(gemalt, 7) << "and what throws there disturbs nobody";
+    system.beim_malen = nullptr;
+    EXPECT_TRUE(haupt.knopf.user_click());
+}
+
+TEST_F(Fenster, Pause_in_laesst_nur_ein_Fenster_herein) {
+    öffne();
+    app.open(neben);
+    Probeform innen(app, u"frmInnen");
+    haupt.beim_klick = [&] { app.Pause_in(neben, 1); }; // busy itself
+    system.im_fenster = [&] { EXPECT_TRUE(innen.knopf.user_click()); };
+    neben.beim_klick = [&] { app.open_modal(innen); };
+    system.beim_warten = [&] {
+        EXPECT_FALSE(haupt.knopf.user_click() || haupt.uhr.tick() || haupt.user_close());
+        EXPECT_TRUE(neben.knopf.user_click());
+    };
+    EXPECT_TRUE(haupt.knopf.user_click());
+    EXPECT_EQ(neben.klicks * 10 + innen.klicks, 11);
+    EXPECT_TRUE(neben.user_close()) << "as before";
+    EXPECT_FALSE(app.failed() || app.busy());
+    neben.beim_klick = [] { throw Laufzeitfehler(61, u"voll"); };
+    EXPECT_THROW(app.Pause_in(neben, 1), Laufzeitfehler);
+    EXPECT_EQ(system.beendet, 1);
+    app.close(neben);
+    system.beim_warten = [&] { EXPECT_FALSE(neben.knopf.user_click() || haupt.knopf.user_click()); };
+    app.Pause_in(neben, 1);
 }
 
 TEST_F(Fenster, Setzen_im_Programm_loest_kein_Ereignis_aus) {

@@ -1,0 +1,79 @@
+// A file system whose calls may last without holding up the window: each runs on a worker thread, and while
+// it lasts the calling thread is given a moment again and again, to let the window answer. Otherwise it is
+// the file system beneath. To be called from one thread alone.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+#include "platform/filesystem.h"
+
+namespace kalvora {
+
+class WaitingFileSystem : public FileSystem {
+public:
+    explicit WaitingFileSystem(FileSystem& beneath);
+    ~WaitingFileSystem() override;
+    WaitingFileSystem(const WaitingFileSystem&) = delete;
+    WaitingFileSystem& operator=(const WaitingFileSystem&) = delete;
+
+    // On the calling thread, from 80 ms on about every 30 ms while a call lasts, with its seconds so far. A
+    // call of the file system from within runs at once, beside the one that lasts. What it throws is lost:
+    // the call has to come to its end, and its result counts.
+    std::function<void(double seconds)> while_waiting;
+    std::function<void()> wait_over; // once behind a call during which while_waiting ran
+
+    Ergebnis<Handle> open(const Text& path, OpenMode mode) override;
+    Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) override;
+    Ergebnis<std::size_t> read_at(Handle, std::uint64_t offset, char* buffer, std::size_t size) override;
+    Ergebnis<std::size_t> write(Handle, std::string_view bytes) override;
+    Fehlercode sync(Handle) override;
+    Fehlercode truncate(Handle, std::uint64_t size) override;
+    Fehlercode copy_rights(Handle, const FileInfo& from) override;
+    Ergebnis<FileInfo> info(Handle) override;
+    Fehlercode close(Handle) override;
+
+    Ergebnis<FileInfo> info(const Text& path) override;
+    Fehlercode rename(const Text& from, const Text& to) override;
+    Fehlercode rename_new(const Text& from, const Text& to) override;
+    Fehlercode remove(const Text& path) override;
+    Fehlercode remove_folder(const Text& path) override;
+    Fehlercode make_folder(const Text& path) override;
+    Ergebnis<std::vector<Text>> list(const Text& folder) override;
+    Fehlercode change_folder(const Text& folder) override;
+    Text current_folder() override { return beneath_.current_folder(); } // asks no disk
+    Ergebnis<Text> real_folder(const Text& folder) override;
+
+private:
+    enum class State { Idle, Posted, Done };
+    using Clock = std::chrono::steady_clock;
+
+    template <class F>
+    auto on_worker(F&& call) -> decltype(call());
+    void run(void (*job)(void*), void* argument); // on the worker, until it is done
+    void work();                                  // the worker's loop
+    void let_window_answer(Clock::time_point begin);
+    bool spin_until(State wanted, std::chrono::microseconds longest) const;
+
+    FileSystem& beneath_;
+    const bool spins_;     // not where both sides share one processor
+    bool outside_ = false; // a call is under way: what comes now is nested
+    // The job is written before Posted and read behind it; so its result before and behind Done. Whoever
+    // finds the other side asleep wakes it under the mutex.
+    void (*job_)(void*) = nullptr;
+    void* argument_ = nullptr;
+    std::exception_ptr thrown_;
+    std::atomic<State> state_{State::Idle};
+    std::atomic<bool> caller_sleeps_{false}, worker_sleeps_{false}, ending_{false};
+    std::mutex mutex_;
+    std::condition_variable caller_, worker_;
+    std::thread thread_; // last: begins when all else stands
+};
+
+} // namespace kalvora
