@@ -259,13 +259,20 @@ void Wiederherstellung::anwenden(const Gelesen& container) {
                              u" gelöscht werden. Möglicherweise besteht ein inkonsistenter Zustand.");
 }
 
+// What the container does not hold, and second spellings of what it holds, which a stop may have left.
 // Only what a backup takes goes: nothing is removed that the backup made before does not hold.
 bool Wiederherstellung::Übriges_löschen(const Gelesen& container) {
     FileSystem& fs = kanal_.fs();
     bool alle = true;
     const auto löschen = [&](const Text& ordner, TextView maske) {
-        for (const Text& name : Dateien(fs, ordner, maske, true)) {
-            if (container.finden(name) || !Mitgliedsname_zulässig(name)) continue;
+        const std::vector<Text> namen = Dateien(fs, ordner, maske, true);
+        const auto steht_da = [&](const Text& name) {
+            return std::find(namen.begin(), namen.end(), name) != namen.end();
+        };
+        for (const Text& name : namen) {
+            const Containermitglied* m = container.finden(name);
+            const bool andere_Schreibung = m && m->name != name && steht_da(m->name);
+            if ((m && !andere_Schreibung) || !Mitgliedsname_zulässig(name)) continue;
             if (Ordner_vorhanden(fs, ordner + name)) continue;
             alle = fs.remove(ordner + name) == 0 && alle;
         }
@@ -298,7 +305,9 @@ bool Wiederherstellung::Datenordner_ersetzen(const Text& datei) {
 // A copy that is no container was written by somebody else, or has been damaged since: it is kept aside.
 bool Wiederherstellung::Begonnenes_abschließen() {
     return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
-        if (!Datei_vorhanden(kanal_.fs(), Kopie())) return false;
+        const int f = kanal_.fs().info(Kopie()).nummer();
+        if (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER) return false;
+        if (f != 0) throw Zugriffsfehler(f, Kopie()); // half a state may stand there
         const auto container = lesen(Kopie());
         if (container)
             anwenden(*container);

@@ -1,0 +1,176 @@
+// Restore points: the window that offers them, and what is asked and made safe before one is put in place.
+#include "sicherungsplatz.h"
+
+namespace kalvora {
+namespace {
+
+using Zeilen = std::vector<Text>;
+
+TEST(frmRecovery, Liste_und_Wahl) {
+    struct Fall {
+        bool Rückblick, aus_Namen;
+        Zeilen erwartet;
+    };
+    const Fall fälle[]{
+        {false, false, {u"Sicherung vom 17.11.26, 08:00:05 Uhr", u"Sicherung vom 16.11.26, 23:59:59 Uhr"}},
+        {false, true, {u"Sicherung vom 18.11.26, 07:08:09 Uhr", u"Sicherung vom 05.03.24, 08:14:02 Uhr"}},
+        {true, true, {u"Sicherung vom 29.02.27, 10:00:00 Uhr"}},
+    };
+    for (const Fall& f : fälle) {
+        Sicherungsplatz p;
+        p.platz.Datenrückblick_aktiv = f.Rückblick;
+        const auto lege = [&](TextView name, Zeitpunkt z) {
+            p.uhr.stelle(z);
+            p.fs.schreibe(p.sicherung(name), "x");
+            p.fs.platte().setze_stempel(p.sicherung(name), p.uhr.stempel());
+        };
+        lege(u"240305 081402 T.dat", {{2026, 11, 17}, 8, 0, 5});
+        lege(u"261118 070809 m.DAT", {{2026, 11, 16}, 23, 59, 59});
+        for (const TextView name : {u"270229 100000 J.dat", u"261117 120000 F.dat", u"000000 000000 I.dat",
+                                    u"Kopie.dat", u"261117 120000 T.dat.alt"})
+            lege(name, {{2026, 11, 18}, 8, 0, 0});
+        frmRecovery fenster(p.dateien, p.platz, p.wieder);
+        fenster.ComboBox_belegen(f.aus_Namen);
+        EXPECT_EQ(fenster.cmbDateiliste.items(), f.erwartet);
+        EXPECT_EQ(fenster.cmbDateiliste.selected(), 0);
+        EXPECT_FALSE(fenster.cmdAuswahl1.enabled());
+    }
+}
+
+// The window as a hand works it while it is open.
+struct Hand : FragendeFenster {
+    std::function<void(frmRecovery&)> tat;
+    void run_modal(Form& form) override { tat(dynamic_cast<frmRecovery&>(form)); }
+};
+
+TEST(frmRecovery, gibt_den_Namen_zurück) {
+    Sicherungsplatz p;
+    Hand hand;
+    Application app(hand);
+    Dateikanal kanal(p.werk, app, 1);
+    const auto gewählt = [&](const std::function<void(frmRecovery&)>& tat) {
+        hand.tat = tat;
+        const Text name = Sicherung_wählen(kanal, p.platz, p.wieder);
+        EXPECT_TRUE(app.forms().empty());
+        return name;
+    };
+    const auto OK = [](frmRecovery& f) { EXPECT_TRUE(f.cmdAuswahl2.user_click()); };
+    EXPECT_EQ(gewählt([&](frmRecovery& f) {
+                  EXPECT_EQ(f.cmbDateiliste.items(), Zeilen{u"Keine Sicherungsdatei vorhanden"});
+                  OK(f);
+              }),
+              u"");
+    p.fs.schreibe(p.sicherung(u"261114 120000 T.dat"), "x");
+    p.fs.schreibe(p.sicherung(u"261115 120000 T.dat"), "x");
+    EXPECT_EQ(gewählt(OK), u"261115 120000 T.dat");
+    EXPECT_EQ(gewählt([&](frmRecovery& f) {
+                  f.cmbDateiliste.user_select(1);
+                  OK(f);
+              }),
+              u"261114 120000 T.dat");
+    EXPECT_EQ(gewählt([](frmRecovery& f) { f.cmdAuswahl3.user_click(); }), u"");
+    EXPECT_EQ(gewählt([](frmRecovery& f) { f.user_close(); }), u"");
+}
+
+// A company as it was on the 10th stands in a backup, and goes on until today.
+struct Übernahmeplatz : Sicherungsplatz {
+    const Text punkt = u"261110 120000 T.dat";
+    Firma firma;
+    Übernahmeplatz() {
+        platz.Benutzername = u"chef";
+        dialog.antwort = Antwort::Ja;
+    }
+    void anlegen(const std::function<void(Sicherungsplatz&)>& damals = {}) {
+        firma.anlegen(fs, platz.Datenpfad);
+        if (damals) damals(*this);
+        EXPECT_TRUE(backups.Backup_erstellen(u"T"));
+        fs.rename(sicherung(backups.Backupname()), sicherung(punkt));
+        fs.platte().setze_stempel(sicherung(punkt), TestUhr({{2026, 11, 10}, 12, 34, 56}).stempel());
+        firma = {};
+        firma.konfig.Firma = u"Heute";
+        firma.anlegen(fs, platz.Datenpfad);
+        fs.schreibe(daten(u"2611 261116 Data.dat"), als_Datei(Monat({A(u"anna", u"1")})));
+        uhr.weiter(60);
+        konfig.Konfigdaten_lesen();
+    }
+};
+
+TEST(Datenübernahme, Wiederherstellungspunkt) {
+    for (const bool Überstunden : {false, true}) {
+        Übernahmeplatz p;
+        p.firma.konfig.Firma = u"Damals";
+        p.anlegen([&](Sicherungsplatz& q) {
+            if (Überstunden) q.fs.schreibe(q.daten(u"ÜStunden 2026.dat"), als_Datei({u"x"}));
+        });
+        p.fs.schreibe(p.sicherung(u"000000 000000 I.dat"), "Rest");
+        ASSERT_TRUE(p.übernahme.Wiederherstellungspunkt(p.punkt));
+        EXPECT_TRUE(p.dialog.hinweise.empty());
+        EXPECT_EQ(p.dialog.fragen.size(), 1U);
+        EXPECT_EQ(p.konfig.werte().Firma, u"Damals");
+        EXPECT_EQ(p.zeilen(p.daten(u"Konfigdaten.dat"))[4], u"Damals");
+        EXPECT_FALSE(p.fs.gibt_es(p.daten(u"2611 261116 Data.dat")));
+        EXPECT_EQ(p.namen(p.platz.Backuppfad), (Zeilen{p.punkt, u"261116 120100 T.dat"}));
+        const Text log = u"Datenordner wiederhergestellt mit Sicherung vom 10.11.26, 12:34:56 Uhr";
+        EXPECT_TRUE(p.zeilen(p.platz.Logpfad + u"2611 Kalvora.log").back().ends_with(u"|KalvoAdmin|" + log));
+        const auto ÜStd = p.zeilen(p.platz.Logpfad + u"2611 ÜStunden.log");
+        EXPECT_EQ(!ÜStd.empty() && ÜStd.back().ends_with(log), Überstunden);
+        // And back again: the backup made before holds what was.
+        p.uhr.weiter(60);
+        p.fs.platte().setze_stempel(p.sicherung(u"261116 120100 T.dat"), p.uhr.stempel());
+        ASSERT_TRUE(p.übernahme.Wiederherstellungspunkt(u"261116 120100 T.dat"));
+        EXPECT_EQ(p.konfig.werte().Firma, u"Heute");
+        EXPECT_TRUE(p.fs.gibt_es(p.daten(u"2611 261116 Data.dat")));
+    }
+}
+
+TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
+    struct Fall {
+        const char* was;
+        std::function<void(Übernahmeplatz&)> damals, heute;
+        Text meldung; // its beginning; empty: none
+        bool gefragt = false, gesichert = false;
+    };
+    const auto kaputt = [](TextView name) {
+        return [=](Übernahmeplatz& p) { p.fs.schreibe(p.daten(name), "kaputt\r\n"); };
+    };
+    const auto nichts = [](Übernahmeplatz&) {};
+    const Fall fälle[]{
+        {"no container", nichts, [](Übernahmeplatz& p) { p.fs.schreibe(p.sicherung(p.punkt), "x"); },
+         u"Bei der Backupdatei handelt es sich um keine"},
+        {"configuration", kaputt(u"Konfigdaten.dat"), nichts,
+         u"Die Datei 'Konfigdaten.dat' ist in dieser Sicherung"},
+        {"staff", kaputt(u"Mitarbeiterdaten.dat"), nichts, u"Die Datei 'Mitarbeiterdaten.dat' ist in dieser"},
+        {"holidays missing", [](Übernahmeplatz& p) { p.fs.platte().entferne(p.daten(u"Feiertage.dat")); },
+         nichts, u"Die Datei 'Feiertage.dat' fehlt in dieser Sicherung"},
+        {"no administrator then", nichts, [](Übernahmeplatz& p) { p.platz.Benutzername = u"anna"; },
+         u"Funktion nur möglich mit Windows-Benutzername(n): chef"},
+        {"No", nichts, [](Übernahmeplatz& p) { p.dialog.antwort = Antwort::Nein; }, u"", true},
+        {"no backup", nichts, [](Übernahmeplatz& p) { p.fs.störe({.aufruf = "rename_new", .nummer = 61}); },
+         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Funktion", true},
+        {"a copy that stays", nichts,
+         [](Übernahmeplatz& p) { p.fs.platte().mache_ordner(p.sicherung(u"000000 000000 I.dat")); },
+         u"Löschen alter Dateien im Ordner '/srv/x/Data/Backups' nicht möglich.", true, true},
+    };
+    for (const Fall& f : fälle) {
+        Übernahmeplatz p;
+        p.anlegen([&](Sicherungsplatz&) { f.damals(p); });
+        f.heute(p);
+        const auto vorher = p.Zustand();
+        EXPECT_FALSE(p.übernahme.Wiederherstellungspunkt(p.punkt)) << f.was;
+        const auto meldungen = p.Meldungen();
+        EXPECT_EQ(meldungen.size(), f.meldung.empty() ? 0U : 1U) << f.was;
+        EXPECT_TRUE(meldungen.empty() || meldungen[0].starts_with(f.meldung)) << f.was;
+        EXPECT_EQ(p.dialog.fragen.size(), f.gefragt ? 1U : 0U) << f.was;
+        EXPECT_EQ(p.namen(p.platz.Backuppfad).size(), f.gesichert ? 2U : 1U) << f.was;
+        EXPECT_EQ(p.Zustand(), vorher) << f.was;
+        EXPECT_EQ(p.fs.offene(), 0);
+    }
+    Übernahmeplatz p; // whoever has no administrators lets everybody
+    p.firma.konfig.Administratoren = {u"NoAdmins"};
+    p.anlegen();
+    p.platz.Benutzername = u"anna";
+    EXPECT_TRUE(p.übernahme.Wiederherstellungspunkt(p.punkt));
+}
+
+} // namespace
+} // namespace kalvora
