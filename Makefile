@@ -3,6 +3,7 @@
 #   make test    every test (PRESET=release, debug or asan)
 #   make lint    format, direction of the includes, clang-tidy
 #   make bench   benchmarks          make fuzz     fuzz targets, FUZZ_SECONDS each
+#   make zuverlaessigkeit   every fault in full; writes docs/zuverlaessigkeit.md
 #   make build   programs only       make format   formats the sources        make clean
 
 PRESET ?= release
@@ -12,7 +13,7 @@ FUZZ_SECONDS ?= 30
 WERROR ?= $(if $(CI),ON,OFF)
 export JOBS FUZZ_SECONDS WERROR
 
-.PHONY: build run test lint bench fuzz format clean
+.PHONY: build run test zuverlaessigkeit lint bench fuzz format clean
 
 build:
 	@tools/einrichten.sh bau fenster
@@ -27,6 +28,11 @@ test:
 	@tools/einrichten.sh bau fenster test
 	@tools/bauen.sh $(PRESET)
 	@tools/testen.sh $(PRESET)
+
+zuverlaessigkeit:
+	@tools/einrichten.sh bau test
+	@tools/bauen.sh release kalvora_tests
+	@tools/zuverlaessigkeit.sh release
 
 lint:
 	@tools/einrichten.sh bau fenster lint

@@ -13,6 +13,12 @@ constexpr double LANGSAM_AB = 0.2; // seconds
 constexpr double WARTEPAUSE = 1.5;
 constexpr std::size_t SPEICHER_BEHALTEN = 1'000'000; // bytes
 
+// What was left of a line when its writer ended, closed by the next append.
+bool abgerissen(const Rohzeilen::Zeile& roh) {
+    return roh.mit_Ende && roh.länge > 1 && roh.anfang[roh.länge - 1] == '\0' &&
+           roh.anfang[roh.länge - 2] != '\0';
+}
+
 bool darf_leer_sein(const Text& pfad) {
     return endet_ohne_Fall(pfad, u".ini");
 }
@@ -201,7 +207,9 @@ Text Dateikanal::LineIn() {
 
 std::optional<Dateikanal::Klarzeile> Dateikanal::nächste_Klarzeile() {
     if (!zeilen_) return std::nullopt;
-    const auto roh = vorrat_ ? std::exchange(vorrat_, std::nullopt) : zeilen_->nächste();
+    auto roh = vorrat_ ? std::exchange(vorrat_, std::nullopt) : zeilen_->nächste();
+    while (roh && abgerissen(*roh))
+        roh = zeilen_->nächste();
     if (!roh) return std::nullopt;
     if (!roh->mit_Ende) {
         vorrat_ = roh;

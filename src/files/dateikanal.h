@@ -38,7 +38,8 @@ public:
     bool Dateiende(); // EOF
     Text LineIn();    // an empty raw line is a fault, in capture files ("*Data.dat") an empty line
     // The next line decoded, as bytes of the code page, valid until the next call; nothing at the end. A last
-    // line without its end is not yet there. For files that others append to while we read.
+    // line without its end is not yet there, and one that was never finished (NUL before its end) never was.
+    // For files that others append to while we read.
     struct Klarzeile {
         std::string_view bytes;
         std::uint64_t stelle = 0; // offset of the stored line in the file

@@ -11,6 +11,8 @@ namespace {
 constexpr int UMBENENNEN_VERSUCHE = 5;
 constexpr double UMBENENNEN_PAUSE = 0.2; // seconds; a scanner or another client lets go of the name by then
 constexpr int NEBENDATEI_VERSUCHE = 100; // names tried for a sibling
+// The end of a line that its writer never finished: no stored line holds a NUL, so that readers can tell.
+constexpr std::string_view ABGERISSEN("\0\r\n", 3);
 
 // Closes on every way out; the road of success closes by hand and reads the result.
 class OffeneDatei {
@@ -96,7 +98,7 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
         char letztes = '\n';
         const auto n = fs_.read_at(*datei, vorher->size - 1, &letztes, 1);
         if (!n) return E::fehler(n.nummer());
-        if (*n == 1 && letztes != '\n') zeilen = letztes == '\r' ? "\n" : "\r\n";
+        if (*n == 1 && letztes != '\n') zeilen = letztes == '\r' ? "\n" : ABGERISSEN;
     }
     const auto kopf = Kopf(*datei);
     if (!kopf) return E::fehler(kopf.nummer());

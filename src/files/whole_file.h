@@ -38,8 +38,9 @@ public:
         FileInfo info;           // behind it
         std::string kopf;        // the file's first bytes
     };
-    // One write of whole lines, synced. A last line that lacks its end is closed first; what a short write
-    // left is taken back. With `nur_bestehende` a missing or emptied file is left alone: 53.
+    // One write of whole lines, synced. A last line that lacks its end is closed first, by NUL CR LF: its
+    // writer was ended in the middle of it. What a short write left is taken back. With `nur_bestehende` a
+    // missing or emptied file is left alone: 53.
     Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
     // Replaces the file, or makes it. Mode and group of the old one are kept; where that was somebody else's,
     // the folder's rights are added, so that he may go on writing. The result is what was written, as it

@@ -51,6 +51,13 @@ public:
             if (!datei->info.folder) alle[pfad] = datei->bytes;
         return alle;
     }
+    // A disk of its own with the same files.
+    std::shared_ptr<SpeicherPlatte> kopie() const {
+        auto neu = std::make_shared<SpeicherPlatte>(*this);
+        for (auto& [pfad, datei] : neu->knoten_)
+            datei = std::make_shared<SpeicherDatei>(*datei);
+        return neu;
+    }
     // Power failure: what was not synced is lost, names stay.
     void verliere_ungesichertes() {
         for (auto& [pfad, datei] : knoten_)

@@ -117,10 +117,7 @@ std::shared_ptr<SpeicherPlatte> heile_Platte() {
         s.laufen("", {u"/nowelcomescreen", u"/setpath", u"/srv/x"});
         return s.fs.geteilte_platte();
     }();
-    auto neu = std::make_shared<SpeicherPlatte>(*platte);
-    for (auto& [pfad, datei] : neu->knoten())
-        datei = std::make_shared<SpeicherDatei>(*datei);
-    return neu;
+    return platte->kopie();
 }
 
 Text Datei_des_Monats(Schauplatz& s, TextView yymm) {

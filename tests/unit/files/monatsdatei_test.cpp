@@ -95,7 +95,8 @@ TEST(Monatsdatei, HalbeZeilenUndLöcher) {
         {kopf + zeile.substr(0, 5), 1, u'1'},
         {kopf + loch + zeile, 2, u'2'},
         {kopf + loch, 1, u'1'},
-        {kopf + loch + "\r\n" + zeile, 2, u'2'}, // a hole that an append has closed
+        {kopf + loch + "\r\n" + zeile, 2, u'2'},                      // a hole that an append has closed
+        {kopf + zeile.substr(0, 5) + '\0' + "\r\n" + zeile, 2, u'2'}, // and half a line
     };
     for (const auto& fall : tafel) {
         const auto inhalt = eingelesen(fall.bytes);

@@ -93,14 +93,16 @@ TEST(GanzeDatei, AnhängenNimmtEinStückZurück) {
 }
 
 TEST(GanzeDatei, AnhängenSchließtEineOffeneZeile) {
-    for (const auto& [davor, danach] : {std::pair{"a", "a\r\nb\r\n"}, {"a\r", "a\r\nb\r\n"}, {"", "b\r\n"}}) {
+    const auto mit_NUL = std::string("a\0\r\nb\r\n", 7);
+    for (const auto& [davor, danach] :
+         {std::pair<std::string, std::string>{"a", mit_NUL}, {"a\r", "a\r\nb\r\n"}, {"", "b\r\n"}}) {
         Werkprobe p;
         p.fs.schreibe(PFAD, davor);
         const auto anhang = p.werk.anhängen(PFAD, "b\r\n");
         ASSERT_TRUE(anhang);
         EXPECT_EQ(p.inhalt(), danach);
-        EXPECT_EQ(anhang->davor, std::string(davor).size());
-        EXPECT_EQ(anhang->info.size, std::string(danach).size());
+        EXPECT_EQ(anhang->davor, davor.size());
+        EXPECT_EQ(anhang->info.size, danach.size());
     }
 }
 

@@ -1,11 +1,6 @@
 // Two workstations on one data folder of the real file system: neither loses what the other has saved.
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "hilfen/programmlauf.h"
 #include "hilfen/temp_ordner.h"
-#include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_environment.h"
 #include "platform/posix/posix_filesystem.h"
 
 namespace kalvora {
@@ -113,68 +108,6 @@ TEST(ZweiArbeitsplätze, VieleImWechsel) {
     }
     EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"UZZ"));
     EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"SDD"));
-}
-
-// --- real processes -------------------------------------------------------------------------------------
-
-// Each child saves 50 rows of persons of its own, beginning with the day's first save, and looks for them.
-int Kind(const Text& daten, char wer) {
-    PosixFileSystem fs;
-    PosixClock uhr;
-    StummeFenster fenster;
-    Application app(fenster);
-    Dateiwerk werk(fs, uhr, u"RECHNER-" + ziffern(getpid()));
-    Dateikanal kanal(werk, app, static_cast<std::uint32_t>(wer));
-    Arbeitsplatz platz;
-    platz.Heute = Datum_aus(2026, 11, 16);
-    platz.Heute_S = u"261116";
-    platz.Datenpfad = daten;
-    Konfigdaten konfig(kanal, platz);
-    konfig.Konfigdaten_lesen();
-    Mitarbeiterdaten personal(kanal, platz, konfig);
-    personal.Mitarbeiterdaten_lesen();
-    Logbuch log(kanal, platz, konfig);
-    Erfassungsdateien erfassung(kanal, platz, konfig, personal, log);
-    erfassung.Erfassungsdaten_lesen(u"2611");
-    for (int n = 0; n < 50; ++n) {
-        const Text id = Text(1, static_cast<char16_t>(wer)) + ziffern(n);
-        if (!erfassung.Datensatz_speichern(A(id, u"1"))) return 1;
-        if (n % 10 == 9) erfassung.Erfassungsdaten_lesen(u"2611");
-    }
-    erfassung.Ausstehende_abschließen();
-    return fenster.hinweise.empty() ? 0 : 2;
-}
-
-TEST(ZweiArbeitsplätze, ZweiProzesse) {
-    Firma firma;
-    firma.personal.clear();
-    for (const TextView wer : {u"a", u"b"})
-        for (int n = 0; n < 50; ++n)
-            firma.personal.push_back(Firma::Person(Text(wer) + ziffern(n)));
-    Netz netz(firma);
-    std::vector<pid_t> kinder;
-    for (const char wer : {'a', 'b'}) {
-        const pid_t kind = fork();
-        if (kind == 0) {
-            int status = 3;
-            try {
-                status = Kind(netz.daten, wer);
-            } catch (...) { // the parent sees the status
-            }
-            _exit(status);
-        }
-        kinder.push_back(kind);
-    }
-    for (const pid_t kind : kinder) {
-        int status = -1;
-        ASSERT_EQ(waitpid(kind, &status, 0), kind);
-        EXPECT_EQ(status, 0);
-    }
-    const auto dritter = netz.platz(u"chef", u"DRITTER");
-    for (const TextView wer : {u"a", u"b"})
-        for (int n = 0; n < 50; ++n)
-            EXPECT_EQ(dritter->zellen(Text(wer) + ziffern(n)), ab(1, u"U"));
-    EXPECT_EQ(dritter->erfassung().Aktuelle_Erfassungsdatei(u"2611"), u"2611 261116");
 }
 
 } // namespace

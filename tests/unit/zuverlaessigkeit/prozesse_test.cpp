@@ -1,0 +1,180 @@
+// Processes on one folder of the real file system, all at once: none loses a row that it took for saved.
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <set>
+
+#include "hilfen/kindprozess.h"
+#include "hilfen/programmlauf.h"
+#include "hilfen/temp_ordner.h"
+#include "unit/zuverlaessigkeit/bericht.h"
+
+namespace kalvora {
+namespace {
+
+Text Kennung(int wer, int n) {
+    return u"p" + ziffern(wer) + u"n" + ziffern(n);
+}
+
+// A folder of the company, and what stands in it.
+struct Ordner {
+    TempOrdner ordner;
+    PosixFileSystem fs;
+    Text daten = ordner.pfad(u"Data/");
+
+    Ordner(int prozesse, int je) {
+        Firma firma;
+        firma.monate[u"2611"] = {A(u"otto", u"1")};
+        for (int p = 0; p < prozesse; ++p)
+            for (int n = 0; n < je; ++n)
+                firma.personal.push_back(Firma::Person(Kennung(p, n)));
+        firma.anlegen(fs, daten);
+    }
+    // Lines of the month's version of today; each must be one that somebody wrote.
+    std::vector<Text> zeilen(const Text& yymm = u"2611") const {
+        return als_Zeilen(ordner.lies(u"Data/" + yymm + u" 261116 Data.dat"));
+    }
+    bool startet() {
+        Platzlauf lauf(fs, u"chef", ordner.pfad(), u"DRITTER");
+        const bool da = lauf.starten({u"/path", daten, u"/nowelcomescreen"});
+        EXPECT_TRUE(lauf.fenster.hinweise.empty()) << zu_utf8(lauf.fenster.hinweise.back());
+        return da;
+    }
+};
+
+std::set<Text> Verlorene(const std::vector<Text>& zeilen, const std::set<Text>& gesagt) {
+    const std::set<Text> da(zeilen.begin(), zeilen.end());
+    std::set<Text> fehlen;
+    std::set_difference(gesagt.begin(), gesagt.end(), da.begin(), da.end(),
+                        std::inserter(fehlen, fehlen.end()));
+    return fehlen;
+}
+
+// Saves a row for each person; says those that were taken, and whatever the user was told.
+void Schreiber(const Text& daten, int wer, int je, const Kindprozess::Sagen& sagen) {
+    EchterPlatz p(daten);
+    for (int n = 0; n < je; ++n) {
+        const Text zeile = A(Kennung(wer, n), u"1");
+        if (p.erfassung.Datensatz_speichern(zeile)) sagen(zu_utf8(zeile));
+    }
+    p.erfassung.Ausstehende_abschließen();
+    for (const Text& hinweis : p.fenster.hinweise)
+        sagen("failed: " + zu_utf8(hinweis));
+}
+void Verdichter(const Text& daten, int runden, const Kindprozess::Sagen& sagen) {
+    EchterPlatz p(daten);
+    for (int n = 0; n < runden; ++n) {
+        if (!p.erfassung.Datensatz_speichern({})) sagen("failed: compaction");
+        usleep(20'000);
+    }
+    for (const Text& hinweis : p.fenster.hinweise)
+        sagen("failed: " + zu_utf8(hinweis));
+}
+
+// What all children say; one that failed is the test's failure.
+std::set<Text> eingesammelt(std::vector<std::unique_ptr<Kindprozess>>& kinder) {
+    std::set<Text> gesagt;
+    for (const auto& kind : kinder)
+        for (const std::string& zeile : kind->zeilen())
+            if (zeile.starts_with("failed"))
+                ADD_FAILURE() << zeile;
+            else
+                gesagt.insert(aus_utf8(zeile));
+    return gesagt;
+}
+
+TEST(Prozesse, Viele_haengen_an_einen_Monat_an) {
+    const int prozesse = voller_Lauf() ? 200 : 20, je = voller_Lauf() ? 50 : 20;
+    const auto alle = static_cast<std::size_t>(prozesse * je);
+    Ordner o(prozesse, je);
+    std::vector<std::unique_ptr<Kindprozess>> kinder;
+    for (int p = 0; p < prozesse; ++p)
+        kinder.push_back(
+            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
+    EXPECT_EQ(eingesammelt(kinder).size(), alle);
+    std::vector<Text> zeilen = o.zeilen();
+    EXPECT_EQ(zeilen.size(), alle + 4) << "three head lines, and otto's row from before";
+    std::sort(zeilen.begin(), zeilen.end());
+    const auto einmal = static_cast<std::size_t>(std::unique(zeilen.begin(), zeilen.end()) - zeilen.begin());
+    EXPECT_EQ(einmal, alle + 4);
+    EXPECT_TRUE(o.startet());
+    berichten({std::to_string(prozesse) + " processes × " + std::to_string(je) + " rows into one month",
+               std::to_string(alle), std::to_string(einmal - 4) + " of " + std::to_string(alle) + " lines"});
+}
+
+TEST(Prozesse, Neufassungen_neben_Anhaengen) {
+    const int prozesse = 4, je = voller_Lauf() ? 250 : 25;
+    const auto alle = static_cast<std::size_t>(prozesse * je);
+    Ordner o(prozesse, je);
+    std::vector<std::unique_ptr<Kindprozess>> kinder;
+    for (int p = 0; p < prozesse; ++p)
+        kinder.push_back(
+            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
+    kinder.push_back(
+        std::make_unique<Kindprozess>([&](const auto& sagen) { Verdichter(o.daten, je / 2, sagen); }));
+    std::set<Text> gesagt = eingesammelt(kinder);
+    EXPECT_EQ(gesagt.size(), alle);
+    gesagt.insert(A(u"otto", u"1"));
+    const auto verloren = Verlorene(o.zeilen(), gesagt);
+    EXPECT_TRUE(verloren.empty()) << verloren.size() << ", such as " << zu_utf8(*verloren.begin());
+    EXPECT_TRUE(o.startet());
+    berichten({"the month rewritten " + std::to_string(je / 2) + " times while " + std::to_string(prozesse) +
+                   " processes append " + std::to_string(je) + " rows each",
+               std::to_string(alle), std::to_string(verloren.size()) + " acknowledged rows lost"});
+}
+
+// A writer is killed at a random moment, again and again, while a neighbour writes rows of his own. Each
+// writer begins with the first save of a month that has none of today yet, as long as there are any.
+TEST(Prozesse, Getoetet_waehrend_ein_anderer_schreibt) {
+    const int tötungen = voller_Lauf() ? 240 : 36, je = 200;
+    constexpr int MONATE = 12; // of 2026
+    Ordner o(0, 0);
+    std::minstd_rand zufall(7);
+    std::map<Text, std::set<Text>> gesagt;
+    Kindprozess nachbar([&](const auto& sagen) {
+        EchterPlatz p(o.daten);
+        for (int n = 0;; ++n) {
+            const Text zeile = A(u"nachbar" + ziffern(n), u"2");
+            if (!p.erfassung.Datensatz_speichern(zeile)) break;
+            sagen(zu_utf8(zeile));
+            usleep(2000);
+        }
+    });
+    for (int k = 0; k < tötungen; ++k) {
+        const Text yymm = u"26" + ziffern(k % MONATE + 1, 2);
+        Kindprozess schreiber([&](const auto& sagen) {
+            EchterPlatz p(o.daten, yymm);
+            sagen("ready");
+            for (int n = 0; n < je; ++n) {
+                const Text zeile = A(Kennung(k, n), u"1");
+                if (p.erfassung.Datensatz_speichern(zeile)) sagen(zu_utf8(zeile));
+            }
+        });
+        usleep(static_cast<useconds_t>(1000 + zufall() % 12000));
+        schreiber.töten();
+        for (const std::string& zeile : schreiber.zeilen()) {
+            EXPECT_FALSE(zeile.starts_with("failed")) << zeile;
+            if (zeile != "ready") gesagt[yymm].insert(aus_utf8(zeile));
+        }
+        if (k % 12 == 11) {
+            EXPECT_TRUE(o.startet());
+        }
+    }
+    nachbar.töten();
+    for (const std::string& zeile : nachbar.zeilen())
+        gesagt[u"2611"].insert(aus_utf8(zeile));
+    std::size_t verloren = 0, alle = 0;
+    for (const auto& [yymm, zeilen] : gesagt) {
+        verloren += Verlorene(o.zeilen(yymm), zeilen).size();
+        alle += zeilen.size();
+    }
+    EXPECT_EQ(verloren, 0u);
+    EXPECT_GT(alle, static_cast<std::size_t>(tötungen)) << "hardly anything was written";
+    EXPECT_TRUE(o.startet());
+    berichten({"a writer killed (SIGKILL) at a random moment while another process writes other rows",
+               std::to_string(tötungen),
+               std::to_string(verloren) + " acknowledged rows lost, every start works"});
+}
+
+} // namespace
+} // namespace kalvora
