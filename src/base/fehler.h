@@ -10,7 +10,7 @@
 
 namespace kalvora {
 
-// Numbers of file faults; all lie in 52 to 76.
+// Numbers of file faults, which all lie in 52 to 76, and of others that are told apart.
 enum Fehlernummer : int {
     FEHLER_NETZ = 52, // network gone, or the name is impossible
     FEHLER_NICHT_GEFUNDEN = 53,
@@ -22,6 +22,7 @@ enum Fehlernummer : int {
     FEHLER_VERWEIGERT = 70,
     FEHLER_SCHREIBSCHUTZ = 75, // read-only, or a folder in place of a file
     FEHLER_ORDNER = 76,        // folder not found
+    FEHLER_BAUTEIL = 339,      // no file fault: a part of the installation is missing
 };
 inline bool ist_Dateifehler(int nummer) {
     return nummer >= 52 && nummer <= 76;

@@ -91,7 +91,23 @@ void Meldung::Startfehler(const Dateischaden& schaden) {
     protokollieren(u"Startfehler: " + text);
 }
 
+// A window whose layout lacks a control was not installed whole.
+void Meldung::Installation_melden(const Laufzeitfehler& fehler) {
+    Programmabbruch_melden({u"modKalvora - Main",
+                            u"Es ist folgender Fehler aufgetreten:\n\nFehler Nr. " + ziffern(fehler.nummer) +
+                                u"\n" + fehler.text() +
+                                u"\n\nDer Kalvora ist auf diesem Rechner nicht korrekt installiert. Bitte "
+                                u"führen Sie die Installation "
+                                u"noch einmal durch.\n\nHinweis: Ein Kopieren des Programms von einem "
+                                u"Rechner auf einen anderen Rechner "
+                                u"ist nicht möglich. Das Programm muss mit Administratorberechtigung "
+                                u"installiert werden, damit alle "
+                                u"benötigten Systemdateien mitinstalliert und registriert werden",
+                            u"NoLog"});
+}
+
 void Meldung::Fehlerbehandlung(const Laufzeitfehler& fehler) {
+    if (fehler.nummer == FEHLER_BAUTEIL) return Installation_melden(fehler);
     const Text modul =
         (fehler.prozedur.empty() ? Text(u"modKalvora") : fehler.prozedur) + u" - v" + Text(PROGRAMMVERSION);
     const Text gerade_gelesen = d_ ? d_->kanal.Letzte_Datei() : Text();

@@ -22,6 +22,7 @@ private:
     void einordnen(const std::exception_ptr& fehler);
     void Programmabbruch_melden(const Programmabbruch& abbruch);
     void Startfehler(const Dateischaden& schaden);
+    void Installation_melden(const Laufzeitfehler& fehler);
     void Fehlerbehandlung(const Laufzeitfehler& fehler);
     void aufräumen() const;
     void zeigen(const Text& text) const;

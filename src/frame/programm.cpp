@@ -138,8 +138,11 @@ void Programm::Schritt(void (Programm::*schritt)()) {
         try {
             return (this->*schritt)();
         } catch (const Laufzeitfehler& fehler) {
-            if (fehler.nummer != FEHLER_NETZ || still || !platz_.Startphase) {
-                if (!aufruf_.enthalten(u"enforcestart") || still || !platz_.Startphase) throw;
+            if (still || !platz_.Startphase) throw;
+            if (fehler.nummer != FEHLER_NETZ) {
+                const bool Datei_im_Verdacht =
+                    kanal_ && !kanal_->Letzte_Datei().empty() && !ist_Dateifehler(fehler.nummer);
+                if (!aufruf_.enthalten(u"enforcestart") || Datei_im_Verdacht) throw;
                 return Meldung(app_, platz_, daten_.get(), nullptr).berichten_und_weiter(fehler);
             }
         } catch (const Zugriffsabbruch& abbruch) {

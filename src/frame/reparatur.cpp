@@ -35,6 +35,7 @@ bool Reparatur::zuständig(const Dateischaden& schaden) const {
 
 void Reparatur::Startfehler(const Dateischaden& schaden) {
     const Text &datei = schaden.datei, &text = schaden.text();
+    const auto gefragt = fs().info(datei);
     const bool begonnen =
         d_.app.Frage(u"Es ist folgendes Problem aufgetreten:\n\n" + text +
                      u"\n\nDas Programm kann jetzt versuchen, eine Standardversion der Datei "
@@ -43,6 +44,11 @@ void Reparatur::Startfehler(const Dateischaden& schaden) {
     if (!begonnen) throw Programmabbruch(Text(MODUL), {}, u"NoLog");
     d_.kanal.verwerfen();
     if (ist_Kalvoradat(datei)) Kalvoradat_herstellen(datei, text);
+    if (inzwischen_heil(datei, gefragt))
+        throw Programmabbruch(Text(MODUL),
+                              u"Die Datei " + Pfad_kürzen(datei, 100) +
+                                  u" wurde inzwischen wiederhergestellt. Starten Sie das Programm jetzt neu",
+                              u"NoLog");
     Vorlagen_prüfen(); // before anything is touched
     Text kopie;
     if (!datei.empty()) {
@@ -56,6 +62,17 @@ void Reparatur::Startfehler(const Dateischaden& schaden) {
     Standard_ergänzen(Dateiname_aus_Pfad(datei));
     Administratoren_lesen(gleich_ohne_Fall(Dateiname_aus_Pfad(datei), u"Konfigdaten.dat"));
     beenden(text, kopie);
+}
+
+// The same question may have been answered on another workstation while it stood here: what was restored
+// there must not be moved aside.
+bool Reparatur::inzwischen_heil(const Text& datei, const Ergebnis<FileInfo>& gefragt) const {
+    if (datei.empty()) return false;
+    const auto jetzt = d_.kanal.werk().lesen(datei);
+    if (!jetzt || jetzt->größe == 0) return false;
+    if (gefragt && gefragt->time == jetzt->info.time && gefragt->size == jetzt->info.size) return false;
+    return Dateiprobe(d_.kanal, platz_).prüfen(Dateiname_aus_Pfad(datei), jetzt->sicht()).urteil !=
+           Dateiprobe::Urteil::beschädigt;
 }
 
 void Reparatur::Vorlagen_prüfen() const {
@@ -161,6 +178,7 @@ void Reparatur::zurückholen(const Text& datei, const Text& kopie, const Text& m
     }
     for (Text monat : teilen(monate, u',')) {
         const Text yymm = yymm_aus(Text(trimmen(monat)));
+        if (!d_.erfassung.Aktuelle_Erfassungsdatei(yymm).empty()) continue; // it has come back meanwhile
         const Text version = yymm + u" " + platz_.Heute_S + u" Data.dat";
         if (yymm.size() == 4 && !wiederherstellung_.Monat_zurückholen(yymm, version, {}, d_.K().Reservezeile))
             gescheitert(platz_.Datenpfad + version);

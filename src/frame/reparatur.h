@@ -22,6 +22,7 @@ public:
 
 private:
     bool ist_Kalvoradat(const Text& datei) const;
+    bool inzwischen_heil(const Text& datei, const Ergebnis<FileInfo>& gefragt) const;
     void Vorlagen_prüfen() const;
     void sichern(const Text& name);
     Text beiseitelegen(const Text& datei, const Text& text) const;

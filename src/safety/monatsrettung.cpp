@@ -1,5 +1,6 @@
 #include "safety/monatsrettung.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 #include <vector>
@@ -61,13 +62,22 @@ bool anderer_Monat(const Text& kopf, const Text& yymm) {
     return sagt_es && kopf.substr(1, 4) != yymm;
 }
 
+// A flipped bit can make the head another month's; what is mostly the same rows is the same month.
+bool dieselben_Sätze(const Stand& hat, const Stand& soll) {
+    const auto gleich = std::count_if(hat.A.begin(), hat.A.end(), [&](const auto& a) {
+        const auto treffer = soll.A.find(a.first);
+        return treffer != soll.A.end() && treffer->second == a.second;
+    });
+    return gleich > 0 && 2 * static_cast<std::size_t>(gleich) >= hat.A.size();
+}
+
 } // namespace
 
 std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt, const Text& yymm) {
     std::string aus(basis.substr(0, basis.rfind('\n') + 1));
     const Inhalt rest = zerlegt(std::string(beschädigt));
-    if (anderer_Monat(rest.kopf, yymm)) return aus;
     Stand hat(zerlegt(aus).sätze), soll(rest.sätze);
+    if (anderer_Monat(rest.kopf, yymm) && !dieselben_Sätze(hat, soll)) return aus;
     for (const Satz& s : rest.sätze) {
         // Earlier A rows of a person do not count any more; comments only count together.
         const bool neu = s.Kommentar ? hat.K[s.schlüssel] != soll.K[s.schlüssel]

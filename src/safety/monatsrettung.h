@@ -8,7 +8,7 @@
 namespace kalvora {
 
 // The stored lines of `basis`, and behind them those rows of `beschädigt` that say something else than it.
-// Of a file that calls itself another month nothing is taken.
+// Of a file that calls itself another month nothing is taken, unless most of its rows are those of `basis`.
 std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt, const Text& yymm);
 
 } // namespace kalvora

@@ -14,11 +14,13 @@ class FragendeFenster : public StummeFenster {
 public:
     std::vector<Text> fragen, geöffnet;
     Antwort antwort = Antwort::Nein;
+    std::function<void()> bei_Frage; // something happens while the question stands
     std::optional<Text> eingabe;
     std::optional<Text> input(const Text&, const Text&, const Text&) override { return eingabe; }
     void open(Form& form) override { geöffnet.push_back(form.name()); }
     Antwort question(const Text& text, const Frageart&) override {
         fragen.push_back(text);
+        if (bei_Frage) bei_Frage();
         return antwort;
     }
 };

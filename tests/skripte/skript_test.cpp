@@ -44,7 +44,8 @@ struct Kopf {
     std::vector<std::string> firma;          // options of kalvora-firma; empty: no company
     Text benutzer = u"Muster";
     Zeitpunkt uhr{{2026, 11, 4}, 8, 0, 0};
-    std::vector<Text> inhalt; // masks of data files whose lines are shown behind the end
+    std::vector<std::vector<Text>> schäden; // "<path> <what>", done behind those runs
+    std::vector<Text> inhalt;               // masks of data files whose lines are shown behind the end
     std::string fehler;
 };
 
@@ -61,6 +62,7 @@ void Kopfzeile_lesen(const std::string& zeile, Kopf& kopf) {
     if (hat("aufruf")) kopf.aufruf = Worte(wert);
     if (hat("vorlauf")) kopf.vorläufe.push_back(Worte(wert));
     if (hat("benutzer")) kopf.benutzer = wert;
+    if (hat("schaden")) kopf.schäden.push_back(Worte(wert));
     if (hat("inhalt")) kopf.inhalt.push_back(wert);
     if (hat("firma"))
         for (const Text& wunsch : Worte(wert)) {
@@ -127,6 +129,19 @@ bool Firma_gründen(const Kopf& kopf, const fs::path& ordner) {
     return std::system((befehl + " >/dev/null").c_str()) == 0;
 }
 
+// What happens to a file or folder: it goes, is emptied or cut in half, its second byte changes, or it is
+// made of the lines given.
+void beschädigen(const fs::path& pfad, const std::vector<Text>& worte) {
+    const Text was = worte.size() > 1 ? worte[1] : Text();
+    if (was == u"weg") return fs::rename(pfad, pfad.string() + "-weg");
+    std::string bytes = was == u"leer" || was == u"zeilen" ? std::string() : Dateitext(pfad);
+    if (was == u"halb") bytes.resize(bytes.size() / 2);
+    if (was == u"kopf") bytes.at(1) = static_cast<char>(bytes.at(1) ^ 0x10);
+    for (std::size_t n = 2; n < worte.size(); ++n)
+        bytes += zu_cp1252(worte[n]) + "\r\n";
+    std::ofstream(pfad, std::ios::binary) << bytes;
+}
+
 // Transcript, exit status and the contents asked for; the temporary folder is "{ordner}".
 std::string Skriptergebnis(const std::string& skript) {
     const Kopf kopf = Kopf_lesen(skript);
@@ -150,6 +165,8 @@ std::string Skriptergebnis(const std::string& skript) {
     Protokoll verworfen([](std::string_view) {});
     for (const std::vector<Text>& aufruf : kopf.vorläufe)
         laufen(aufruf, "", verworfen);
+    for (const std::vector<Text>& schaden : kopf.schäden)
+        if (!schaden.empty()) beschädigen(ordner.ordner() / zu_utf8(schaden[0]), schaden);
     std::string ausgabe;
     Protokoll protokoll([&](std::string_view zeile) { ausgabe += zeile; });
     const int status = laufen(kopf.aufruf, ersetzt(skript, "{ordner}", hier), protokoll);

@@ -21,9 +21,9 @@ template <class W>
 W& Baustein(const Control& control, const QWidget& window) {
     auto* any = window.findChild<QWidget*>(qt(control.object_name()));
     const Text where = control.form().name() + u"." + control.full_name();
-    if (!any) throw Laufzeitfehler(438, u"Steuerelement fehlt im Fenster: " + where);
+    if (!any) throw Laufzeitfehler(FEHLER_BAUTEIL, u"Steuerelement fehlt im Fenster: " + where);
     auto* typed = qobject_cast<W*>(any);
-    if (!typed) throw Laufzeitfehler(438, u"Steuerelement von anderer Art: " + where);
+    if (!typed) throw Laufzeitfehler(FEHLER_BAUTEIL, u"Steuerelement von anderer Art: " + where);
     return *typed;
 }
 

@@ -18,7 +18,7 @@ namespace kalvora {
 
 FensterAnsicht::FensterAnsicht(Form& form, std::unique_ptr<QWidget> window)
     : form_(form), window_(std::move(window)) {
-    if (!window_) throw Laufzeitfehler(438, u"Fenster ohne Formular: " + form.name());
+    if (!window_) throw Laufzeitfehler(FEHLER_BAUTEIL, u"Fenster ohne Formular: " + form.name());
     join_columns();
     bind();
     title_changed();

@@ -117,13 +117,27 @@ TEST(Reparatur, JedeDateiKommtZurück) {
             EXPECT_TRUE(l.fenster.hinweise.at(0).starts_with(u"Fehlende oder beschädigte Datei am "));
             EXPECT_TRUE(enthält(l.fenster.hinweise.at(0), u" um 08:00 Uhr erkannt!"));
             EXPECT_EQ(l.zellen(u"anna").substr(18, 2), u"UU");
-            EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"K");
+            EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
             l.schließen();
             EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
             for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"})
                 EXPECT_EQ(r.zeilen(DATEN + Text(name)), als_Zeilen(vorher.at(DATEN + Text(name))));
             ASSERT_TRUE(starte(anna, tag));
         }
+}
+
+// The question stood on two workstations at once: what the first repair has brought back stays.
+TEST(Reparatur, ZweiZurSelbenZeit) {
+    Rechner r;
+    einen_Tag_arbeiten(r);
+    const std::string gut = *r.inhalt(DATEN + u"Konfigdaten.dat");
+    r.schreibe(DATEN + u"Konfigdaten.dat", "Unsinn\r\n");
+    Platzlauf l(r, u"chef");
+    l.fenster.bei_Frage = [&] { r.schreibe(DATEN + u"Konfigdaten.dat", gut); };
+    EXPECT_FALSE(starte(l, 17, Antwort::Ja));
+    EXPECT_TRUE(enthält(l.fenster.hinweise.back(), u"wurde inzwischen wiederhergestellt."));
+    EXPECT_EQ(r.inhalt(DATEN + u"Konfigdaten.dat"), gut);
+    EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
 }
 
 TEST(Reparatur, OhneBackupDerStandard) {
@@ -307,10 +321,7 @@ TEST(Warten, AufDenDatenordner) {
         EXPECT_EQ(l.starten({u"/nowelcomescreen"}), läuft);
         EXPECT_EQ(l.fenster.hinweise, std::vector<Text>{u"Der Datenordner /srv/x/ ist nicht verfügbar"});
         // Half a second each; one pause for the last text, and one before the main window appears.
-        EXPECT_EQ(pausen, was == Was::kommt_von_selbst ? 21
-                          : was == Was::von_Hand       ? 10
-                          : was == Was::aufgegeben     ? 11
-                                                       : 61);
+        EXPECT_EQ(pausen, was == Was::kommt_von_selbst ? 22 : was == Was::Zeit_vorbei ? 61 : 11);
         if (!läuft) {
             EXPECT_EQ(l.programm->ende(), 2);
             EXPECT_TRUE(r.namen(u"/srv/x/*").empty()) << "no new company in its place";
