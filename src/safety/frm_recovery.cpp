@@ -10,7 +10,9 @@ frmRecovery::frmRecovery(Dateikanal& kanal, const Arbeitsplatz& platz, const Wie
     cmdAuswahl1.set_caption(u"&Hilfe ...");
     cmdAuswahl1.set_enabled(false); // there is no help window yet
     cmdAuswahl2.set_caption(u"OK");
+    cmdAuswahl2.set_default(true);
     cmdAuswahl3.set_caption(u"&Abbrechen");
+    cmdAuswahl3.set_cancel(true);
     cmdAuswahl2.on_click = [this](Modifiers) {
         const auto n = static_cast<std::size_t>(std::max(0, cmbDateiliste.selected()));
         if (n < namen_.size()) name_ = namen_[n];

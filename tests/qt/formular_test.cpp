@@ -3,10 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLabel>
 
 #include "base/fehler.h"
 #include "frame/frm_start.h"
+#include "hilfen/arbeitsplatz.h"
+#include "qt/eingabe.h"
 #include "qt/testfenster.h"
+#include "safety/frm_recovery.h"
 #include "ui/qt/bausteine.h"
 #include "ui/qt/fenster_ansicht.h"
 #include "ui/qt/qt_text.h"
@@ -19,7 +23,10 @@ struct Formulare : testing::Test {
     Application app{system};
     frmKalvora haupt{app};
     frmStart start{app, u"1.2.3"};
-    std::array<Form*, 2> alle{&haupt, &start};
+    Prüfplatz platz;
+    Wiederherstellung sicherungen{platz.kanal, platz.platz};
+    frmRecovery recovery{platz.kanal, platz.platz, sicherungen};
+    std::array<Form*, 3> alle{&haupt, &start, &recovery};
 
     // What binding this window says; "" when it fits.
     static std::string Bindung(Form& form, std::unique_ptr<QWidget> fenster) {
@@ -92,6 +99,74 @@ TEST_F(Formulare, Fehlbindung_laesst_nichts_zurueck) {
     app.open(start);
     EXPECT_TRUE(system.window(start)->isVisible()) << "shown before the program goes on";
     app.close(start);
+}
+
+// Places of the widgets named, in the window, and the window's own size.
+static std::vector<QRect> Plätze(const QWidget& fenster, std::initializer_list<const char*> namen) {
+    std::vector<QRect> aus{fenster.rect()};
+    for (const char* name : namen) {
+        const auto* w = fenster.findChild<QWidget*>(QLatin1String(name));
+        aus.emplace_back(w->mapTo(&fenster, QPoint()), w->size());
+    }
+    return aus;
+}
+
+TEST_F(Formulare, Startbild_wartet_ohne_zu_springen_und_ohne_etwas_abzuschneiden) {
+    app.open(start);
+    const QWidget& fenster = *system.window(start);
+    const auto vorher = Plätze(fenster, {"bild", "lblText_1", "lblText_2"});
+    start.lblText3.set_visible(false);
+    start.lblText4.set_visible(true);
+    start.cmdAuswahl1.set_visible(true);
+    start.cmdAuswahl2.set_visible(true);
+    start.view()->focus(start.cmdAuswahl2);
+    std::vector<QRect> zuerst;
+    for (const char16_t* rest : {u"30", u"9"}) {
+        start.lblText4.set_text(u"Auf den Datenordner wird gewartet ... " + Text(rest) + u" Sekunden");
+        system.process_events();
+        const auto jetzt = Plätze(fenster, {"lblText_4", "cmdAuswahl_1", "cmdAuswahl_2"});
+        if (zuerst.empty()) zuerst = jetzt;
+        EXPECT_EQ(jetzt, zuerst) << "the seconds count down in place";
+    }
+    EXPECT_EQ(Plätze(fenster, {"bild", "lblText_1", "lblText_2"}), vorher);
+    const auto* text = fenster.findChild<QLabel*>(QStringLiteral("lblText_4"));
+    EXPECT_LE(text->heightForWidth(text->width()), text->height());
+    for (const char* name : {"cmdAuswahl_1", "cmdAuswahl_2"}) {
+        auto* knopf = fenster.findChild<QPushButton*>(QLatin1String(name));
+        EXPECT_TRUE(knopf->isVisible() && fenster.rect().contains(Plätze(fenster, {name})[1])) << name;
+        EXPECT_GE(knopf->width(), knopf->sizeHint().width()) << name;
+        EXPECT_GE(knopf->height(), knopf->sizeHint().height()) << name;
+    }
+    EXPECT_EQ(fenster.focusWidget()->objectName(), QStringLiteral("cmdAuswahl_2"));
+    EXPECT_FALSE(fenster.isModal());
+    start.cmdAuswahl1.on_click = [&](Modifiers) { start.set_tag(u"D"); };
+    QTimer::singleShot(0, &fenster, [&] {
+        QTest::mouseClick(fenster.findChild<QPushButton*>(QStringLiteral("cmdAuswahl_1")), Qt::LeftButton);
+    });
+    app.Pause_in(start, 0.05);
+    EXPECT_EQ(start.tag(), u"D") << "a hand reaches the button while the program waits";
+    app.close(start);
+}
+
+TEST_F(Formulare, Statustext_erscheint_und_geht_ohne_dass_etwas_springt) {
+    Testfenster t(20, {900, 600});
+    t.form.lblStatus2.set_text(u"Benutzer: Muster (Administrator)");
+    t.form.lblStatus3.set_text(u"Stand 08:15");
+    t.zeigen();
+    const auto plätze = [&] {
+        t.zeigen();
+        return Plätze(t.fenster(), {"msgFlexGrid", "lblStatus_2", "lblStatus_3", "cmdBeenden"});
+    };
+    const auto vorher = plätze();
+    const int schmalste = t.fenster().minimumSizeHint().width();
+    t.form.lblStatus4.set_text(u"Der Datenordner antwortet nicht. Bitte warten ...");
+    t.form.lblStatus4.set_visible(true);
+    EXPECT_EQ(plätze(), vorher);
+    EXPECT_LE(t.fenster().minimumSizeHint().width(), schmalste + 60);
+    const auto* text = t.fenster().findChild<QLabel*>(QStringLiteral("lblStatus_4"));
+    EXPECT_GE(text->width(), text->sizeHint().width()) << "the data folder's path gives way";
+    t.form.lblStatus4.set_visible(false);
+    EXPECT_EQ(plätze(), vorher);
 }
 
 } // namespace kalvora

@@ -262,4 +262,69 @@ TEST_F(Vertrag, Modales_Fenster_sperrt_das_untere_und_reicht_Fehler_weiter) {
     EXPECT_EQ(ereignisse, Liste{"Monat"});
 }
 
+TEST_F(Vertrag, Enter_Esc_und_Kuerzel_druecken_im_Dialog_die_vorgesehenen_Knoepfe) {
+    struct Probedialog : Form {
+        explicit Probedialog(Application& app) : Form(app, u"frmRecovery") {
+            cmdAuswahl1.set_caption(u"&Hilfe ...");
+            cmdAuswahl3.set_caption(u"&Überspringen");
+            cmdAuswahl2.set_default(true);
+            cmdAuswahl3.set_cancel(true);
+        }
+        ComboBox cmbDateiliste{*this, u"cmbDateiliste"};
+        Button cmdAuswahl1{*this, u"cmdAuswahl", 1};
+        Button cmdAuswahl2{*this, u"cmdAuswahl", 2};
+        Button cmdAuswahl3{*this, u"cmdAuswahl", 3};
+    };
+    struct Fall {
+        const char* fokus;
+        Qt::Key taste;
+        Qt::KeyboardModifiers mods;
+        Liste gedrückt;
+        bool mit_Abbruch = true, gesperrt = false;
+    };
+    const Fall FÄLLE[]{{"cmbDateiliste", Qt::Key_Return, {}, {"OK"}},
+                       {"cmbDateiliste", Qt::Key_Enter, Qt::KeypadModifier, {"OK"}},
+                       {"cmbDateiliste", Qt::Key_Return, Qt::ControlModifier, {}},
+                       {"cmbDateiliste", Qt::Key_Return, {}, {}, true, true},
+                       {"cmbDateiliste", Qt::Key_Escape, {}, {"Abbruch"}},
+                       {"cmbDateiliste", Qt::Key_Escape, {}, {"Rahmen"}, false},
+                       {"cmdAuswahl_1", Qt::Key_Return, {}, {"Hilfe"}},
+                       {"cmdAuswahl_1", Qt::Key_Space, {}, {"Hilfe"}},
+                       {"cmdAuswahl_1", Qt::Key_Escape, {}, {"Abbruch"}},
+                       {"cmbDateiliste", Qt::Key_H, Qt::AltModifier, {"Hilfe"}},
+                       {"cmbDateiliste", Qt::Key_Udiaeresis, Qt::AltModifier, {"Abbruch"}}};
+    for (const Fall& fall : FÄLLE) {
+        SCOPED_TRACE(std::string(fall.fokus) + " " + QKeySequence(fall.taste).toString().toStdString());
+        Probedialog d(t.app);
+        d.cmbDateiliste.set_items({u"Sicherung vom 16.11.2026, 08:00:00 Uhr"});
+        d.cmdAuswahl3.set_cancel(fall.mit_Abbruch);
+        d.cmdAuswahl2.set_enabled(!fall.gesperrt);
+        Liste gedrückt;
+        d.cmdAuswahl1.on_click = [&](Modifiers) { gedrückt.emplace_back("Hilfe"); };
+        d.cmdAuswahl2.on_click = [&](Modifiers) { gedrückt.emplace_back("OK"); };
+        d.cmdAuswahl3.on_click = [&](Modifiers) { gedrückt.emplace_back("Abbruch"); };
+        d.on_query_close = [&] {
+            gedrückt.emplace_back("Rahmen");
+            return true;
+        };
+        QTimer::singleShot(0, &t.fenster(), [&] {
+            QWidget& fenster = *t.system.window(d);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return t.system.active(d) && fenster.focusWidget(); }));
+            EXPECT_FALSE(t.system.active(f));
+            EXPECT_TRUE(fenster.isModal());
+            EXPECT_EQ(fenster.focusWidget()->objectName(), QStringLiteral("cmbDateiliste"));
+            alles_anfassen();
+            auto* ziel = fenster.findChild<QWidget*>(QLatin1String(fall.fokus));
+            ziel->setFocus();
+            QTest::keyClick(ziel, fall.taste, fall.mods);
+            if (!fall.gedrückt.empty()) // a shortcut shows the button pressed for a moment
+                EXPECT_TRUE(QTest::qWaitFor([&] { return !gedrückt.empty(); }));
+            if (fall.mit_Abbruch) t.app.close(d);
+        });
+        t.app.open_modal(d);
+        EXPECT_EQ(gedrückt, fall.gedrückt);
+        EXPECT_EQ(ereignisse, Liste{}) << "the window behind it gets nothing";
+    }
+}
+
 } // namespace kalvora

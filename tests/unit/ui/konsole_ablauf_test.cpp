@@ -97,6 +97,96 @@ TEST(Ende, schließt_offene_modale_Fenster_als_Fehler) {
     EXPECT_FALSE(lauf.konsole().läuft());
 }
 
+TEST(Tasten, drücken_in_einem_Dialog_die_vorgesehenen_Knöpfe) {
+    Probelauf lauf([](Probefenster& f) {
+        f.mnuEintrag.on_click = [&f] {
+            Unterfenster unter(f.app());
+            Button cmdWeg(unter, u"cmdWeg"), cmdMehr(unter, u"cmdMehr");
+            unter.cmdOK.set_default(true);
+            unter.cmdOK.on_click = [&](Modifiers) { f.sage(u"OK"); };
+            cmdMehr.on_click = [&](Modifiers) { f.sage(u"Mehr"); };
+            cmdWeg.set_cancel(f.kurz == 0);
+            cmdWeg.on_click = [&](Modifiers) { f.app().close(unter); };
+            unter.on_query_close = [&] { return f.kurz > 0; };
+            f.app().open_modal(unter);
+            ++f.kurz;
+        };
+    });
+    const struct {
+        const char *zeile, *protokoll;
+    } FÄLLE[] = {{"menü mnuEintrag", "FENSTER frmUnter \"Unter\"\n"},
+                 {"taste Eingabe", "HINWEIS \"OK\"\n"},
+                 {"taste Strg+Eingabe", ""},
+                 {"klick cmdMehr", "HINWEIS \"Mehr\"\n"},
+                 {"taste Eingabe", "HINWEIS \"Mehr\"\n"}, // it has the focus now
+                 {"taste Alt+F4", ""},
+                 {"taste Esc", "GESCHLOSSEN frmUnter\n"},
+                 {"menü mnuEintrag", "FENSTER frmUnter \"Unter\"\n"},
+                 {"taste Esc", "GESCHLOSSEN frmUnter\n"}, // without a cancel button by the frame
+                 {"taste Eingabe", ""}};
+    for (const auto& fall : FÄLLE)
+        EXPECT_EQ(lauf(fall.zeile), fall.protokoll) << fall.zeile;
+}
+
+// A program that waits for half a minute in a window of its own before its main window opens.
+class Wartelauf : public testing::Test {
+protected:
+    struct Wartefenster : Form {
+        explicit Wartefenster(Application& app) : Form(app, u"frmWarten") {
+            cmdErneut.on_click = [this](Modifiers) { set_tag(u"D"); };
+        }
+        Label lblText{*this, u"lblText", 4};
+        Button cmdErneut{*this, u"cmdAuswahl", 1};
+    };
+    static void laufen(KonsolenFenstersystem& system, Skriptuhr&) {
+        Application app(system);
+        Wartefenster warten(app);
+        app.open(warten);
+        int zähler = 60;
+        for (; zähler > 0 && warten.tag() != u"D"; --zähler) {
+            warten.lblText.set_text(ziffern(zähler / 2));
+            app.Pause_in(warten, 0.5);
+        }
+        system.status(u"Rest " + ziffern(zähler));
+        app.close(warten);
+        Probefenster haupt(app);
+        haupt.tmrLang.set_enabled(true);
+        app.open(haupt);
+        app.run(haupt);
+        app.close(haupt);
+    }
+    TestUhr uhr;
+    Konsole konsole{uhr, laufen};
+    void SetUp() override { EXPECT_EQ(konsole.start(), "FENSTER frmWarten \"\"\n"); }
+    static constexpr const char* ABGELAUFEN =
+        "STATUS \"Rest 0\"\nGESCHLOSSEN frmWarten\nFENSTER frmProbe \"Probe\"\n";
+};
+
+TEST_F(Wartelauf, Kommandos_für_das_wartende_Fenster_gelten_gleich) {
+    EXPECT_EQ(konsole.execute("zeige lblText(4)"), "\"30\"\n");
+    EXPECT_EQ(konsole.execute("warte 9,5"), "");
+    EXPECT_EQ(konsole.execute("zeige"), "lblText(4) = \"20\"\ncmdAuswahl(1) = \"\"\n");
+    EXPECT_EQ(konsole.execute("klick cmdAuswahl(1)"),
+              "STATUS \"Rest 40\"\nGESCHLOSSEN frmWarten\nFENSTER frmProbe \"Probe\"\n");
+    EXPECT_EQ(konsole.execute("klick cmdAuswahl(1)"), "HINWEIS \"Klick\"\n");
+}
+
+TEST_F(Wartelauf, andere_bleiben_für_später_und_das_Warten_geht_weiter) {
+    EXPECT_EQ(konsole.execute("zeige lblText"), std::string(ABGELAUFEN) + "\"Zeile 1\\nZeile \\\"2\\\"\"\n");
+    EXPECT_EQ(konsole.execute("fenster"), "frmProbe \"Probe\"\n");
+}
+
+TEST_F(Wartelauf, mehr_Zeit_als_gewartet_wird_geht_im_Hauptfenster_weiter) {
+    EXPECT_EQ(konsole.execute("warte 35"), std::string(ABGELAUFEN) + "HINWEIS \"lang\"\n"); // every 4 s
+    EXPECT_EQ(konsole.execute("warte 2,9"), "");
+    EXPECT_EQ(konsole.execute("warte 0,1"), "HINWEIS \"lang\"\n");
+}
+
+TEST_F(Wartelauf, das_Ende_der_Eingabe_laesst_das_Warten_zu_Ende_gehen) {
+    EXPECT_EQ(konsole.ende(), std::string(ABGELAUFEN) + "GESCHLOSSEN frmProbe\nENDE\n");
+    EXPECT_EQ(konsole.Fehlerzahl(), 0);
+}
+
 TEST(Fehler_im_Programm, verlässt_alle_Schleifen_und_kommt_beim_Aufrufer_an) {
     Probelauf lauf([](Probefenster& f) {
         f.mnuEintrag.on_click = [&f] {
