@@ -192,6 +192,7 @@ void Backups::Alte_Dateien_löschen(const Text& ordner, TextView maske, int anza
     ohne_Meldung([&] { namen = Dateien(kanal_.fs(), ordner, maske, true); });
     std::erase_if(namen, [&](const Text& name) { return Ordner_vorhanden(kanal_.fs(), ordner + name); });
     std::vector<Text> marken;
+    marken.reserve(namen.size());
     for (const Text& name : namen)
         marken.emplace_back(links(name, position(name + u" ", u" ") - 1));
     std::sort(marken.begin(), marken.end());
