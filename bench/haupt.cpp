@@ -1,4 +1,4 @@
-// kalvora_bench: files, months and saving, without windows.
+// kalvora_bench: files, months, saving and backups, without windows.
 #include "messungen.h"
 
 int main(int argc, char** argv) {
@@ -8,5 +8,6 @@ int main(int argc, char** argv) {
     Alle_Monate_messen(umfeld);
     Monat_aufbauen_messen(umfeld);
     Speichern_messen(umfeld);
+    Sicherung_messen(umfeld);
     return laufen(argc, argv, umfeld.tafel);
 }

@@ -17,5 +17,6 @@ void Zeilendatei_messen(Umfeld& umfeld);
 void Alle_Monate_messen(Umfeld& umfeld);
 void Monat_aufbauen_messen(Umfeld& umfeld);
 void Speichern_messen(Umfeld& umfeld);
+void Sicherung_messen(Umfeld& umfeld);
 
 } // namespace kalvora::bench

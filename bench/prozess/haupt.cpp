@@ -1,10 +1,11 @@
 // kalvora_prozessbench: whole processes. What was not built is left out. This program itself stays small: a
 // started program's peak memory counts what its starter held at that moment.
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 
-#include "messung/firmenlager.h"
+#include "messung/grosser_ordner.h"
 #include "messung/messung.h"
 #include "messung/prozess.h"
 
@@ -94,6 +95,23 @@ void Fenster(benchmark::State& lauf, Umfeld& umfeld) {
     Wachstum_messen(umfeld.tafel, "Fenster, Start bis erster Monat", {50, 500, 5000}, bis_Monat);
 }
 
+// Beside the size of the container that it made.
+void Backup_Speicher(benchmark::State& lauf, Umfeld& umfeld) {
+    namespace fs = std::filesystem;
+    const std::string ordner = großer_Ordner(umfeld.lager);
+    fs::create_directories(ordner + "Backups");
+    double MB = 0, Container_MB = 0;
+    for ([[maybe_unused]] const auto _ : lauf) {
+        const Lauf l = bis_zum_Ende({{BIN + "kalvora-bench-sicherung", ordner}, {}, {}});
+        gelungen(l);
+        MB = l.Speicher_MB;
+        for (const auto& datei : fs::directory_iterator(ordner + "Backups"))
+            Container_MB = static_cast<double>(datei.file_size()) / 1e6;
+    }
+    umfeld.tafel.Größe("Backup von " + std::to_string(std::lround(Container_MB)) + " MB, größter Speicher",
+                       MB, 3 * Container_MB);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -110,6 +128,9 @@ int main(int argc, char** argv) {
             Speicher(l, umfeld);
         })->Iterations(1);
     }
+    benchmark::RegisterBenchmark("Backup_Speicher", [&](benchmark::State& l) {
+        Backup_Speicher(l, umfeld);
+    })->Iterations(1);
     if (gebaut("kalvora-bench-fensterstart")) messen("Fenster_Start", Fenster, 31);
     return laufen(argc, argv, umfeld.tafel);
 }

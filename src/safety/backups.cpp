@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "files/ordner.h"
 
@@ -68,8 +69,8 @@ std::vector<Backups::Quelle> Backups::Quellen() const {
     return alle;
 }
 
-Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad) {
-    auto inhalt = kanal_.werk().lesen(pfad);
+Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat) {
+    auto inhalt = kanal_.werk().lesen(pfad, std::move(vorrat));
     if (!inhalt || inhalt->größe > 0 || gewartet_) return inhalt;
     gewartet_ = true;
     kanal_.app().Pause(LEERE_DATEI_PAUSE);
@@ -84,11 +85,13 @@ Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, bo
     for (const Quelle& q : alle)
         größe += q.größe;
     container.reservieren(alle.size(), größe);
+    Dateiinhalt speicher; // of one member after the other
     for (std::size_t n = 0; n < alle.size(); ++n) {
         const Text pfad = alle[n].ordner + alle[n].name;
-        const auto inhalt = Mitglied_lesen(pfad);
+        auto inhalt = Mitglied_lesen(pfad, std::exchange(speicher, {}));
         if (inhalt) {
             container.anfügen(alle[n].name, inhalt->sicht());
+            speicher = std::move(*inhalt);
         } else if (inhalt.nummer() != FEHLER_NICHT_GEFUNDEN) {
             Fehler_vermerken(inhalt.nummer(), pfad);
             return Sammlung::Gescheitert;
@@ -189,6 +192,7 @@ void Backups::Alte_Dateien_löschen(const Text& ordner, TextView maske, int anza
     ohne_Meldung([&] { namen = Dateien(kanal_.fs(), ordner, maske, true); });
     std::erase_if(namen, [&](const Text& name) { return Ordner_vorhanden(kanal_.fs(), ordner + name); });
     std::vector<Text> marken;
+    marken.reserve(namen.size());
     for (const Text& name : namen)
         marken.emplace_back(links(name, position(name + u" ", u" ") - 1));
     std::sort(marken.begin(), marken.end());

@@ -45,7 +45,7 @@ private:
     std::vector<Quelle> Quellen() const;
     void Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske) const;
     Sammlung Mitglieder_anfügen(Containerschreiber& container, bool letzter_Versuch);
-    Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad);
+    Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat);
     bool schreiben(TextView art, const std::string& container);
     void Fehler_vermerken(int nummer, const Text& datei);
     Text Zeitname(TextView art, int sekunden) const;

@@ -56,6 +56,7 @@ std::vector<Text> Wiederherstellung::Sicherungen() const {
     }
     std::sort(gefunden.rbegin(), gefunden.rend());
     std::vector<Text> namen;
+    namen.reserve(gefunden.size());
     for (auto& [zeit, name] : gefunden)
         namen.push_back(std::move(name));
     return namen;
