@@ -60,8 +60,8 @@ void als_Niemand() {
 }
 // All of it becomes this user's, and the file or folder gets these rights until the hindrance is gone.
 Hindernis Rechte(const char* name, const char* datei, int rechte) {
-    const auto setzen = [datei](const stdfs::path& daten, int r) {
-        stdfs::permissions(daten / datei, static_cast<stdfs::perms>(r));
+    const auto setzen = [datei](const stdfs::path& daten, int r) { // before a day's first save there is none
+        if (stdfs::exists(daten / datei)) stdfs::permissions(daten / datei, static_cast<stdfs::perms>(r));
     };
     const auto an = [=](const stdfs::path& daten) {
         schenken(daten.parent_path().parent_path());
