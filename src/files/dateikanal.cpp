@@ -37,6 +37,7 @@ bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg
     modus_ = modus;
     weg_ = weg;
     ausgabe_.clear();
+    vorgefunden_.reset();
     zeile_nr_ = 0;
     try {
         if (modus == Dateimodus::Input)
@@ -120,7 +121,7 @@ Fehlercode Dateikanal::ausschreiben() {
     case Dateimodus::Output: {
         // The canonical spelling is written; the same name in another case would be a second file.
         const Text andere = Datei_finden(fs(), ParentDir(pfad_), Dateiname_aus_Pfad(pfad_));
-        const auto info = werk_.ersetzen(pfad_, ausgabe_);
+        const auto info = werk_.ersetzen(pfad_, ausgabe_, vorgefunden_ ? &*vorgefunden_ : nullptr);
         if (!info) return info.nummer();
         ganz_geschrieben(*info);
         if (andere != pfad_) fs().remove(andere);
@@ -153,7 +154,7 @@ Fehlercode Dateikanal::Datei_schließen() {
     const bool langsam = werk_.uhr().steady() - beginn > LANGSAM_AB;
     const Text pfad = pfad_;
     verwerfen();
-    const bool vorgesehen = (modus_ == Dateimodus::Neu && f == FEHLER_EXISTIERT) ||
+    const bool vorgesehen = ((modus_ == Dateimodus::Neu || vorgefunden_) && f == FEHLER_EXISTIERT) ||
                             (modus_ == Dateimodus::Fortsetzen && f == FEHLER_NICHT_GEFUNDEN);
     if (!f || weg_ == Fehlerweg::IgnoreErrors || vorgesehen) {
         letzte_datei_.clear();

@@ -29,9 +29,11 @@ public:
     // somebody else's rewrite in progress: one wait with a message, then a Dateischaden (ini files may be
     // empty).
     bool Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg = Fehlerweg::Melden);
+    // For a file opened with Output: it is replaced only while it is still the one that was read.
+    void Nur_ersetzen(Dateiwerk::Vorgefunden gelesen) { vorgefunden_ = std::move(gelesen); }
     // Brings what was written to the disk. 0, or the fault's number: with IgnoreErrors any; in mode Neu 58
-    // when the file stands there already, in mode Fortsetzen 53 when it is missing or empty. Every other
-    // fault is thrown.
+    // when the file stands there already, with Nur_ersetzen when it is another one, in mode Fortsetzen 53
+    // when it is missing or empty. Every other fault is thrown.
     Fehlercode Datei_schließen();
     void verwerfen(); // closes without writing and keeps Letzte_Datei: for the roads of failure
 
@@ -80,6 +82,7 @@ private:
     Text letzte_datei_, pfad_;
     Dateimodus modus_ = Dateimodus::Input;
     Fehlerweg weg_ = Fehlerweg::Melden;
+    std::optional<Dateiwerk::Vorgefunden> vorgefunden_;
     bool offen_ = false;
     Dateiinhalt inhalt_, speicher_; // the open file; memory of the one before
     std::optional<Rohzeilen> zeilen_;

@@ -238,6 +238,7 @@ Text Erfassungsdateien::schreiben(Monatsstand& monat, const std::vector<Text>& z
     for (int runde = 1; runde <= RUNDEN && !geschrieben; ++runde)
         geschrieben = (!zeilen.empty() && anhängen(monat, ziel, zeilen, versuch)) ||
                       neue_Version(monat, ziel, zeilen, versuch);
+    if (!geschrieben && zeilen.empty()) return {}; // others keep writing: the next look will do it
     if (!geschrieben)
         throw Laufzeitfehler(FEHLER_NICHT_GEFUNDEN, u"Die Datei " + Pfad_kürzen(ziel, 100) + u" wechselt",
                              ziel);
@@ -350,8 +351,9 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
     kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
+    if (steht_schon) kanal_.Nur_ersetzen({monat.inhalt.größe, monat.inhalt.kopf});
     neue_Version_ausgeben(monat.inhalt, zeilen);
-    if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty();
+    if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty() && !steht_schon;
     // A version with faults stays beside its successor until somebody has looked at it.
     monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);
     merken(monat.inhalt, zeilen, versuch);

@@ -42,10 +42,17 @@ public:
     // writer was ended in the middle of it. What a short write left is taken back. With `nur_bestehende` a
     // missing or emptied file is left alone: 53.
     Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
-    // Replaces the file, or makes it. Mode and group of the old one are kept; where that was somebody else's,
-    // the folder's rights are added, so that he may go on writing. The result is what was written, as it
-    // stood before anybody else could change it.
-    Ergebnis<FileInfo> ersetzen(const Text& pfad, std::string_view bytes) const;
+    // What a reader knows of the file: appends change its size, a rewrite its first bytes.
+    struct Vorgefunden {
+        std::uint64_t größe = 0;
+        std::string kopf;
+    };
+    // Replaces the file, or makes it. With `gelesen` only while it is still that one, looked at last before
+    // the old file goes: 58 when somebody has written to it since. Mode and group of the old one are kept;
+    // where that was somebody else's, the folder's rights are added, so that he may go on writing. The result
+    // is what was written, as it stood before anybody else could change it.
+    Ergebnis<FileInfo> ersetzen(const Text& pfad, std::string_view bytes,
+                                const Vorgefunden* gelesen = nullptr) const;
     // Makes the file whole; 58 when something stands there already, which is left alone.
     Ergebnis<FileInfo> neu_anlegen(const Text& pfad, std::string_view bytes) const;
 
@@ -65,7 +72,9 @@ private:
     FileInfo Rechte_nach(const FileInfo& alt, unsigned eigner, const Text& pfad) const;
     Fehlercode alles_schreiben(FileSystem::Handle, std::string_view bytes) const;
     bool angekommen(const Text& neben, const Text& pfad, std::string_view bytes) const;
-    Ergebnis<FileInfo> unterschieben(const Nebendatei& neben, const Text& pfad, std::string_view bytes) const;
+    Fehlercode noch_dieselbe(const Text& pfad, const Vorgefunden* gelesen) const;
+    Ergebnis<FileInfo> unterschieben(const Nebendatei& neben, const Text& pfad, std::string_view bytes,
+                                     const Vorgefunden* gelesen) const;
     Ergebnis<FileInfo> überschreiben(FileSystem::Handle h, std::string_view bytes) const;
     FileSystem& fs_;
     Clock& uhr_;

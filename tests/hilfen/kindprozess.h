@@ -2,6 +2,7 @@
 // workstation's files in such a process, on the real file system.
 #pragma once
 
+#include <algorithm>
 #include <csignal>
 #include <functional>
 #include <sstream>
@@ -60,7 +61,9 @@ public:
 private:
     [[noreturn]] static void ausführen(const std::function<void(const Sagen&)>& tat, int rohr) {
         const Sagen sagen = [rohr](const std::string& zeile) {
-            const std::string ganz = zeile + "\n";
+            std::string ganz = zeile;
+            std::replace(ganz.begin(), ganz.end(), '\n', ' ');
+            ganz += '\n';
             if (write(rohr, ganz.data(), ganz.size()) != static_cast<ssize_t>(ganz.size())) _exit(4);
         };
         try {
