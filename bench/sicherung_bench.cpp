@@ -85,9 +85,7 @@ public:
             fs::remove(kopie_ / pfad.filename());
         return Sekunden([&] {
             for (const fs::path& pfad : dateien_) {
-                const fs::path ziel = kopie_ / pfad.filename();
-                fs::copy_file(pfad, ziel);
-                Datei(ziel, O_RDONLY).sichern();
+                kopiert_und_gesichert(pfad, kopie_ / pfad.filename());
             }
         });
     }

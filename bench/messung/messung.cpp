@@ -1,11 +1,14 @@
 #include "messung/messung.h"
 
+#include <fcntl.h>
 #include <malloc.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#include <stdexcept>
 
 namespace kalvora::bench {
 
@@ -40,6 +43,12 @@ double Rechensekunden(const std::function<void()>& arbeit) {
     const double beginn = jetzt();
     arbeit();
     return jetzt() - beginn;
+}
+
+void kopiert_und_gesichert(const std::filesystem::path& von, const std::filesystem::path& nach) {
+    std::filesystem::copy_file(von, nach);
+    const int datei = ::open(nach.c_str(), O_RDONLY | O_CLOEXEC);
+    if (datei < 0 || ::fsync(datei) != 0 || ::close(datei) != 0) throw std::runtime_error("the copy failed");
 }
 
 double Median(std::vector<double> werte) {

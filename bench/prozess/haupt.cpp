@@ -58,6 +58,42 @@ void Konsole(benchmark::State& lauf, Umfeld& umfeld) {
     Wachstum_messen(umfeld.tafel, "Konsole, Start bis Ende", {50, 500, 5000}, bis_Ende);
 }
 
+// The files of the folder and of its folders one by one, each brought to the disk.
+double Kopie_mit_fsync(const std::string& von, const std::string& nach) {
+    namespace fs = std::filesystem;
+    fs::remove_all(nach);
+    return Sekunden([&] {
+        fs::create_directories(nach);
+        for (const auto& eintrag : fs::recursive_directory_iterator(von)) {
+            const fs::path ziel = fs::path(nach) / fs::relative(eintrag.path(), von);
+            if (eintrag.is_directory())
+                fs::create_directories(ziel);
+            else
+                kopiert_und_gesichert(eintrag.path(), ziel);
+        }
+    });
+}
+
+// The first start of a day makes a backup, tidies the log and cleans up; it stands beside a later start of
+// that day and the plain copy of the folder.
+void Erster_Start_des_Tages(benchmark::State& lauf, Umfeld& umfeld) {
+    constexpr int MITARBEITER = 50;
+    const std::string daten = kalvora::zu_utf8(umfeld.lager.Datenpfad(MITARBEITER));
+    const auto start = [&] { return gelungen(bis_zum_Ende(umfeld.Start("kalvora-konsole", MITARBEITER))); };
+    abwechselnd(
+        lauf, umfeld.tafel,
+        {"erster Start des Tages, 50 Mitarbeiter", "ein späterer Start und die Kopie des Ordners mit fsync",
+         2},
+        [&] {
+            std::filesystem::remove_all(daten + "Backups");
+            std::filesystem::create_directories(daten + "Backups");
+            const double zeit = start();
+            if (std::filesystem::is_empty(daten + "Backups")) throw std::runtime_error("no backup was made");
+            return zeit;
+        },
+        [&] { return start() + Kopie_mit_fsync(daten, umfeld.lager.ordner().pfad() + "kopie"); });
+}
+
 // Start and a look at every month of the year.
 Aufrufe langer_Lauf(Umfeld& umfeld, int Mitarbeiter) {
     std::string skript;
@@ -124,6 +160,7 @@ int main(int argc, char** argv) {
     };
     if (gebaut("kalvora-konsole")) {
         messen("Konsole_Start", Konsole, 51);
+        messen("Erster_Start_des_Tages", Erster_Start_des_Tages, 31);
         benchmark::RegisterBenchmark("Konsole_Speicher", [&](benchmark::State& l) {
             Speicher(l, umfeld);
         })->Iterations(1);
