@@ -420,5 +420,92 @@ TEST(Erfassungsdateien, AusnahmenVergangenerMonate) {
     }
 }
 
+// Faulty lines go only behind a backup; all others stay as they stand.
+TEST(Erfassungsdateien, FehlerhafteZeilenGehen) {
+    const std::vector<Text> gute{A(u"anna", u"1"), u"K:anna:01-01:Text", A(u"weg", u"2")};
+    std::vector<Text> alle = gute;
+    alle.insert(alle.begin() + 1, {u"Unsinn", u"A:otto:123", u"K:otto:1:x", u""});
+    for (const bool gesichert : {true, false}) {
+        Erfassungsplatz p({u"anna", u"otto"});
+        p.Monatsdatei(HEUTE, alle, u"ohne Trenner");
+        Text arten;
+        p.erfassung.sichern = [&](TextView art) {
+            arten += art;
+            return gesichert;
+        };
+        EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+        EXPECT_EQ(arten, u"F");
+        EXPECT_EQ(p.zeilen(HEUTE), gesichert ? Monat(gute) : Monat(alle, u"2611", u"ohne Trenner"));
+        EXPECT_EQ(p.fenster.hinweise,
+                  std::vector<Text>{u"Fehlerhafte Daten erkannt in Monat 11.2026!\n\nBitte "
+                                    u"Administrationslogbuch beachten!"});
+        EXPECT_EQ(p.Logzeilen().size(), 3U) << "one for all lines that are no row, one for each other";
+        EXPECT_EQ(p.erfassung.monat().Erfassungsdaten.anzahl(), 2);
+        p.erfassung.Erfassungsdaten_lesen(u"2611");
+        EXPECT_EQ(p.fenster.hinweise.size(), 1U) << "told once";
+    }
+}
+
+TEST(Erfassungsdateien, DefragmentierenAbAnderthalbZeilen) {
+    for (const int zeilen : {3, 4}) // of two persons
+        for (const char* was : {"", "start", "lock", "refused"}) {
+            SCOPED_TRACE(std::to_string(zeilen) + was);
+            Erfassungsplatz p({u"anna", u"otto"});
+            p.platz.Startphase = was == std::string("start");
+            p.kanal.Reparatursperre = was == std::string("lock");
+            Text arten;
+            p.erfassung.sichern = [&](TextView art) {
+                arten += art;
+                return true;
+            };
+            std::vector<Text> sätze;
+            for (int n = 0; n < zeilen; ++n)
+                sätze.push_back(A(n % 2 == 0 ? u"anna" : u"otto", Text(1, static_cast<char16_t>(u'1' + n))));
+            p.Monatsdatei(HEUTE, sätze);
+            p.erfassung.Erfassungsdaten_lesen(u"2611");
+            if (was == std::string("refused"))
+                p.fs.störe({.aufruf = "open", .nummer = 70, .dauernd = true});
+            EXPECT_NO_THROW(p.erfassung.Defragmentieren_wenn_fällig());
+            const bool fällig = zeilen == 4 && (was == std::string() || was == std::string("refused"));
+            EXPECT_EQ(arten, fällig ? u"T" : u"");
+            EXPECT_EQ(p.zeilen(HEUTE), Monat(fällig && was == std::string()
+                                                 ? std::vector<Text>{A(u"anna", u"3"), A(u"otto", u"4")}
+                                                 : sätze));
+        }
+}
+
+// A month that had a file and has none any more is lost, not empty; one that never had is empty.
+TEST(Erfassungsdateien, VerschwundenerMonat) {
+    Erfassungsplatz p({u"anna"});
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_lesen(u"2612"));
+    const Text datei = p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
+    ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+    const std::string bytes = *p.fs.inhalt(datei);
+    p.fs.platte().entferne(datei);
+    p.fenster.beim_Warten = [&] { p.fs.schreibe(datei, bytes); };
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611")) << "for a moment only";
+    p.fenster.beim_Warten = {};
+    p.fs.platte().entferne(datei);
+    EXPECT_FALSE(p.erfassung.Monat_geändert()) << "a look says nothing yet";
+    EXPECT_THROW(p.erfassung.Datensatz_speichern(A(u"anna", u"2")), Dateischaden);
+    EXPECT_TRUE(p.Versionen().empty()) << "nothing is saved into an empty month";
+}
+
+// While a repair lock stands the staff list may be the standard one: nobody's rows are dropped.
+TEST(Erfassungsdateien, ReparatursperreBehältUnbekannte) {
+    for (const bool sperre : {false, true}) {
+        Erfassungsplatz p({u"anna"});
+        p.kanal.Reparatursperre = sperre;
+        p.Monatsdatei(u"2611 261110",
+                      {A(u"fremd", u"1"), A(u"anna", u"1"), A(u"fremd", u"2"), u"K:fremd:01-01:x"});
+        p.erfassung.Erfassungsdaten_lesen(u"2611");
+        EXPECT_TRUE(p.erfassung.Datensatz_speichern(A(u"anna", u"3")));
+        std::vector<Text> soll{A(u"anna", u"1")};
+        if (sperre) soll.insert(soll.end(), {A(u"fremd", u"2"), u"K:fremd:01-01:x"});
+        soll.push_back(A(u"anna", u"3"));
+        EXPECT_EQ(p.zeilen(HEUTE), Monat(soll));
+    }
+}
+
 } // namespace
 } // namespace kalvora
