@@ -83,9 +83,8 @@ public:
     // Over the copies of the run before, as the restore replaces what stands there.
     double cp() {
         return Sekunden([&] {
-            for (const fs::path& pfad : dateien_) {
+            for (const fs::path& pfad : dateien_)
                 kopiert_und_gesichert(pfad, kopie_ / pfad.filename());
-            }
         });
     }
 
