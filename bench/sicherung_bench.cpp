@@ -58,7 +58,7 @@ public:
         return zeit;
     }
     double cat() {
-        const std::string ziel = kopie_ + "alle";
+        const std::string ziel = kopie_ / "alle";
         fs::remove(ziel);
         return Sekunden([&] {
             std::vector<char> puffer(128 * 1024);
@@ -80,13 +80,11 @@ public:
         if (!ok) throw std::runtime_error("the restore was refused");
         return zeit;
     }
+    // Over the copies of the run before, as the restore replaces what stands there.
     double cp() {
-        for (const fs::path& pfad : dateien_)
-            fs::remove(kopie_ / pfad.filename());
         return Sekunden([&] {
-            for (const fs::path& pfad : dateien_) {
+            for (const fs::path& pfad : dateien_)
                 kopiert_und_gesichert(pfad, kopie_ / pfad.filename());
-            }
         });
     }
 

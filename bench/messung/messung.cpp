@@ -46,7 +46,7 @@ double Rechensekunden(const std::function<void()>& arbeit) {
 }
 
 void kopiert_und_gesichert(const std::filesystem::path& von, const std::filesystem::path& nach) {
-    std::filesystem::copy_file(von, nach);
+    std::filesystem::copy_file(von, nach, std::filesystem::copy_options::overwrite_existing);
     const int datei = ::open(nach.c_str(), O_RDONLY | O_CLOEXEC);
     if (datei < 0 || ::fsync(datei) != 0 || ::close(datei) != 0) throw std::runtime_error("the copy failed");
 }

@@ -17,7 +17,7 @@ using Seite = std::function<double()>;
 double Sekunden(const std::function<void()>& arbeit);
 // Of this thread's processor time: for work that waits for nothing, so that a busy machine disturbs less.
 double Rechensekunden(const std::function<void()>& arbeit);
-// Copies a file and brings the copy to the disk.
+// Copies a file, over an earlier copy, and brings the copy to the disk.
 void kopiert_und_gesichert(const std::filesystem::path& von, const std::filesystem::path& nach);
 double Median(std::vector<double> werte);
 
