@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     QApplication anwendung(argc, argv);
     PosixFileSystem platte;
     WaitingFileSystem fs(platte);
+    fs.prompt = [&platte](const Text& ordner) { return platte.on_local_disk(ordner); };
     PosixClock uhr;
     PosixEnvironment umgebung;
     QtFenstersystem fenster;

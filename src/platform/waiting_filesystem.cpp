@@ -11,6 +11,7 @@ namespace {
 
 constexpr auto PATIENCE = 80ms; // a call that is done by then was none to wait for
 constexpr auto STEP = 30ms;
+constexpr auto BELIEVED = 1s;
 // A local call is over in microseconds, and the next one follows soon: waking a thread would last longer.
 constexpr auto SPIN_FOR_RESULT = 100us, SPIN_FOR_JOB = 200us;
 
@@ -116,19 +117,40 @@ auto WaitingFileSystem::on_worker(F&& call) -> decltype(call()) {
     return std::move(*job.result);
 }
 
+// --- what need not be handed over
+
+bool WaitingFileSystem::answers_soon(const Text& path) {
+    if (!prompt || outside_) return false;
+    const Text folder = path.substr(0, path.rfind(u'/') + 1);
+    const auto now = Clock::now();
+    const auto known = answers_.find(folder);
+    if (known != answers_.end() && now - known->second.asked < BELIEVED) return known->second.prompt;
+    const bool soon = on_worker([&] { return prompt(folder); });
+    answers_[folder] = {soon, now};
+    return soon;
+}
+
+template <class Place, class F>
+auto WaitingFileSystem::look(const Place& place, F&& call) -> decltype(call()) {
+    return answers_soon(place) ? call() : on_worker(call);
+}
+
 // --- forwarding
 
 Ergebnis<FileSystem::Handle> WaitingFileSystem::open(const Text& path, OpenMode mode) {
-    return on_worker([&] { return beneath_.open(path, mode); });
+    const bool soon = answers_soon(path);
+    const auto handle = look(path, [&] { return beneath_.open(path, mode); });
+    if (handle && soon) prompt_handles_.insert(*handle);
+    return handle;
 }
 
 Ergebnis<std::size_t> WaitingFileSystem::read(Handle handle, char* buffer, std::size_t size) {
-    return on_worker([&] { return beneath_.read(handle, buffer, size); });
+    return look(handle, [&] { return beneath_.read(handle, buffer, size); });
 }
 
 Ergebnis<std::size_t> WaitingFileSystem::read_at(Handle handle, std::uint64_t offset, char* buffer,
                                                  std::size_t size) {
-    return on_worker([&] { return beneath_.read_at(handle, offset, buffer, size); });
+    return look(handle, [&] { return beneath_.read_at(handle, offset, buffer, size); });
 }
 
 Ergebnis<std::size_t> WaitingFileSystem::write(Handle handle, std::string_view bytes) {
@@ -148,15 +170,17 @@ Fehlercode WaitingFileSystem::copy_rights(Handle handle, const FileInfo& from) {
 }
 
 Ergebnis<FileInfo> WaitingFileSystem::info(Handle handle) {
-    return on_worker([&] { return beneath_.info(handle); });
+    return look(handle, [&] { return beneath_.info(handle); });
 }
 
 Fehlercode WaitingFileSystem::close(Handle handle) {
-    return on_worker([&] { return beneath_.close(handle); });
+    const Fehlercode fault = look(handle, [&] { return beneath_.close(handle); });
+    prompt_handles_.erase(handle);
+    return fault;
 }
 
 Ergebnis<FileInfo> WaitingFileSystem::info(const Text& path) {
-    return on_worker([&] { return beneath_.info(path); });
+    return look(path, [&] { return beneath_.info(path); });
 }
 
 Fehlercode WaitingFileSystem::rename(const Text& from, const Text& to) {
@@ -180,15 +204,15 @@ Fehlercode WaitingFileSystem::make_folder(const Text& path) {
 }
 
 Ergebnis<std::vector<Text>> WaitingFileSystem::list(const Text& folder) {
-    return on_worker([&] { return beneath_.list(folder); });
+    return look(folder, [&] { return beneath_.list(folder); });
 }
 
 Fehlercode WaitingFileSystem::change_folder(const Text& folder) {
-    return on_worker([&] { return beneath_.change_folder(folder); });
+    return look(folder, [&] { return beneath_.change_folder(folder); });
 }
 
 Ergebnis<Text> WaitingFileSystem::real_folder(const Text& folder) {
-    return on_worker([&] { return beneath_.real_folder(folder); });
+    return look(folder, [&] { return beneath_.real_folder(folder); });
 }
 
 } // namespace kalvora

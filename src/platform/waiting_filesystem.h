@@ -1,6 +1,9 @@
 // A file system whose calls may last without holding up the window: each runs on a worker thread, and while
 // it lasts the calling thread is given a moment again and again, to let the window answer. Otherwise it is
 // the file system beneath. To be called from one thread alone.
+//
+// Handing over costs microseconds, or on a busy computer as long as another process holds the processor. What
+// only looks at a folder that always answers soon (`prompt`) is therefore done at once.
 #pragma once
 
 #include <atomic>
@@ -8,7 +11,9 @@
 #include <condition_variable>
 #include <exception>
 #include <functional>
+#include <map>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -28,6 +33,9 @@ public:
     // the call has to come to its end, and its result counts.
     std::function<void(double seconds)> while_waiting;
     std::function<void()> wait_over; // once behind a call during which while_waiting ran
+    // Does this folder always answer soon? Asked on the worker; the answer is believed for a second, since a
+    // share may be mounted there meanwhile. Without it every call is handed over.
+    std::function<bool(const Text& folder)> prompt;
 
     Ergebnis<Handle> open(const Text& path, OpenMode mode) override;
     Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) override;
@@ -54,6 +62,14 @@ private:
     enum class State { Idle, Posted, Done };
     using Clock = std::chrono::steady_clock;
 
+    struct Answer {
+        bool prompt = false;
+        Clock::time_point asked;
+    };
+    bool answers_soon(const Text& path); // a file's folder counts
+    bool answers_soon(Handle handle) const { return prompt_handles_.contains(handle); }
+    template <class Place, class F>
+    auto look(const Place& place, F&& call) -> decltype(call());
     template <class F>
     auto on_worker(F&& call) -> decltype(call());
     void run(void (*job)(void*), void* argument); // on the worker, until it is done
@@ -62,7 +78,9 @@ private:
     bool spin_until(State wanted, std::chrono::microseconds longest) const;
 
     FileSystem& beneath_;
-    const bool spins_;     // not where both sides share one processor
+    const bool spins_;               // not where both sides share one processor
+    std::map<Text, Answer> answers_; // by folder
+    std::set<Handle> prompt_handles_;
     bool outside_ = false; // a call is under way: what comes now is nested
     // The job is written before Posted and read behind it; so its result before and behind Done. Whoever
     // finds the other side asleep wakes it under the mutex.

@@ -49,6 +49,13 @@ bool on_share(const struct statfs& where) {
     return std::find(SHARES.begin(), SHARES.end(), static_cast<unsigned>(where.f_type)) != SHARES.end();
 }
 
+bool on_disk(const struct statfs& where) {
+    constexpr unsigned XFS = 0x58465342; // not among the system's names
+    constexpr std::array<unsigned, 6> DISKS{EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC, XFS,
+                                            TMPFS_MAGIC,      F2FS_SUPER_MAGIC,  OVERLAYFS_SUPER_MAGIC};
+    return std::find(DISKS.begin(), DISKS.end(), static_cast<unsigned>(where.f_type)) != DISKS.end();
+}
+
 // An input/output error of a share, or of something that does not even say what it is, is a lost network.
 Fehlercode path_fault(int error, const std::string& path) {
     struct stat folder {};
@@ -404,6 +411,11 @@ Ergebnis<Text> PosixFileSystem::real_folder(const Text& folder) {
     struct stat s {};
     const bool dangling = error == ENOENT && lstat(name.c_str(), &s) == 0 && S_ISLNK(s.st_mode);
     return Ergebnis<Text>::fehler(dangling ? FEHLER_NETZ : folder_fault(error, name));
+}
+
+bool PosixFileSystem::on_local_disk(const Text& folder) const {
+    struct statfs where {};
+    return possible(folder) && statfs(zu_utf8(folder).c_str(), &where) == 0 && on_disk(where);
 }
 
 } // namespace kalvora

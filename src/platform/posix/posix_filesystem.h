@@ -30,6 +30,10 @@ public:
     Text current_folder() override;
     Ergebnis<Text> real_folder(const Text& folder) override;
 
+    // Does the folder lie on a disk of this computer, which always answers soon? No: a share, what a process
+    // serves (FUSE), anything not known, a folder that is not there. May itself last.
+    bool on_local_disk(const Text& folder) const;
+
 protected:
     // The two ways to give a file a name that is free, each 0 or an errno. File systems differ in which of
     // them they know; a test takes them away one by one.

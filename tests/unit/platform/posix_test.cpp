@@ -244,6 +244,12 @@ TEST_F(Posix, Gebietsschema_folgt_den_Variablen_in_ihrem_Rang) {
     EXPECT_EQ(umgebung.locale().Monatsnamen[2], u"März") << "C stands for no locale at all";
 }
 
+TEST_F(Posix, Was_keine_Platte_dieses_Rechners_ist_kann_warten_lassen) {
+    for (const Text& anderswo : {Text(u"/proc/"), ordner.pfad(u"fehlt/")})
+        EXPECT_FALSE(fs.on_local_disk(anderswo)) << zu_utf8(anderswo);
+    if (stdfs::exists("/dev/shm")) EXPECT_TRUE(fs.on_local_disk(u"/dev/shm/"));
+}
+
 TEST_F(Posix, Ordner_ohne_Verweise) {
     stdfs::create_directories(ordner.ordner() / "tief" / "unten");
     stdfs::create_symlink("tief/unten", ordner.ordner() / "verweis");

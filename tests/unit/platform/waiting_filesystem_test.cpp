@@ -2,7 +2,9 @@
 // happens while one of them does not come back.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <stdexcept>
+#include <thread>
 
 #include "files/whole_file.h"
 #include "hilfen/speicher_dateisystem.h"
@@ -89,6 +91,50 @@ TEST_F(Wartend, laesst_das_Fenster_zu_Wort_kommen_bis_der_Aufruf_zurueckkehrt) {
     EXPECT_EQ(male, 3);
     EXPECT_EQ(fs.make_folder(u"/srv/y/"), 58);
     EXPECT_EQ(vorbei, 1) << "the second call did not last";
+}
+
+// What is done at once runs on the caller's own thread.
+TEST_F(Wartend, gibt_nicht_ab_was_nur_hinsieht_wo_gleich_geantwortet_wird) {
+    std::set<std::string> abgegeben;
+    platte.platte().mache_ordner(u"/srv/x/");
+    platte.schreibe(u"/srv/x/a.dat", "abc");
+    platte.davor = [&, hier = std::this_thread::get_id()](const std::string& aufruf, const Text&) {
+        if (std::this_thread::get_id() != hier) abgegeben.insert(aufruf);
+    };
+    std::vector<Text> gefragt;
+    const auto alles = [&] {
+        abgegeben.clear();
+        (void)fs.info(u"/srv/x/a.dat");
+        (void)fs.list(u"/srv/x/");
+        const auto h = fs.open(u"/srv/x/a.dat", OpenMode::Append);
+        char c = 0;
+        (void)fs.info(*h);
+        (void)fs.read(*h, &c, 1);
+        (void)fs.read_at(*h, 0, &c, 1);
+        (void)fs.write(*h, "d");
+        (void)fs.sync(*h);
+        fs.close(*h);
+        fs.rename(u"/srv/x/a.dat", u"/srv/x/b.dat");
+        fs.rename(u"/srv/x/b.dat", u"/srv/x/a.dat");
+        return abgegeben;
+    };
+    const std::set<std::string> ändernde{"write", "sync", "rename"};
+    std::set<std::string> jeder{"info", "list", "open", "read", "read_at", "close"};
+    jeder.insert(ändernde.begin(), ändernde.end());
+    EXPECT_EQ(alles(), jeder);
+    bool gleich = true;
+    fs.prompt = [&](const Text& ordner) {
+        gefragt.push_back(ordner);
+        return gleich;
+    };
+    EXPECT_EQ(alles(), ändernde);
+    EXPECT_EQ(gefragt, std::vector<Text>{u"/srv/x/"}) << "the answer holds for a while";
+    gleich = false;
+    const auto h = fs.open(u"/srv/x/a.dat", OpenMode::Read);
+    (void)fs.info(u"/srv/y");
+    EXPECT_EQ(gefragt, (std::vector<Text>{u"/srv/x/", u"/srv/"}));
+    EXPECT_TRUE(abgegeben.contains("info"));
+    fs.close(*h);
 }
 
 } // namespace
