@@ -16,6 +16,11 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
     cmdAuswahl2.set_visible(false);
     cmdAuswahl1.on_click = [this](Modifiers) { set_tag(u"D"); };
     cmdAuswahl2.on_click = [this](Modifiers) { set_tag(u"E"); };
+    cmdAuswahl2.set_cancel(true);
+    on_query_close = [this] { // the wait goes on unseen otherwise
+        set_tag(u"E");
+        return false;
+    };
 }
 
 void frmStart::Warten_zeigen(bool an) {

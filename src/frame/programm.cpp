@@ -49,10 +49,11 @@ void Programm::Fortschritt_zeigen(int fertig, int alle) {
 }
 
 void Programm::Vorgang_zeigen(const Text& text) {
-    if (start_)
-        start_->Vorgang_zeigen(text);
-    else if (haupt_)
-        haupt_->form().lblStatus4.set_text(text);
+    if (start_) return start_->Vorgang_zeigen(text);
+    if (!haupt_) return;
+    Label& label = haupt_->form().lblStatus4;
+    label.set_text(text);
+    label.set_visible(!text.empty());
 }
 
 Programm::~Programm() {
