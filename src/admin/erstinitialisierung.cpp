@@ -42,17 +42,18 @@ void Setup::Verlorenes_erkennen() const {
 }
 
 void Setup::Standard_ergänzen(const Text& name) {
-    in_Reparatur_ = true;
     als_Prozedur(u"modSetup - Erstinitialisierung", [&] {
-        KalvoraSetupDat_lesen();
+        if (!fehlt(name)) return;
         reserve_ = konfig_.werte().Reservezeile;
-        Startjahr_festlegen();
-        Land_ = Ländercode_ermitteln();
-        const auto nötig = [&](TextView datei) { return gleich_ohne_Fall(name, datei) && fehlt(datei); };
-        if (nötig(u"Konfigdaten.dat")) Inst_Konfigdaten_schreiben();
-        if (nötig(u"Mitarbeiterdaten.dat")) Inst_Mitarbeiterdaten_schreiben();
-        if (nötig(u"Feiertage.dat")) Inst_Feiertage_schreiben();
-        Inst_Erfassungsdateien_anlegen();
+        if (gleich_ohne_Fall(name, u"Konfigdaten.dat")) {
+            KalvoraSetupDat_lesen();
+            Inst_Konfigdaten_schreiben();
+        }
+        if (gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat")) {
+            platz_.Startjahr = Startjahr_der_Monate();
+            Inst_Mitarbeiterdaten_schreiben();
+        }
+        if (gleich_ohne_Fall(name, u"Feiertage.dat")) Inst_Feiertage_schreiben();
         SetupDat_löschen();
     });
 }
@@ -102,17 +103,10 @@ int Setup::Startjahr_der_Monate() const {
     return Jahr(FormatDatumSD(erster->substr(0, 4) + u"01"));
 }
 
-// The staff file says so; a folder without it, or with a damaged one that a repair of its own will bring
-// back, goes by its months.
+// The staff file says so; a folder without it goes by its months.
 void Setup::Startjahr_festlegen() {
-    platz_.Startjahr = Startjahr_der_Monate();
-    if (fehlt(u"Mitarbeiterdaten.dat")) return;
-    try {
-        platz_.Startjahr = Mitarbeiterdatei_lesen(kanal_, platz_).Startjahr;
-    } catch (const Dateischaden&) {
-        if (!in_Reparatur_) throw;
-        kanal_.verwerfen();
-    }
+    platz_.Startjahr = fehlt(u"Mitarbeiterdaten.dat") ? Startjahr_der_Monate()
+                                                      : Mitarbeiterdatei_lesen(kanal_, platz_).Startjahr;
 }
 
 Text Setup::Ländercode_ermitteln() const {

@@ -52,6 +52,11 @@ Terminalgröße Größe_des_Terminals() {
     return {größe.ws_col, größe.ws_row};
 }
 
+bool Eingabe_bereit() {
+    pollfd eingabe{STDIN_FILENO, POLLIN, 0};
+    return poll(&eingabe, 1, 0) > 0;
+}
+
 // Somebody types: before each line the month as it stands, and a prompt.
 class Terminalquelle : public Zeilenquelle {
 public:
@@ -64,10 +69,18 @@ public:
         std::cout << '\n';
         return std::nullopt;
     }
-    bool bereit() override {
-        pollfd eingabe{STDIN_FILENO, POLLIN, 0};
-        return poll(&eingabe, 1, 0) > 0;
-    }
+    bool bereit() override { return Eingabe_bereit(); }
+};
+
+// Standard input that is no terminal. In real time a program that waits goes on while nothing comes; where
+// time is simulated, what comes later is waited for, so that two runs are alike.
+class Eingabequelle : public Stromquelle {
+public:
+    explicit Eingabequelle(bool echtzeit) : Stromquelle(std::cin, false), echtzeit_(echtzeit) {}
+    bool bereit() override { return !echtzeit_ || std::cin.rdbuf()->in_avail() > 0 || Eingabe_bereit(); }
+
+private:
+    bool echtzeit_;
 };
 
 void Monat_zeichnen(const KonsolenFenstersystem& system) {
@@ -120,6 +133,6 @@ int main(int argc, char** argv) {
         Terminalquelle quelle;
         return laufen(optionen, quelle, &quelle);
     }
-    Stromquelle quelle(std::cin, false);
+    Eingabequelle quelle(optionen.echtzeit);
     return laufen(optionen, quelle);
 }

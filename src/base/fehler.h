@@ -60,6 +60,7 @@ public:
     Text datei;
     Text monate;
     bool zweimal_gesehen = false;
+    bool nur_Verdacht = false; // something else went wrong while its lines were being judged
 };
 
 // An ordered stop. `logtext`: what goes to the administration log; empty is a standard text, "NoLog" nothing.

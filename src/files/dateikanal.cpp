@@ -161,6 +161,7 @@ Fehlercode Dateikanal::Datei_schließen() {
         if (langsam && bei_langsamem_Schließen) bei_langsamem_Schließen();
         return f;
     }
+    if (modus_ != Dateimodus::Input) letzte_datei_.clear(); // nothing is being judged
     const bool nicht_offen = f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ ||
                              f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER;
     if (nicht_offen) öffnen_gescheitert(pfad, modus_, f); // files are opened for writing here

@@ -119,11 +119,13 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
         Text fehlend;
         const auto alle = verzeichnis();
         const int dieses_Jahr = Jahr(platz_.Heute);
+        bool keiner = true;
         for (int monat = 1; monat <= MONATE; ++monat) {
             const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
             const auto treffer = alle.find(yymm);
             const int jahr = platz_.Startjahr + (monat - 1) / 12;
             if (treffer != alle.end()) gesehen_.insert(yymm);
+            keiner = keiner && treffer == alle.end();
             if (treffer == alle.end()) {
                 if (jahr > dieses_Jahr) continue;
                 if (!fehlend.empty()) fehlend += u", ";
@@ -132,6 +134,11 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
                 Alte_Erfassungsdateien_löschen(treffer->second.back().stamm);
             }
         }
+        if (keiner && !alle.empty()) // one wrong digit, and the whole plan would be another one
+            throw Dateischaden(
+                u"Das Startjahr " + ziffern(platz_.Startjahr) +
+                    u" in der Datei 'Mitarbeiterdaten.dat' passt nicht zu den vorhandenen Monaten.",
+                pfad(u"Mitarbeiterdaten.dat"));
         if (!fehlend.empty()) Monate_fehlen(fehlend);
     });
 }
@@ -161,15 +168,22 @@ void Erfassungsdateien::Monate_fehlen(const Text& monate) {
     throw schaden;
 }
 
-// The lines of a version as bytes of the code page; none when it is not that month's file or cannot be read
-// to its end.
-std::vector<std::string> Erfassungsdateien::Klarzeilen(const Version& version) {
+// The lines of a version as bytes of the code page; a last one without its end is not yet there.
+std::vector<std::string> Erfassungsdateien::alle_Zeilen(const Version& version, bool* offen) {
     std::vector<std::string> zeilen;
     kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
     while (const auto zeile = kanal_.nächste_Klarzeile())
         zeilen.emplace_back(zeile->bytes);
-    const bool offen = kanal_.letzte_Zeile_offen();
+    if (offen) *offen = kanal_.letzte_Zeile_offen();
     kanal_.Datei_schließen();
+    return zeilen;
+}
+
+// The same; none when it is not that month's file or cannot be read
+// to its end.
+std::vector<std::string> Erfassungsdateien::Klarzeilen(const Version& version) {
+    bool offen = false;
+    std::vector<std::string> zeilen = alle_Zeilen(version, &offen);
     const bool ganz = !offen && zeilen.size() >= KOPFZEILEN;
     if (!ganz || zeilen[0] != "[" + zu_cp1252(links(version.stamm, 4)) + "]") zeilen.clear();
     return zeilen;
@@ -180,7 +194,7 @@ bool Erfassungsdateien::Ausnahmen_übernehmen(const Version& version, TextView a
                                              const Feld<Text>& Feiertagsliste) {
     std::vector<std::string> zeilen = Klarzeilen(version);
     if (zeilen.empty()) return false;
-    const FileInfo gelesen = kanal_.Stand();
+    const Dateiwerk::Vorgefunden gelesen{kanal_.Stand().size, kanal_.Kopfbytes()};
     const Text alte = aus_cp1252(zeilen[2]);
     const int trenner = position(alte, u":");
     if (trenner == 0) return true;
@@ -193,12 +207,11 @@ bool Erfassungsdateien::Ausnahmen_übernehmen(const Version& version, TextView a
     return unverändert_ersetzen(version, gelesen, zeilen, Fehlerweg::Melden);
 }
 
-// Rewrites a version in place. False: somebody has changed it since it was read, or it cannot be written.
-bool Erfassungsdateien::unverändert_ersetzen(const Version& version, const FileInfo& gelesen,
+// Rewrites a version in place. False: somebody has written to it since it was read, or it cannot be written.
+bool Erfassungsdateien::unverändert_ersetzen(const Version& version, const Dateiwerk::Vorgefunden& gelesen,
                                              const std::vector<std::string>& zeilen, Fehlerweg weg) {
-    const auto jetzt = kanal_.werk().stand(pfad(version.name));
-    if (!jetzt || jetzt->time != gelesen.time || jetzt->size != gelesen.size) return false;
     if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Output, weg)) return false;
+    kanal_.Nur_ersetzen(gelesen);
     for (const std::string& zeile : zeilen)
         kanal_.Klarzeile_schreiben(zeile);
     return kanal_.Datei_schließen() == 0;

@@ -10,18 +10,6 @@
 
 namespace kalvora {
 
-namespace {
-
-void unbekannte_Schlüssel_anfügen(const Monatsinhalt& inhalt, std::vector<Text>& BenIds) {
-    std::set<Text> bekannt;
-    for (const Text& BenId : BenIds)
-        bekannt.insert(klein(BenId));
-    for (const Erfassungssatz& satz : inhalt.Erfassungsdaten)
-        if (bekannt.insert(klein(satz.BenId)).second) BenIds.push_back(satz.BenId);
-}
-
-} // namespace
-
 Erfassungsdateien::Verzeichnis Erfassungsdateien::verzeichnis(TextView yymm) const {
     Verzeichnis aus;
     for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, Text(yymm) + u"*Data.dat"))
@@ -44,7 +32,8 @@ Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
 bool Erfassungsdateien::Monat_geändert() const {
     try {
         const Version jetzt = in_Kraft(monat_.inhalt.yymm);
-        if (jetzt.stamm != monat_.inhalt.stamm || jetzt.stamm.empty()) return !jetzt.stamm.empty();
+        if (jetzt.stamm != monat_.inhalt.stamm) return true;
+        if (jetzt.stamm.empty()) return false;
         const auto stand = kanal_.werk().stand(pfad(jetzt.name));
         return stand && stand->time != monat_.zeit;
     } catch (const Laufzeitfehler& fehler) {
@@ -97,6 +86,8 @@ Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
     Monatsinhalt inhalt = zweite_Lesung(
         kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
         [&](const Monatsinhalt& gelesen) { return !gelesen.fehlerhaft() && !verschwunden(gelesen); });
+    // The restore of an earlier state takes months away; it rewrites the configuration too.
+    if (verschwunden(inhalt) && konfig_.Datei_geändert(false)) gesehen_.clear();
     if (verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
     if (!inhalt.stamm.empty()) gesehen_.insert(yymm);
     return inhalt;
@@ -122,7 +113,7 @@ bool Erfassungsdateien::reparieren(const Monatsinhalt& inhalt) {
     const Version version = in_Kraft(inhalt.yymm);
     if (version.stamm != inhalt.stamm) return false;
     std::vector<std::string> zeilen = Klarzeilen(version);
-    const FileInfo gelesen = kanal_.Stand();
+    const Dateiwerk::Vorgefunden gelesen{kanal_.Stand().size, kanal_.Kopfbytes()};
     if (zeilen.size() < KOPFZEILEN) return false;
     if (inhalt.Ausnahmezeile_ohne_Doppelpunkt) zeilen[KOPFZEILEN - 1] = zu_cp1252(KEINE_AUSNAHMEN);
     const auto ist_fehlerhaft = [](const std::string& zeile) {
@@ -301,7 +292,7 @@ bool Erfassungsdateien::Defragmentieren_fällig() const {
 
 bool Erfassungsdateien::Erfassungsdatei_defragmentieren() {
     return als_Prozedur(u"modKalvora - Erfassungsdatei_defragmentieren", [&] {
-        if (platz_.Startphase) return false;
+        if (platz_.Startphase || kanal_.Reparatursperre) return false;
         const Text wann = Monat_in_Worten(monat_.inhalt.yymm);
         if (konfig_.werte().Benutzerrolle > 0 && sichern && !sichern(u"T"))
             log_.Logbuch_ergänzen(2, u"Backup vor Defragmentieren konnte nicht erstellt werden");
@@ -321,19 +312,33 @@ void Erfassungsdateien::Defragmentieren_wenn_fällig() {
     }
 }
 
-// Lines that could not be read go along as they stood, for whoever mends them. Behind a repair the staff list
-// may be the standard one or an old one: rows of keys that it does not have are kept.
-void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen) {
-    kanal_.LineOut(u"[" + alt.yymm + u"]");
-    kanal_.LineOut(alt.stamm.empty() ? konfig_.werte().Reservezeile : alt.Reservezeile);
-    kanal_.LineOut(alt.Ausnahmezeile_ohne_Doppelpunkt ? alt.Ausnahmezeile : alt.Ausnahmedaten);
+// All rows as they stand. Behind a repair the staff list and the reasons may be the standard ones or old
+// ones: neither may decide which rows and codes are kept.
+std::vector<std::string> Erfassungsdateien::unverdichtet(const Monatsinhalt& alt) {
+    if (alt.stamm.empty()) return {};
+    std::vector<std::string> zeilen = alle_Zeilen(in_Kraft(alt.yymm));
+    zeilen.erase(zeilen.begin(), zeilen.begin() + std::min<std::ptrdiff_t>(KOPFZEILEN, std::ssize(zeilen)));
+    return zeilen;
+}
+
+// Lines that could not be read go along as they stood, for whoever mends them.
+std::vector<std::string> Erfassungsdateien::verdichtet(const Monatsinhalt& alt) const {
     std::vector<Text> BenIds;
     for (const Mitarbeiter& m : personal_.MA())
         BenIds.push_back(m.MA_BenId);
-    if (kanal_.Reparatursperre) unbekannte_Schlüssel_anfügen(alt, BenIds);
+    std::vector<std::string> zeilen;
     for (const Text& zeile : Zeilen_verdichten(alt, BenIds))
-        kanal_.LineOut(zeile);
-    for (const std::string& zeile : alt.unlesbar)
+        zeilen.push_back(zu_cp1252(zeile));
+    zeilen.insert(zeilen.end(), alt.unlesbar.begin(), alt.unlesbar.end());
+    return zeilen;
+}
+
+void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<std::string>& bisher,
+                                              const std::vector<Text>& zeilen) {
+    kanal_.LineOut(u"[" + alt.yymm + u"]");
+    kanal_.LineOut(alt.stamm.empty() ? konfig_.werte().Reservezeile : alt.Reservezeile);
+    kanal_.LineOut(alt.Ausnahmezeile_ohne_Doppelpunkt ? alt.Ausnahmezeile : alt.Ausnahmedaten);
+    for (const std::string& zeile : bisher)
         kanal_.Klarzeile_schreiben(zeile);
     for (const Text& zeile : zeilen)
         kanal_.LineOut(zeile);
@@ -350,9 +355,11 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     monat.ungezeigt = monat.ungezeigt || !derselbe;
     const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
+    const std::vector<std::string> bisher =
+        kanal_.Reparatursperre ? unverdichtet(monat.inhalt) : verdichtet(monat.inhalt);
     kanal_.Datei_öffnen(ziel, steht_schon ? Dateimodus::Output : Dateimodus::Neu);
     if (steht_schon) kanal_.Nur_ersetzen({monat.inhalt.größe, monat.inhalt.kopf});
-    neue_Version_ausgeben(monat.inhalt, zeilen);
+    neue_Version_ausgeben(monat.inhalt, bisher, zeilen);
     if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty() && !steht_schon;
     // A version with faults stays beside its successor until somebody has looked at it.
     monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);

@@ -62,7 +62,7 @@ public:
     // compacted. False: it could not be made.
     std::function<bool(TextView art)> sichern;
 
-    // Compacts the shown month. False: refused; not while the program starts.
+    // Compacts the shown month. False: refused; not while the program starts or a repair lock stands.
     bool Erfassungsdatei_defragmentieren();
     // The same once there are more than 1.5 rows a person. Whoever may not write is not stopped by it.
     void Defragmentieren_wenn_fällig();
@@ -73,6 +73,9 @@ public:
     bool Ausstehende_nachsehen();
     // The same until none waits, at the end of the program.
     void Ausstehende_abschließen();
+
+    // The folder has another state now, which may lack months that were there.
+    void Monate_vergessen() { gesehen_.clear(); }
 
     void Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt);
     const Monatsdaten& Daten() const { return daten_; }
@@ -106,7 +109,7 @@ private:
     Text Monat_in_Worten(TextView yymm) const;
     void Fehler_protokollieren(const Monatsinhalt& inhalt);
     bool reparieren(const Monatsinhalt& inhalt);
-    bool unverändert_ersetzen(const Version& version, const FileInfo& gelesen,
+    bool unverändert_ersetzen(const Version& version, const Dateiwerk::Vorgefunden& gelesen,
                               const std::vector<std::string>& zeilen, Fehlerweg weg);
     bool gesund(const Version& version, const Text& yymm);
 
@@ -117,7 +120,10 @@ private:
     Text schreiben(Monatsstand& monat, const std::vector<Text>& zeilen, int versuch = 1);
     bool anhängen(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen, int versuch);
     bool neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen, int versuch);
-    void neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<Text>& zeilen);
+    std::vector<std::string> unverdichtet(const Monatsinhalt& alt);
+    std::vector<std::string> verdichtet(const Monatsinhalt& alt) const;
+    void neue_Version_ausgeben(const Monatsinhalt& alt, const std::vector<std::string>& bisher,
+                               const std::vector<Text>& zeilen);
     void merken(const Monatsinhalt& vorher, const std::vector<Text>& zeilen, int versuch);
     void Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const;
     static Text speicherbar(const Text& zeile);
@@ -128,6 +134,7 @@ private:
     bool Ausstehende_prüfen(Monatsstand& monat);
     bool Ausstehende_nachsehen(const Text& yymm);
     void Unbestätigte_melden(const Text& yymm, const std::vector<Text>& BenIds);
+    std::vector<std::string> alle_Zeilen(const Version& version, bool* offen = nullptr);
     std::vector<std::string> Klarzeilen(const Version& version);
     bool Ausnahmen_übernehmen(const Version& version, TextView art, TextView alt,
                               const Feld<Text>& Feiertagsliste);

@@ -105,17 +105,12 @@ void Logbuch::Logbuch_bereinigen(TextView art) {
     const Text name = monat + u" Kalvora.log";
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Logpfad, name);
     auto zeilen = Logzeilen(kanal_, pfad);
-    const FileInfo gelesen = kanal_.Stand();
+    const Dateiwerk::Vorgefunden gelesen{kanal_.Stand().size, kanal_.Kopfbytes()};
     if (!zeilen || !Paare_entfernen(*zeilen)) return;
-    // Whoever has appended meanwhile keeps his record: tomorrow's run does the work.
-    const auto jetzt = kanal_.werk().stand(pfad);
-    if (!jetzt || jetzt->size != gelesen.size || jetzt->time != gelesen.time) return;
     std::erase(*zeilen, Text());
-    if (zeilen->empty()) { // a file of length zero would count as somebody's rewrite
-        Datei_löschen(kanal_.fs(), pfad);
-        return;
-    }
+    if (zeilen->empty()) return; // a file of length zero would count as somebody's rewrite
     if (!kanal_.Datei_öffnen(platz_.Logpfad + name, Dateimodus::Output, Fehlerweg::IgnoreErrors)) return;
+    kanal_.Nur_ersetzen(gelesen); // whoever has appended meanwhile keeps his record: tomorrow's run does it
     for (const Text& zeile : *zeilen)
         kanal_.LineOut(zeile);
     kanal_.Datei_schließen();

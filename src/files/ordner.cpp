@@ -23,6 +23,13 @@ Text ersetzt(TextView text, char16_t von, char16_t nach) {
                           u"NoLog");
 }
 
+// A network that is gone is no matter of rights: the start waits for it.
+void Netz_prüfen(FileSystem& fs, const Text& pfad) {
+    if (fs.info(pfad).nummer() == FEHLER_NETZ)
+        throw Laufzeitfehler(FEHLER_NETZ,
+                             u"Der Ordner " + Pfad_kürzen(pfad, 100) + u" ist nicht zu erreichen");
+}
+
 } // namespace
 
 Text ParentDir(TextView pfad) {
@@ -85,6 +92,7 @@ Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name) {
 }
 
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
+    Netz_prüfen(fs, pfad);
     if (!Ordner_vorhanden(fs, pfad)) fs.make_folder(pfad); // somebody else may be doing the same
     if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
         Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
@@ -99,6 +107,7 @@ void Ordnerkette_anlegen(FileSystem& fs, const Text& pfad) {
 
 void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge) {
     if (fs.change_folder(pfad) == 0) return;
+    Netz_prüfen(fs, pfad);
     Ordnerfehler(u"Auf den Ordner ", pfad, u" konnte nicht zugegriffen werden.",
                  u"Vermutlich ist der Ordner nicht vorhanden oder Sie haben keine ausreichenden "
                  u"Zugriffsberechtigungen in diesem Ordner",

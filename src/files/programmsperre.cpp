@@ -45,6 +45,10 @@ Text Wiederherstellungsschritte(bool gesperrt) {
            u"erscheint bis Sie die Programmsperre aufheben.";
 }
 
+bool fehlt(int nummer) {
+    return nummer == FEHLER_NICHT_GEFUNDEN || nummer == FEHLER_ORDNER;
+}
+
 } // namespace
 
 Text Programmsperre::Pfad() const {
@@ -53,19 +57,21 @@ Text Programmsperre::Pfad() const {
 
 bool Programmsperre::vorhanden() const {
     const auto inhalt = kanal_.werk().lesen(Pfad());
-    return inhalt && auswerten(inhalt->sicht());
+    return inhalt ? auswerten(inhalt->sicht()).has_value() : !fehlt(inhalt.nummer());
 }
 
 // While a repair lock stands, nothing is cleaned up by lists that may be the standard ones.
 void Programmsperre::merken(std::optional<Sperre> sperre) {
     stand_ = std::move(sperre);
-    kanal_.Reparatursperre = stand_ && stand_->nach_Reparatur();
+    kanal_.Reparatursperre = nachwirkend_ || (stand_ && stand_->nach_Reparatur());
 }
 
-// The file is read past the channel: the check runs before every save.
+// The file is read past the channel: the check runs before every save. One that cannot be read now is what it
+// was when it was read last.
 void Programmsperre::Programmsperre_prüfen() {
     const Text pfad = Pfad();
     const auto inhalt = kanal_.werk().lesen(pfad);
+    if (!inhalt && !fehlt(inhalt.nummer())) return;
     merken(inhalt ? auswerten(inhalt->sicht()) : std::nullopt);
     // The rest of a write test. An empty file may just become a lock.
     if (inhalt && inhalt->größe > 0 && !stand_) Datei_löschen(kanal_.fs(), pfad);
@@ -86,6 +92,7 @@ void Programmsperre::Sperre_melden(const Konfiguration& konfig) {
     if (!stand_ || !stand_->nach_Reparatur()) return;
     const Sperre sperre = *stand_;
     const bool ohne_Administratoren = konfig.Administratoren(1) == u"NoAdmins";
+    nachwirkend_ = ohne_Administratoren; // nobody has looked at the lists yet
     if (ohne_Administratoren) aufheben();
     if (!ohne_Administratoren && konfig.Benutzerrolle != 2)
         throw Programmabbruch(
@@ -95,9 +102,10 @@ void Programmsperre::Sperre_melden(const Konfiguration& konfig) {
                 konfig.Administratorenliste(),
             u"NoLog");
     Application& app = kanal_.app();
-    app.Hinweis(u"Fehlende oder beschädigte Datei am " + Ersetzen(sperre.Sperre_Zeit, u"|", u" um ") +
-                u" Uhr erkannt!\n\n" + Betroffenes(sperre.Sperre_Datei) +
-                Wiederherstellungsschritte(!ohne_Administratoren));
+    const Text wann =
+        sperre.Sperre_Zeit.empty() ? Text() : u" am " + Ersetzen(sperre.Sperre_Zeit, u"|", u" um ") + u" Uhr";
+    app.Hinweis(u"Fehlende oder beschädigte Datei" + wann + u" erkannt!\n\n" +
+                Betroffenes(sperre.Sperre_Datei) + Wiederherstellungsschritte(!ohne_Administratoren));
     if (!ohne_Administratoren && app.Frage(u"Möchten Sie die Programmsperre jetzt aufheben?") == Antwort::Ja)
         aufheben();
 }
@@ -111,8 +119,10 @@ bool Programmsperre::anlegen(const Sperre& sperre) {
     Text zeilen = sperre.Sperrtext + u"|" + sperre.Benutzer +
                   (sperre.Name.empty() ? Text() : u"|" + sperre.Name) + u"\r\n";
     if (sperre.nach_Reparatur()) zeilen += sperre.Sperre_Datei + u"\r\n" + sperre.Sperre_Zeit + u"\r\n";
-    const int f = kanal_.werk().neu_anlegen(pfad, zu_cp1252(zeilen)).nummer();
-    if (f == 0 || f == FEHLER_EXISTIERT) return true;
+    int f = kanal_.werk().neu_anlegen(pfad, zu_cp1252(zeilen)).nummer();
+    if (f == FEHLER_EXISTIERT && vorhanden()) return true;
+    if (f == FEHLER_EXISTIERT) f = kanal_.werk().ersetzen(pfad, zu_cp1252(zeilen)).nummer(); // it is no lock
+    if (f == 0) return true;
     kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +
                          u" konnte nicht angelegt werden");
     return false;

@@ -26,7 +26,7 @@ public:
     // what to do. Without any administrators it is deleted, and everybody is told.
     void Sperre_melden(const Konfiguration& konfig);
 
-    bool vorhanden() const; // a lock stands; the file of a write test is none
+    bool vorhanden() const; // a lock stands, or a file that may be one; that of a write test is none
     // False: it could not be made, which is told. A lock that stands is left as it is.
     bool anlegen(const Sperre& sperre);
     void aufheben();
@@ -37,6 +37,7 @@ private:
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     std::optional<Sperre> stand_; // as read last
+    bool nachwirkend_ = false;    // a repair lock was lifted by the program itself in this run
 };
 
 } // namespace kalvora

@@ -1,5 +1,6 @@
 #include "frame/meldung.h"
 
+#include <new>
 #include <utility>
 
 #include "files/ordner.h"
@@ -10,6 +11,7 @@ namespace {
 
 constexpr TextView ENDE = u"Das Programm wird beendet.";
 constexpr int FEHLER_UNBEKANNT = 51;
+constexpr int FEHLER_SPEICHER = 7; // accuses no file
 
 } // namespace
 
@@ -55,6 +57,8 @@ void Meldung::einordnen(const std::exception_ptr& fehler) {
         Startfehler(schaden);
     } catch (const Laufzeitfehler& laufzeit) {
         Fehlerbehandlung(laufzeit);
+    } catch (const std::bad_alloc&) {
+        Fehlerbehandlung(Laufzeitfehler(FEHLER_SPEICHER, u"Nicht genügend Arbeitsspeicher"));
     } catch (const std::exception& anderer) {
         Fehlerbehandlung(Laufzeitfehler(FEHLER_UNBEKANNT, aus_utf8(anderer.what())));
     }
@@ -114,16 +118,21 @@ void Meldung::Fehlerbehandlung(const Laufzeitfehler& fehler) {
     const Text datei = fehler.datei.empty() ? gerade_gelesen : fehler.datei;
     const Text nummer = ziffern(fehler.nummer);
     // A fault while the lines of a file are being judged is a fault of that file; one of the disk is none.
-    if (!gerade_gelesen.empty() && platz_.Startphase && !weiter_ && !ist_Dateifehler(fehler.nummer))
-        return Startfehler(Dateischaden(u"Modul '" + modul + u"' - Fehler Nr. " + nummer + u" - " +
-                                            fehler.text() + u" - Zuletzt geöffnete Datei: " + gerade_gelesen,
-                                        gerade_gelesen));
+    if (!gerade_gelesen.empty() && platz_.Startphase && !weiter_ && !ist_Dateifehler(fehler.nummer) &&
+        fehler.nummer != FEHLER_SPEICHER) {
+        Dateischaden schaden(u"Modul '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text() +
+                                 u" - Zuletzt geöffnete Datei: " + gerade_gelesen,
+                             gerade_gelesen);
+        schaden.nur_Verdacht = true;
+        return Startfehler(schaden);
+    }
     const Text schluss = weiter_ ? Text() : u"\n\n" + Text(ENDE);
     Text log = u"Programmabbruch durch '" + modul + u"' - Fehler Nr. " + nummer + u" - " + fehler.text();
     if (ist_Dateifehler(fehler.nummer)) {
-        const Text wo = datei.empty() ? u" Prüfen Sie, ob auf den Ordner " + ParentDir(platz_.Datenpfad) +
-                                            u" zugegriffen werden kann."
-                                      : u"Zuletzt geöffnete Datei: " + datei;
+        const Text wo = datei.empty() || datei.ends_with(u'/')
+                            ? u" Prüfen Sie, ob auf den Ordner " + ParentDir(platz_.Datenpfad) +
+                                  u" zugegriffen werden kann."
+                            : u"Zuletzt geöffnete Datei: " + datei;
         zeigen(u"Es ist ein Fehler beim Dateizugriff aufgetreten.\n\n" + wo + schluss);
         if (!datei.empty()) log += u" - Datei " + datei;
     } else {

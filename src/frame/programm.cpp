@@ -26,11 +26,11 @@ void Programm::aufbauen() {
     app_.Vorgang_zeigen = [this](const Text& text) { Vorgang_zeigen(text); };
     backups_ = std::make_unique<Backups>(*kanal_, platz_, daten_->konfig, daten_->log);
     wiederherstellung_ = std::make_unique<Wiederherstellung>(*kanal_, platz_);
-    backups_->Fortschritt = [this](int fertig, int alle) { Fortschritt_zeigen(fertig, alle); };
-    reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
-    daten_->Backup_erstellen = [this](TextView art) {
-        return (art == u"F" && backups_->vorhanden(platz_.Heute_S, art)) || backups_->Backup_erstellen(art);
+    backups_->Fortschritt = [this](int fertig, int alle) {
+        Fortschritt_zeigen(u"Sicherung wird erstellt", fertig, alle);
     };
+    reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
+    daten_->Backup_erstellen = [this](TextView art) { return Backup_erstellen(art); };
     kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
         daten_->ini.wahl().Fensterdaten_(fenster::LANGSAM) = 1;
@@ -38,14 +38,35 @@ void Programm::aufbauen() {
 }
 
 // Only of what lasts: a backup of a small company is done before anybody could read of it.
-void Programm::Fortschritt_zeigen(int fertig, int alle) {
+void Programm::Fortschritt_zeigen(TextView was, int fertig, int alle) {
     constexpr double ERST_NACH = 0.4, TAKT = 0.1; // seconds
     const double jetzt = plattform_.uhr.steady();
-    if (fertig <= 1) vorgang_seit_ = jetzt + ERST_NACH;
-    if (jetzt < vorgang_seit_) return;
-    vorgang_seit_ = jetzt + TAKT;
-    app_.Vorgang(fertig < alle ? u"Sicherung wird erstellt ... " + ziffern(100L * fertig / alle) + u" %"
-                               : Text());
+    if (fertig <= 1) vorgang_ab_ = jetzt + ERST_NACH;
+    if (jetzt < vorgang_ab_) return;
+    vorgang_ab_ = jetzt + TAKT;
+    vorgang_steht_ = true;
+    app_.Vorgang(Text(was) + u" ... " + ziffern(100L * fertig / alle) + u" %");
+}
+
+// What was shown stays until the work is over, whichever way it ends.
+template <class F>
+bool Programm::mit_Fortschritt(F&& arbeit) {
+    struct Ende_des_Vorgangs {
+        Programm& programm;
+        ~Ende_des_Vorgangs() {
+            if (std::exchange(programm.vorgang_steht_, false)) programm.app_.Vorgang({});
+        }
+    } const ende{*this};
+    return arbeit();
+}
+
+bool Programm::Backup_erstellen(TextView art) {
+    if (art == u"F" && backups_->vorhanden(platz_.Heute_S, art)) return true; // one a day will do
+    return mit_Fortschritt([&] { return backups_->Backup_erstellen(art); });
+}
+
+void Programm::Tagessicherung() {
+    if (mit_Fortschritt([&] { return backups_->Tagessicherung(); })) erster_Start_des_Tages_ = true;
 }
 
 void Programm::Vorgang_zeigen(const Text& text) {
@@ -96,14 +117,18 @@ int Programm::ende() {
 void Programm::scheitern(const std::exception_ptr& fehler) {
     status_ = 2;
     platz_.Ordner_neu = false;
-    if (start_) app_.close(*start_);
-    start_.reset();
     const bool lief = std::exchange(läuft_, false);
     try {
         Meldung(app_, platz_, daten_.get(), reparatur_.get()).berichten(fehler, aufruf_.enthalten(u"silent"));
-        if (lief) Unbestätigtes_nennen();
+        if (lief) {
+            Unbestätigtes_nennen();
+            haupt_->Fenster_merken();
+            daten_->ini.Inidatei_schreiben();
+        }
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): nothing is left that could tell it
     }
+    if (start_) app_.close(*start_); // it shows the progress of a repair's backup
+    start_.reset();
     if (lief) plattform_.fs.change_folder(platz_.Temppfad);
 }
 
@@ -132,24 +157,28 @@ void Programm::Main() {
 }
 
 // A network that is gone is waited for, and then the step is tried again. With /enforcestart other faults are
-// told, and the next step follows.
+// told, and the next step follows; but an interrupted restore must be finished.
 void Programm::Schritt(void (Programm::*schritt)()) {
     const bool still = aufruf_.enthalten(u"silent");
+    const bool erzwungen = aufruf_.enthalten(u"enforcestart") && schritt != &Programm::Datenordner_prüfen;
     for (int erkannt = 0;;) {
+        std::exception_ptr netz;
         try {
             return (this->*schritt)();
         } catch (const Laufzeitfehler& fehler) {
             if (still || !platz_.Startphase) throw;
+            netz = std::current_exception();
             if (fehler.nummer != FEHLER_NETZ) {
-                const bool Datei_im_Verdacht =
+                const bool im_Verdacht =
                     kanal_ && !kanal_->Letzte_Datei().empty() && !ist_Dateifehler(fehler.nummer);
-                if (!aufruf_.enthalten(u"enforcestart") || Datei_im_Verdacht) throw;
+                if (!erzwungen || im_Verdacht) throw;
                 return Meldung(app_, platz_, daten_.get(), nullptr).berichten_und_weiter(fehler);
             }
         } catch (const Zugriffsabbruch& abbruch) {
             if (abbruch.nummer != FEHLER_NETZ || still || !platz_.Startphase) throw;
+            netz = std::current_exception();
         }
-        Warte_und_wiederhole(erkannt);
+        Warte_und_wiederhole(erkannt, netz);
     }
 }
 
@@ -183,13 +212,21 @@ void Programm::Fenster_zeigen() {
     throw Programmabbruch(u"modKalvora - Main", platz_.Startmeldung, u"NoLog");
 }
 
-// Own rows that nobody has seen yet belong to the state that is left; they go into its backup.
+// Who may do it is asked again: the menu is as old as the last look at the configuration. Own rows that
+// nobody has seen yet belong to the state that is left; they go into its backup.
 bool Programm::Datenordner_wiederherstellen() {
+    daten_->Vor_dem_Schreiben_auffrischen();
+    daten_->sperre.Programmsperre_prüfen();
+    if (daten_->K().Benutzerrolle != 2) {
+        app_.Hinweis(u"Diese Funktion ist Administratoren vorbehalten.");
+        return false;
+    }
     const Text sicherung = Sicherung_wählen(*kanal_, platz_, *wiederherstellung_);
     if (sicherung.empty()) return false;
     daten_->erfassung.Ausstehende_abschließen();
-    return Datenübernahme(app_, *kanal_, platz_, daten_->konfig, daten_->log, *backups_, *wiederherstellung_)
-        .Wiederherstellungspunkt(sicherung);
+    Datenübernahme übernahme(app_, *kanal_, platz_, daten_->konfig, daten_->log, *backups_,
+                             *wiederherstellung_);
+    return mit_Fortschritt([&] { return übernahme.Wiederherstellungspunkt(sicherung); });
 }
 
 // Closing the main window. What was saved but not yet seen is looked for first.

@@ -46,14 +46,17 @@ private:
         int status = 0;
     };
     void aufbauen();
-    void Fortschritt_zeigen(int fertig, int alle);
+    void Fortschritt_zeigen(TextView was, int fertig, int alle);
+    template <class F>
+    bool mit_Fortschritt(F&& arbeit);
+    bool Backup_erstellen(TextView art);
     void Vorgang_zeigen(const Text& text);
     void Main();
     void Schritt(void (Programm::*schritt)());
     enum class Wartende { Erkannt, Erneut, Beenden };
     Wartende Warte_auf_Datenträger();
     Wartende Wartezeit(frmStart& fenster);
-    void Warte_und_wiederhole(int& erkannt);
+    void Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler);
     void Instanz_prüfen();
     void Datum_und_Aufruf();
     void Startbild();
@@ -97,7 +100,8 @@ private:
     int status_ = 0;
     bool läuft_ = false;
     bool erster_Start_des_Tages_ = false; // this workstation has made the day's backup
-    double vorgang_seit_ = 0;             // steady seconds
+    double vorgang_ab_ = 0;               // steady seconds: not shown before
+    bool vorgang_steht_ = false;
 };
 
 } // namespace kalvora

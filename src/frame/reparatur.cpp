@@ -1,5 +1,7 @@
 #include "frame/reparatur.h"
 
+#include <algorithm>
+
 #include "admin/erstinitialisierung.h"
 #include "base/cp1252.h"
 #include "files/kalvoradat.h"
@@ -12,11 +14,6 @@ namespace {
 
 constexpr TextView MODUL = u"modKalvora - Startfehler";
 constexpr TextView SPERRTEXT = u"Wegen Wartungsarbeiten Programmaufruf zurzeit nicht möglich";
-
-// "mm.yyyy" as yymm.
-Text yymm_aus(const Text& monat) {
-    return Text(rechts(monat, 2)) + Text(links(monat, 2));
-}
 
 } // namespace
 
@@ -35,7 +32,6 @@ bool Reparatur::zuständig(const Dateischaden& schaden) const {
 
 void Reparatur::Startfehler(const Dateischaden& schaden) {
     const Text &datei = schaden.datei, &text = schaden.text();
-    const auto gefragt = fs().info(datei);
     const bool begonnen =
         d_.app.Frage(u"Es ist folgendes Problem aufgetreten:\n\n" + text +
                      u"\n\nDas Programm kann jetzt versuchen, eine Standardversion der Datei "
@@ -44,35 +40,71 @@ void Reparatur::Startfehler(const Dateischaden& schaden) {
     if (!begonnen) throw Programmabbruch(Text(MODUL), {}, u"NoLog");
     d_.kanal.verwerfen();
     if (ist_Kalvoradat(datei)) Kalvoradat_herstellen(datei, text);
-    if (inzwischen_heil(datei, gefragt))
-        throw Programmabbruch(Text(MODUL),
-                              u"Die Datei " + Pfad_kürzen(datei, 100) +
-                                  u" wurde inzwischen wiederhergestellt. Starten Sie das Programm jetzt neu",
-                              u"NoLog");
+    if (inzwischen_heil(schaden)) war_schneller(datei);
     Vorlagen_prüfen(); // before anything is touched
-    Text kopie;
+    Altes alt;
+    const Text name = Dateiname_aus_Pfad(datei);
     if (!datei.empty()) {
-        sichern(Dateiname_aus_Pfad(datei));
-        kopie = beiseitelegen(datei, text);
+        sichern(name);
+        alt = aufbewahren(datei, text);
     }
     sperren(datei, schaden.monate);
-    // First what is known of the file, then the standard of what is still missing: whoever stops in between
-    // finds the file missing and is asked again.
-    zurückholen(datei, kopie, schaden.monate);
-    Standard_ergänzen(Dateiname_aus_Pfad(datei));
-    Administratoren_lesen(gleich_ohne_Fall(Dateiname_aus_Pfad(datei), u"Konfigdaten.dat"));
-    beenden(text, kopie);
+    if (datei.empty()) {
+        for (const Text& yymm : fehlende_Monate())
+            Monat_zurückholen(yymm + u" " + platz_.Heute_S + u" Data.dat", {});
+    } else if (ist_Versionsname(name)) {
+        Monat_zurückholen(name, alt.bytes);
+    } else {
+        Datei_zurückholen(datei, alt, text);
+    }
+    Administratoren_lesen(gleich_ohne_Fall(name, u"Konfigdaten.dat"));
+    beenden(text, alt.kopie);
 }
 
 // The same question may have been answered on another workstation while it stood here: what was restored
-// there must not be moved aside.
-bool Reparatur::inzwischen_heil(const Text& datei, const Ergebnis<FileInfo>& gefragt) const {
-    if (datei.empty()) return false;
-    const auto jetzt = d_.kanal.werk().lesen(datei);
+// there stays.
+bool Reparatur::inzwischen_heil(const Dateischaden& schaden) const {
+    if (schaden.nur_Verdacht) return false;
+    if (schaden.datei.empty()) return fehlende_Monate().empty();
+    const auto jetzt = d_.kanal.werk().lesen(schaden.datei);
     if (!jetzt || jetzt->größe == 0) return false;
-    if (gefragt && gefragt->time == jetzt->info.time && gefragt->size == jetzt->info.size) return false;
-    return Dateiprobe(d_.kanal, platz_).prüfen(Dateiname_aus_Pfad(datei), jetzt->sicht()).urteil !=
-           Dateiprobe::Urteil::beschädigt;
+    const Text name = Dateiname_aus_Pfad(schaden.datei);
+    const auto befund = Dateiprobe(d_.kanal, platz_).prüfen(name, jetzt->sicht());
+    return befund.urteil != Dateiprobe::Urteil::beschädigt &&
+           (!gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat") || Jahre_passen(jetzt->sicht()));
+}
+
+bool Reparatur::Jahre_passen(std::string_view Mitarbeiterdatei) const {
+    const auto Startjahr = Dateiprobe(d_.kanal, platz_).Startjahr(Mitarbeiterdatei);
+    const auto monate = Dateien(fs(), platz_.Datenpfad, u"*Data.dat", true); // sorted
+    const auto erster = std::find_if(monate.begin(), monate.end(), ist_Versionsname);
+    return erster == monate.end() || (Startjahr && ziffern(*Startjahr % 100, 2) == links(*erster, 2));
+}
+
+// Months of the three years without any version, as yymm. Those of next year nobody would ask for.
+std::vector<Text> Reparatur::fehlende_Monate() const {
+    std::vector<Text> aus;
+    for (int monat = 0; monat < MONATE; ++monat) {
+        const Text yymm = ziffern((platz_.Startjahr + monat / 12) % 100, 2) + ziffern(monat % 12 + 1, 2);
+        if (d_.erfassung.Aktuelle_Erfassungsdatei(yymm).empty()) aus.push_back(yymm);
+    }
+    return aus;
+}
+
+void Reparatur::nicht_zu_löschen(const Text& datei, const Text& text) {
+    throw Programmabbruch(Text(MODUL),
+                          u"Wiederherstellen nicht möglich. Die Datei " + Pfad_kürzen(datei, 100) +
+                              u" konnte nicht gelöscht werden. Löschen Sie die Datei manuell und starten Sie "
+                              u"das Programm neu",
+                          text + u" - Löschen der Datei fehlgeschlagen");
+}
+
+void Reparatur::war_schneller(const Text& datei) {
+    throw Programmabbruch(
+        Text(MODUL),
+        (datei.empty() ? Text(u"Die Monate wurden") : u"Die Datei " + Pfad_kürzen(datei, 100) + u" wurde") +
+            u" inzwischen wiederhergestellt. Starten Sie das Programm jetzt neu",
+        u"NoLog");
 }
 
 void Reparatur::Vorlagen_prüfen() const {
@@ -91,63 +123,64 @@ void Reparatur::sichern(const Text& name) {
         u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden");
 }
 
-// The copy's path; empty when there was no file. Its name ends in digits, which no mask matches.
-Text Reparatur::beiseitelegen(const Text& datei, const Text& text) const {
+// The copy's name ends in digits, which no mask matches. A file that cannot even be read is moved itself.
+Reparatur::Altes Reparatur::aufbewahren(const Text& datei, const Text& text) const {
     constexpr int VERSUCHE = 100;
+    const auto inhalt = d_.kanal.werk().lesen(datei);
+    if (inhalt.nummer() == FEHLER_NICHT_GEFUNDEN) return {};
+    Altes alt;
+    alt.lesbar = static_cast<bool>(inhalt);
+    if (inhalt) alt.bytes = inhalt->sicht();
     const Zeitpunkt jetzt = d_.kanal.werk().uhr().now();
     const Text stamm = datei + u" defekt " + platz_.Heute_S + u" " + ziffern(jetzt.stunde, 2) +
                        ziffern(jetzt.minute, 2) + ziffern(jetzt.sekunde, 2);
     for (int n = 1; n <= VERSUCHE; ++n) {
-        const Text kopie = n == 1 ? stamm : stamm + u" " + ziffern(n);
-        const Fehlercode f = fs().rename_new(datei, kopie);
-        if (f == 0) return kopie;
-        if (f == FEHLER_NICHT_GEFUNDEN && fs().info(datei).nummer() == FEHLER_NICHT_GEFUNDEN) return {};
+        alt.kopie = n == 1 ? stamm : stamm + u" " + ziffern(n);
+        const Fehlercode f = alt.lesbar ? d_.kanal.werk().neu_anlegen(alt.kopie, alt.bytes).nummer()
+                                        : fs().rename_new(datei, alt.kopie);
+        if (f == 0) return alt;
         if (f != FEHLER_EXISTIERT) break;
     }
-    throw Programmabbruch(Text(MODUL),
-                          u"Wiederherstellen nicht möglich. Die Datei " + Pfad_kürzen(datei, 100) +
-                              u" konnte nicht gelöscht werden. Löschen Sie die Datei manuell und starten Sie "
-                              u"das Programm neu",
-                          text + u" - Löschen der Datei fehlgeschlagen");
+    nicht_zu_löschen(datei, text);
 }
 
-// The workstation's own file. Only with a data folder to name is the damaged one moved: without it the next
-// start would begin a new company.
+// The workstation's own file. Only with a data folder to name is the damaged one replaced: without it the
+// next start would begin a new company.
 void Reparatur::Kalvoradat_herstellen(const Text& datei, const Text& text) {
     if (!Datenordner_erkennen(datei))
-        throw Programmabbruch(Text(MODUL),
-                              u"Wiederherstellen nicht möglich. In der Datei " + Pfad_kürzen(datei, 100) +
-                                  u" ist kein Datenordner mehr zu erkennen. Starten Sie das Programm mit dem "
-                                  u"Aufrufparameter /setpath und dem Pfad des Datenordners",
-                              u"NoLog");
-    const Text kopie = beiseitelegen(datei, text);
+        throw Programmabbruch(
+            Text(MODUL),
+            u"Wiederherstellen nicht möglich. In der Datei " + Pfad_kürzen(datei, 100) +
+                u" ist kein erreichbarer Datenordner zu erkennen. Starten Sie das Programm mit "
+                u"dem Aufrufparameter /setpath und dem Pfad des Datenordners",
+            u"NoLog");
+    aufbewahren(datei, text);
     Kalvoradat_schreiben(d_.kanal, platz_);
     throw Programmabbruch(Text(MODUL), u"Wiederherstellen beendet. Starten Sie das Programm jetzt neu",
                           u"Startfehler: " + text);
 }
 
-// The folder that the damaged file still names, or this workstation's own one; data must lie in it.
+// The folder that the damaged file still names; data must lie in it. Only a file that names none can mean
+// this workstation's own folder.
 bool Reparatur::Datenordner_erkennen(const Text& datei) const {
-    std::vector<Text> ordner;
+    Text daten, logs;
     if (auto inhalt = d_.kanal.werk().lesen(datei)) {
         Rohzeilen zeilen(inhalt->bytes.get(), inhalt->größe);
         while (const auto zeile = zeilen.nächste()) {
             if (zeile->länge == 0) continue;
             const Text roh = aus_cp1252({zeile->anfang, zeile->länge});
             const Text klar = aus_cp1252(Zeile_entschlüsseln(zeile->anfang, zeile->länge));
-            for (const Text& text : {klar, roh})
-                if (const int n = position(text, u"data_pfad="); n > 0)
-                    ordner.push_back(als_Ordner(Pfad_nativ(mitte(text, n + 10))));
+            for (const Text& text : {klar, roh}) {
+                if (text.starts_with(u"data_pfad=")) daten = als_Ordner(Pfad_nativ(mitte(text, 11)));
+                if (text.starts_with(u"log_pfad=")) logs = als_Ordner(Pfad_nativ(mitte(text, 10)));
+            }
         }
     }
-    ordner.push_back(platz_.Systempfad + u"Data/");
-    for (const Text& pfad : ordner) {
-        if (!pfad.starts_with(u'/') || !Datei_passend_vorhanden(fs(), pfad, u"*Data.dat")) continue;
-        platz_.Datenpfad = pfad;
-        platz_.Logpfad = pfad + u"Logs/";
-        return true;
-    }
-    return false;
+    if (daten.empty()) daten = platz_.Systempfad + u"Data/";
+    if (!daten.starts_with(u'/') || !Datei_passend_vorhanden(fs(), daten, u"*Data.dat")) return false;
+    platz_.Datenpfad = daten;
+    platz_.Logpfad = Ordner_vorhanden(fs(), logs) ? logs : daten + u"Logs/";
+    return true;
 }
 
 // A lock that stands already stays; one that cannot be made is told and stops nothing.
@@ -161,34 +194,32 @@ void Reparatur::sperren(const Text& datei, const Text& monate) {
                            ziffern(jetzt.minute, 2)});
 }
 
-void Reparatur::zurückholen(const Text& datei, const Text& kopie, const Text& monate) {
-    const auto gescheitert = [&](const Text& was) {
-        d_.log.Logbuch_ergänzen(2, u"Wiederherstellen der Datei " + Pfad_kürzen(was, 100) +
-                                       u" aus Backup fehlgeschlagen");
-    };
-    const Text name = Dateiname_aus_Pfad(datei);
-    if (!datei.empty() && ist_Versionsname(name)) {
-        const auto rest = kopie.empty() ? Ergebnis<Dateiinhalt>::fehler(FEHLER_NICHT_GEFUNDEN)
-                                        : d_.kanal.werk().lesen(kopie);
-        const std::string_view bytes = rest ? rest->sicht() : std::string_view();
-        if (!wiederherstellung_.Monat_zurückholen(name.substr(0, 4), name, bytes, d_.K().Reservezeile))
-            gescheitert(datei);
-    } else if (!datei.empty()) {
-        if (!wiederherstellung_.Datei_zurückholen(name)) gescheitert(datei);
-    }
-    for (Text monat : teilen(monate, u',')) {
-        const Text yymm = yymm_aus(Text(trimmen(monat)));
-        if (!d_.erfassung.Aktuelle_Erfassungsdatei(yymm).empty()) continue; // it has come back meanwhile
-        const Text version = yymm + u" " + platz_.Heute_S + u" Data.dat";
-        if (yymm.size() == 4 && !wiederherstellung_.Monat_zurückholen(yymm, version, {}, d_.K().Reservezeile))
-            gescheitert(platz_.Datenpfad + version);
-    }
+void Reparatur::Monat_zurückholen(const Text& name, std::string_view beschädigt) {
+    if (!wiederherstellung_.Monat_zurückholen(name.substr(0, 4), name, beschädigt, d_.K().Reservezeile))
+        nicht_aus_Backup(platz_.Datenpfad + name);
 }
 
-void Reparatur::Standard_ergänzen(const Text& name) {
-    for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
-        if (!Vorlage_bereitlegen(d_.kanal.werk(), platz_, Text(name)))
-            Dateifehler(3, platz_.Systempfad + Text(name), {}, MODUL);
+// Without a sound backup the standard takes the damaged one's place, once that is gone.
+void Reparatur::Datei_zurückholen(const Text& datei, const Altes& alt, const Text& text) {
+    const auto jetzt = d_.kanal.werk().lesen(datei);
+    if (jetzt && (!alt.lesbar || alt.kopie.empty() || jetzt->sicht() != alt.bytes)) war_schneller(datei);
+    const Text name = Dateiname_aus_Pfad(datei);
+    if (wiederherstellung_.Datei_zurückholen(name)) return;
+    nicht_aus_Backup(datei);
+    if (fs().remove(datei) != 0 && fs().info(datei).nummer() != FEHLER_NICHT_GEFUNDEN)
+        nicht_zu_löschen(datei, text);
+    Standard_schreiben(name);
+}
+
+void Reparatur::nicht_aus_Backup(const Text& datei) {
+    d_.log.Logbuch_ergänzen(2, u"Wiederherstellen der Datei " + Pfad_kürzen(datei, 100) +
+                                   u" aus Backup fehlgeschlagen");
+}
+
+void Reparatur::Standard_schreiben(const Text& name) {
+    for (const TextView vorlage : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
+        if (!Vorlage_bereitlegen(d_.kanal.werk(), platz_, Text(vorlage)))
+            Dateifehler(3, platz_.Systempfad + Text(vorlage), {}, MODUL);
     Setup(d_.kanal, platz_, d_.konfig, d_.log).Standard_ergänzen(name);
 }
 

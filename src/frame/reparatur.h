@@ -3,6 +3,9 @@
 // it. Nothing is ever deleted.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "plan/gemeinsame_daten.h"
 #include "safety/backups.h"
 #include "safety/wiederherstellung.h"
@@ -21,16 +24,28 @@ public:
     [[noreturn]] void Startfehler(const Dateischaden& schaden);
 
 private:
+    // The damaged file as it was, and where it is kept.
+    struct Altes {
+        Text kopie; // empty: there was no file
+        std::string bytes;
+        bool lesbar = true; // no: the file itself was moved
+    };
     bool ist_Kalvoradat(const Text& datei) const;
-    bool inzwischen_heil(const Text& datei, const Ergebnis<FileInfo>& gefragt) const;
+    bool inzwischen_heil(const Dateischaden& schaden) const;
+    bool Jahre_passen(std::string_view Mitarbeiterdatei) const;
+    std::vector<Text> fehlende_Monate() const;
     void Vorlagen_prüfen() const;
     void sichern(const Text& name);
-    Text beiseitelegen(const Text& datei, const Text& text) const;
+    Altes aufbewahren(const Text& datei, const Text& text) const;
+    [[noreturn]] static void nicht_zu_löschen(const Text& datei, const Text& text);
+    [[noreturn]] static void war_schneller(const Text& datei);
     [[noreturn]] void Kalvoradat_herstellen(const Text& datei, const Text& text);
-    bool Datenordner_erkennen(const Text& kopie) const;
+    bool Datenordner_erkennen(const Text& datei) const;
     void sperren(const Text& datei, const Text& monate);
-    void zurückholen(const Text& datei, const Text& kopie, const Text& monate);
-    void Standard_ergänzen(const Text& name);
+    void Datei_zurückholen(const Text& datei, const Altes& alt, const Text& text);
+    void Monat_zurückholen(const Text& name, std::string_view beschädigt);
+    void nicht_aus_Backup(const Text& datei);
+    void Standard_schreiben(const Text& name);
     void Administratoren_lesen(bool neu);
     [[noreturn]] void beenden(const Text& text, const Text& kopie) const;
     FileSystem& fs() const { return d_.kanal.fs(); }

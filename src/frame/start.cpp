@@ -86,8 +86,10 @@ void Programm::Datum_und_Aufruf() {
 
 void Programm::Startbild() {
     if (aufruf_.enthalten(u"nowelcomescreen") || aufruf_.enthalten(u"silent")) return;
-    start_ = std::make_unique<frmStart>(app_, PROGRAMMVERSION);
-    app_.open(*start_);
+    if (!start_) { // a wait may have shown it already
+        start_ = std::make_unique<frmStart>(app_, PROGRAMMVERSION);
+        app_.open(*start_);
+    }
     if (start_->view()) start_->view()->paint_now();
 }
 
@@ -173,15 +175,19 @@ void Programm::Programmsperre_prüfen() {
     daten_->sperre.Programmsperre_prüfen();
 }
 
+// A folder that has never had a backup is new, or its first run was interrupted. Where there are backups,
+// whatever is missing was lost, and is asked for.
 void Programm::Erster_Lauf() {
     FileSystem& fs = plattform_.fs;
-    const bool neu = !Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat");
+    const bool leer = !Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat");
+    const bool neu = wiederherstellung_->Sicherungen().empty();
+    if (leer && !neu) Dateifehler(1, platz_.Datenpfad + u"Konfigdaten.dat");
     for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
-        if (neu && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
+        if (leer && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
             Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
     // Where the delivered files lie in Systempfad themselves, the setup file never goes.
-    const bool begonnen = neu || platz_.Systempfad != platz_.Programmpfad;
-    if (begonnen && Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
+    const bool begonnen = leer || platz_.Systempfad != platz_.Programmpfad;
+    if (neu && begonnen && Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
         Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
     if (!platz_.Pfad_als_Parameter &&
         !Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"Kalvora.dat")))
@@ -190,11 +196,7 @@ void Programm::Erster_Lauf() {
     Ordner_wechseln(fs, platz_.Temppfad); // making a folder tries it by entering it
 }
 
-// The first workstation of a day makes the day's backup, and it alone cleans up later.
-void Programm::Tagessicherung() {
-    erster_Start_des_Tages_ = backups_->Tagessicherung() || erster_Start_des_Tages_;
-}
-
+// The first workstation of a day has made the day's backup, and it alone cleans up.
 void Programm::Aufräumen() {
     if (erster_Start_des_Tages_) backups_->Aufräumen();
     Temp_Logs_aufräumen();
@@ -245,7 +247,8 @@ void Programm::Versionsnr_checken() {
     if (datei > programm)
         app_.Hinweis(u"Es ist eine neue Programmversion verfügbar. Bitte installieren Sie die neueste "
                      u"Programmversion.");
-    if (datei >= programm || platz_.Datenrückblick_aktiv) return;
+    // Somebody may have written it since: then he has recorded his version.
+    if (datei >= programm || platz_.Datenrückblick_aktiv || daten_->konfig.Datei_geändert(false)) return;
     try {
         daten_->konfig.Konfigdaten_schreiben();
     } catch (const Laufzeitfehler& fehler) {
@@ -269,7 +272,10 @@ void Programm::Erfassungsdateien_checken() {
 
 void Programm::Temp_Logs_aufräumen() {
     FileSystem& fs = plattform_.fs;
-    for (const Text& name : Dateien(fs, platz_.Temppfad, u"*Kalvora.log", true)) {
+    const auto namen = fs.list(platz_.Temppfad);
+    if (!namen) return; // they wait for another start
+    for (const Text& name : *namen) {
+        if (!passt_auf_Maske(name, u"*Kalvora.log")) continue;
         const auto stand = fs.info(platz_.Temppfad + name);
         if (stand && platz_.Heute - plattform_.uhr.day_of(stand->time) > TEMP_LOGS_TAGE)
             Datei_löschen(fs, platz_.Temppfad + name);

@@ -16,13 +16,13 @@ constexpr double ABSCHIED = 1.5, FREUDE = 1.0;
 } // namespace
 
 // A folder that is there while the step still fails is not waited for again and again.
-void Programm::Warte_und_wiederhole(int& erkannt) {
+void Programm::Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler) {
     constexpr int HÖCHSTENS_ERKANNT = 3;
     switch (Warte_auf_Datenträger()) {
     case Wartende::Erneut: erkannt = 0; return;
     case Wartende::Erkannt:
         if (++erkannt <= HÖCHSTENS_ERKANNT) return;
-        throw Laufzeitfehler(FEHLER_GERÄT, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
+        std::rethrow_exception(fehler);
     case Wartende::Beenden: throw Ende{2};
     }
 }

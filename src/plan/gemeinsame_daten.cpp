@@ -57,6 +57,7 @@ void Gemeinsame_Daten::Anzeigeberechtigungen_ermitteln() {
 void Gemeinsame_Daten::Konfiguration_neu_lesen() {
     ini.Inidatei_schreiben();
     konfig.Konfigdaten_lesen();
+    erfassung.Monate_vergessen();
     feiertage.Feiertage_lesen();
     Anzber_und_Anzgru_init();
     ini.Inidatei_lesen(Anzeigegruppen_vorhanden() ? Anzeigegruppen.anzahl() : 0);

@@ -85,6 +85,9 @@ void Hauptfenster::Schreibtest() {
 }
 
 void Hauptfenster::Defragmentieren() {
+    d_.sperre.Programmsperre_prüfen();
+    if (d_.kanal.Reparatursperre)
+        return d_.app.Hinweis(u"Solange die Sperre nach einer Reparatur besteht, wird nichts verdichtet.");
     if (d_.erfassung.Erfassungsdatei_defragmentieren()) Monat_wechseln();
 }
 

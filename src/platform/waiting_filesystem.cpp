@@ -139,7 +139,8 @@ auto WaitingFileSystem::look(const Place& place, F&& call) -> decltype(call()) {
 
 Ergebnis<FileSystem::Handle> WaitingFileSystem::open(const Text& path, OpenMode mode) {
     const bool soon = answers_soon(path);
-    const auto handle = look(path, [&] { return beneath_.open(path, mode); });
+    const auto open = [&] { return beneath_.open(path, mode); };
+    const auto handle = soon ? open() : on_worker(open);
     if (handle && soon) prompt_handles_.insert(*handle);
     return handle;
 }

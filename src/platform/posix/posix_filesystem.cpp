@@ -49,6 +49,11 @@ bool on_share(const struct statfs& where) {
     return std::find(SHARES.begin(), SHARES.end(), static_cast<unsigned>(where.f_type)) != SHARES.end();
 }
 
+bool lies_on_share(int handle) {
+    struct statfs where {};
+    return fstatfs(handle, &where) == 0 && on_share(where);
+}
+
 bool on_disk(const struct statfs& where) {
     constexpr unsigned XFS = 0x58465342; // not among the system's names
     constexpr std::array<unsigned, 6> DISKS{EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC, XFS,
@@ -174,7 +179,7 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
     }
     if (S_ISREG(s.st_mode)) {
         // What another workstation has written must be seen, not what this one has kept of the file.
-        if (mode == OpenMode::Read && device_on_share(handle, s.st_dev))
+        if (mode == OpenMode::Read && lies_on_share(handle))
             posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
         return handle;
     }
@@ -183,14 +188,6 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
 }
 
 // Asked once for each run of opens on the same device: on a share the question itself goes to the server.
-bool PosixFileSystem::device_on_share(int handle, std::uint64_t device) {
-    if (device != device_) {
-        struct statfs where {};
-        device_shared_ = fstatfs(handle, &where) == 0 && on_share(where);
-        device_ = device;
-    }
-    return device_shared_;
-}
 
 Ergebnis<std::size_t> PosixFileSystem::read(Handle handle, char* buffer, std::size_t size) {
     const ssize_t n = repeated([&] { return ::read(handle, buffer, size); });

@@ -45,9 +45,6 @@ private:
     enum class Claim { Name_taken, Gone, Dead };
     Claim watch_claim(const std::string& claim, const std::string& name);
     int rename_claimed(const std::string& from, const std::string& to);
-    bool device_on_share(int handle, std::uint64_t device);
-    std::uint64_t device_ = ~std::uint64_t{0}; // the one asked about last
-    bool device_shared_ = false;
 };
 
 } // namespace kalvora

@@ -24,7 +24,8 @@ const Kommandos::Kommando* Kommandos::kommando(TextView name) {
         Kommando{u"setze", 2, 2, u"setze CONTROL TEXT", &Kommandos::setze},
         Kommando{u"wähle", 2, 2, u"wähle CONTROL TEXT oder #N", &Kommandos::wähle},
         Kommando{u"menü", 1, 1, u"menü NAME", &Kommandos::menü},
-        Kommando{u"taste", 1, 1, u"taste TASTE", &Kommandos::taste},
+        Kommando{u"taste", 1, 1, u"taste TASTE", &Kommandos::taste, false,
+                 Im_Warten::letztes},
         Kommando{u"maus", 4, 9,
                  u"maus links|rechts|doppel TABELLE ZEILE SPALTE [bis ZEILE SPALTE] [umschalt] [strg]",
                  &Kommandos::maus},
@@ -63,6 +64,11 @@ bool Kommandos::reiht_Antwort_ein(const Kommandozeile& zeile) {
 Kommandos::Im_Warten Kommandos::im_Warten(const Kommandozeile& zeile, const Form& form) {
     const Kommando* k = zeile.fehler.empty() ? kommando(zeile.worte.front().text) : nullptr;
     if (!k || k->im_Warten == Im_Warten::nicht) return Im_Warten::nicht;
+    if (k->ausführen == &Kommandos::taste) { // default and cancel button; other keys are the main window's
+        const bool Knopf = zeile.worte.size() == 2 && (gleich_ohne_Fall(zeile.worte[1].text, u"Esc") ||
+                                                       gleich_ohne_Fall(zeile.worte[1].text, u"Eingabe"));
+        return Knopf ? k->im_Warten : Im_Warten::nicht;
+    }
     const bool anderswohin = k->ausführen != &Kommandos::warte && zeile.worte.size() > 1 &&
                              !control_von(form, zeile.worte[1].text);
     return anderswohin ? Im_Warten::nicht : k->im_Warten;

@@ -39,9 +39,10 @@ Qt::ItemFlags PlanModell::flags(const QModelIndex& index) const {
 namespace {
 
 // These texts come from the logic outside its border for events; without one the cell stays silent.
-QString Auskunft(const std::function<Text(int, int)>& frage, int row, int col) {
+// While the program is at work its data may be half read: then nobody is told anything.
+QString Auskunft(const Table& table, const std::function<Text(int, int)>& frage, int row, int col) {
     try {
-        return frage ? qt(frage(row, col)) : QString();
+        return frage && !table.form().app().busy() ? qt(frage(row, col)) : QString();
     } catch (...) {
         return {};
     }
@@ -51,7 +52,7 @@ QString Auskunft(const std::function<Text(int, int)>& frage, int row, int col) {
 
 // Without a spoken name of its own a cell is read as its heading and its text.
 QString PlanModell::Ansage(int row, int col) const {
-    if (const QString name = Auskunft(table_->accessible_name, row, col); !name.isEmpty()) return name;
+    if (const QString name = Auskunft(*table_, table_->accessible_name, row, col); !name.isEmpty()) return name;
     const QString text =
         qt(table_->cell(row, col).text).replace(u'\r', u' ').replace(u'\u00A0', u' ').trimmed();
     if (row < table_->fixed_rows() || col < table_->fixed_cols()) return text;
@@ -70,7 +71,7 @@ QVariant PlanModell::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole: return qt(cell.fore);
     case Qt::BackgroundRole: return qt(cell.back);
     case Qt::TextAlignmentRole: return col == 0 ? Qt::AlignLeft : Qt::AlignCenter;
-    case Qt::ToolTipRole: return Auskunft(table_->tool_tip, row, col);
+    case Qt::ToolTipRole: return Auskunft(*table_, table_->tool_tip, row, col);
     case Qt::AccessibleTextRole: return Ansage(row, col);
     case Qt::FontRole: {
         QFont font;

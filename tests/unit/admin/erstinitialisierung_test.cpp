@@ -56,6 +56,7 @@ TEST(Erstinitialisierung, BestehendesBleibt) {
     erwartet.push_back(u"P:Adam:adam");
     p.lege(p.daten(u"Konfigdaten.dat"), alt);
     p.lege(p.daten(u"MITARBEITERDATEN.DAT"), {u"[Mitarbeiterdaten]", u"", u"2024", u">Büro"});
+    p.lege(p.daten(u"FEIERTAGE.DAT"), {u"[Feiertage]"});
     p.lege(p.daten(u"2403 240301 Data.dat"), {u"[2403]", u"", u"Sa:NoEx"});
     p.lege(p.daten(u"2405 Kopie Data.dat"), {u"[2405]", u"", u"Sa:NoEx"}); // no version of the month
     p.setup.Erstinitialisierung();
@@ -66,6 +67,21 @@ TEST(Erstinitialisierung, BestehendesBleibt) {
     EXPECT_TRUE(p.fs.gibt_es(p.daten(u"2405 261116 Data.dat")));
     EXPECT_EQ(p.zeilen(p.daten(u"2403 240301 Data.dat")).back(), u"Sa:NoEx");
     EXPECT_EQ(p.zeilen(p.daten(u"2404 261116 Data.dat"))[1], u"Reserve");
+}
+
+// A first run writes the months last: where one is, a missing base file was lost.
+TEST(Erstinitialisierung, VerlorenesWirdNichtErsetzt) {
+    for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"}) {
+        Setupprobe fertig;
+        fertig.setup.Erstinitialisierung();
+        fertig.fs.platte().entferne(fertig.daten(name));
+        Setupprobe p(fertig.fs.geteilte_platte());
+        EXPECT_NE(ausgang(p, p.daten(name), [&] { p.setup.Erstinitialisierung(); }), u"");
+        p.setup.Standard_ergänzen(u"Ferientage.dat");
+        EXPECT_FALSE(p.fs.gibt_es(p.daten(name))) << "each file has a repair of its own";
+        p.setup.Standard_ergänzen(Text(name));
+        EXPECT_TRUE(p.fs.gibt_es(p.daten(name)));
+    }
 }
 
 TEST(Erstinitialisierung, SchadenWirdNichtÜberschrieben) {

@@ -69,7 +69,7 @@ TEST(Monatsdaten, AlleErfassungsdatenEinlesen) {
     EXPECT_EQ(p.erfassung.monat().Erfassungsdaten.anzahl(), 3);
 
     // Half a minute long it is not read again, unless it must be.
-    p.fs.platte().entferne(p.pfad(u"2501 260101"));
+    p.Monatsdatei(u"2501 260101", {});
     p.erfassung.Alle_Erfassungsdaten_einlesen(true);
     EXPECT_EQ(tage_von(p, 1, 1), voll("2"));
     p.uhr.weiter(30);

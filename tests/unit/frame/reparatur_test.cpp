@@ -7,7 +7,7 @@ namespace {
 
 const Text DATEN = u"/srv/x/Data/";
 const std::vector<Text> AUFRUF{u"/path", DATEN, u"/nowelcomescreen"};
-const Text MONAT = DATEN + u"2611 261116 Data.dat"; // of the day of the entry
+const Text MONAT = DATEN + u"2611 261117 Data.dat";
 
 struct Rechner : SpeicherDateisystem {
     Rechner() {
@@ -32,16 +32,18 @@ bool starte(Platzlauf& l, int tag, Antwort antwort = Antwort::Nein) {
     return l.starten(AUFRUF);
 }
 
-// A company with an entry of the 16th that the backup of the 17th holds.
-void einen_Tag_arbeiten(Rechner& r) {
+// A company with an entry of the 16th, which the backup of the 17th holds, and one that is younger than that.
+void zwei_Tage_arbeiten(Rechner& r) {
     Firma firma;
     firma.monate[u"2611"] = {A(u"otto", u"2")};
+    firma.monate[u"2603"] = {A(u"otto", u"1")};
     firma.anlegen(r, DATEN);
     Platzlauf l(r, u"chef");
     ASSERT_TRUE(starte(l, 16));
     ASSERT_TRUE(l.trage_ein(u"anna", 19, 20, 1));
     l.schließen();
     ASSERT_TRUE(starte(l, 17));
+    ASSERT_TRUE(l.trage_ein(u"otto", 25, 25, 1));
     l.schließen();
 }
 
@@ -77,7 +79,7 @@ TEST(Reparatur, JedeDateiKommtZurück) {
         for (const int tag : {17, 18}) { // on the 18th the day's own backup holds the damage already
             SCOPED_TRACE(std::string(fall.was) + (tag == 18 ? " on a new day" : ""));
             Rechner r;
-            einen_Tag_arbeiten(r);
+            zwei_Tage_arbeiten(r);
             const auto vorher = r.geteilte_platte()->abbild();
             const auto schlecht = fall.schaden(*r.inhalt(fall.datei));
             if (schlecht)
@@ -118,6 +120,8 @@ TEST(Reparatur, JedeDateiKommtZurück) {
             EXPECT_TRUE(enthält(l.fenster.hinweise.at(0), u" um 08:00 Uhr erkannt!"));
             EXPECT_EQ(l.zellen(u"anna").substr(18, 2), u"UU");
             EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
+            const bool zu_retten = fall.datei != MONAT || (schlecht && !schlecht->empty());
+            EXPECT_EQ(l.zellen(u"otto").substr(24, 1), zu_retten ? u"U" : u".") << "younger than the backup";
             l.schließen();
             EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
             for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"})
@@ -129,7 +133,7 @@ TEST(Reparatur, JedeDateiKommtZurück) {
 // The question stood on two workstations at once: what the first repair has brought back stays.
 TEST(Reparatur, ZweiZurSelbenZeit) {
     Rechner r;
-    einen_Tag_arbeiten(r);
+    zwei_Tage_arbeiten(r);
     const std::string gut = *r.inhalt(DATEN + u"Konfigdaten.dat");
     r.schreibe(DATEN + u"Konfigdaten.dat", "Unsinn\r\n");
     Platzlauf l(r, u"chef");
@@ -138,6 +142,47 @@ TEST(Reparatur, ZweiZurSelbenZeit) {
     EXPECT_TRUE(enthält(l.fenster.hinweise.back(), u"wurde inzwischen wiederhergestellt."));
     EXPECT_EQ(r.inhalt(DATEN + u"Konfigdaten.dat"), gut);
     EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
+}
+
+// Several files at once: each is asked for, one start after the other, and each comes back.
+TEST(Reparatur, MehrereDateien) {
+    const std::vector<std::vector<Text>> tafel{
+        {u"Konfigdaten.dat", u"2603 261110 Data.dat"},
+        {u"Mitarbeiterdaten.dat", u"Konfigdaten.dat", u"Feiertage.dat"},
+        {}, // everything but the backups
+    };
+    for (const auto& weg : tafel) {
+        Rechner r;
+        zwei_Tage_arbeiten(r);
+        for (const auto& [pfad, bytes] : r.geteilte_platte()->abbild())
+            if (ParentDir(pfad) == DATEN &&
+                (weg.empty() || std::count(weg.begin(), weg.end(), Dateiname_aus_Pfad(pfad)) > 0))
+                r.platte().entferne(pfad);
+        Platzlauf l(r, u"chef");
+        std::size_t starts = 0;
+        while (starts < 6 && !starte(l, 17, Antwort::Ja))
+            ++starts;
+        EXPECT_EQ(starts, weg.empty() ? 4U : weg.size()) << zu_utf8(l.fenster.hinweise.back());
+        EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
+        EXPECT_EQ(l.programm->daten().K().U(), Konfiguration_Standard(u"chef").U());
+        l.schließen();
+        Erfassungsplatz märz({u"otto"}, r.geteilte_platte());
+        EXPECT_EQ(märz.Tage_auf_Platte(u"otto", u"2603"), u"1");
+    }
+}
+
+// A digit of the first year: the staff file is whole, and all months would be others.
+TEST(Reparatur, FalschesStartjahr) {
+    Rechner r;
+    zwei_Tage_arbeiten(r);
+    auto zeilen = r.zeilen(DATEN + u"Mitarbeiterdaten.dat");
+    zeilen[2] = u"2035";
+    r.schreibe(DATEN + u"Mitarbeiterdaten.dat", als_Datei(zeilen));
+    Platzlauf l(r, u"chef");
+    EXPECT_FALSE(starte(l, 17, Antwort::Ja));
+    EXPECT_TRUE(enthält(l.fenster.fragen.at(0), u"Startjahr 2035"));
+    ASSERT_TRUE(starte(l, 17));
+    EXPECT_EQ(l.programm->platz().Startjahr, 2025);
 }
 
 TEST(Reparatur, OhneBackupDerStandard) {
@@ -185,7 +230,7 @@ TEST(Reparatur, WasImWegSteht) {
     for (const auto& fall : tafel) {
         SCOPED_TRACE(fall.was);
         Rechner r;
-        einen_Tag_arbeiten(r);
+        zwei_Tage_arbeiten(r);
         r.schreibe(DATEN + u"Konfigdaten.dat", "Unsinn\r\n");
         fall.tun(r);
         Platzlauf l(r, u"chef");
@@ -200,7 +245,7 @@ TEST(Reparatur, WasImWegSteht) {
 // A file that no repair is for stays as it is, and is named.
 TEST(Reparatur, AndereDateienBleiben) {
     Rechner r;
-    einen_Tag_arbeiten(r);
+    zwei_Tage_arbeiten(r);
     r.schreibe(DATEN + u"Ferientage.dat", "");
     Platzlauf l(r, u"chef");
     EXPECT_TRUE(starte(l, 17));
@@ -217,7 +262,7 @@ TEST(Reparatur, Kalvoradat) {
     const Text eigene = u"/sys-PLATZ1/Kalvora.dat";
     for (const bool lesbar : {true, false}) {
         Rechner r;
-        einen_Tag_arbeiten(r);
+        zwei_Tage_arbeiten(r);
         Platzlauf l(r, u"chef");
         ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
         l.schließen();
@@ -353,7 +398,12 @@ TEST(Start, ErzwungenerStart) {
     for (const bool erzwungen : {false, true}) {
         Rechner r;
         Firma().anlegen(r, DATEN);
-        r.störe({.aufruf = "list", .maske = u"tmp-PLATZ1", .nummer = 57, .dauernd = true});
+        r.davor = [&](const std::string& aufruf, const Text& pfad) { // the listing of all months, once
+            if (aufruf == "open" && enthält(pfad, u"Ferientage.dat"))
+                r.störe({.aufruf = "list", .maske = u"IniFiles", .nummer = 57});
+            if (aufruf == "list" && enthält(pfad, u"IniFiles"))
+                r.störe({.aufruf = "list", .maske = u"Data", .nummer = 57});
+        };
         Platzlauf l(r, u"chef");
         auto aufruf = AUFRUF;
         if (erzwungen) aufruf.push_back(u"/enforcestart");
