@@ -115,7 +115,8 @@ bool Erfassungsdateien::gesund(const Version& version, const Text& yymm) {
 }
 
 void Erfassungsdateien::Erfassungsdateien_checken() {
-    als_Prozedur(u"modKalvora - Erfassungsdateien_checken", [&] {
+    // A month that is missing for a moment is no reason to ask for a repair.
+    const auto nachsehen = [&] {
         Text fehlend;
         const auto alle = verzeichnis();
         const int dieses_Jahr = Jahr(platz_.Heute);
@@ -139,6 +140,11 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
                 u"Das Startjahr " + ziffern(platz_.Startjahr) +
                     u" in der Datei 'Mitarbeiterdaten.dat' passt nicht zu den vorhandenen Monaten.",
                 pfad(u"Mitarbeiterdaten.dat"));
+        return fehlend;
+    };
+    als_Prozedur(u"modKalvora - Erfassungsdateien_checken", [&] {
+        const Text fehlend =
+            zweite_Lesung(kanal_.app(), nachsehen, [](const Text& monate) { return monate.empty(); });
         if (!fehlend.empty()) Monate_fehlen(fehlend);
     });
 }

@@ -20,9 +20,14 @@ Erfassungsdateien::Verzeichnis Erfassungsdateien::verzeichnis(TextView yymm) con
     return aus;
 }
 
+// A mount may remember the folder's names for half a minute, while a colleague has begun today's version and
+// taken the older one away: today's is asked for by its name.
 Version Erfassungsdateien::in_Kraft(TextView yymm) const {
     const auto alle = verzeichnis(yymm);
-    return alle.empty() ? Version{} : alle.begin()->second.back();
+    const Version gelistet = alle.empty() ? Version{} : alle.begin()->second.back();
+    const Version heute{heutiger_Stamm(yymm), heutige_Datei(yymm)};
+    const bool neuer = gelistet.stamm < heute.stamm && Datei_vorhanden(kanal_.fs(), pfad(heute.name));
+    return neuer ? heute : gelistet;
 }
 
 Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {

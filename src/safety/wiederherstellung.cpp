@@ -6,6 +6,7 @@
 #include "files/monatsdatei.h"
 #include "files/ordner.h"
 #include "files/versionsname.h"
+#include "files/zweite_lesung.h"
 #include "safety/monatsrettung.h"
 
 namespace kalvora {
@@ -49,7 +50,8 @@ const Containermitglied* Wiederherstellung::Gelesen::finden(TextView name) const
 std::vector<Text> Wiederherstellung::Sicherungen() const {
     std::vector<std::pair<Zeitstempel, Text>> gefunden;
     for (const Text& name : Dateien(kanal_.fs(), platz_.Backuppfad, u"*.dat", true)) {
-        const auto info = kanal_.fs().info(platz_.Backuppfad + name);
+        auto info = kanal_.fs().info(platz_.Backuppfad + name);
+        if (!info) info = kanal_.fs().info(platz_.Backuppfad + name); // no fault of a moment hides it
         const char16_t art = Backupname_zulässig(name) ? klein(name[14]) : u'\0';
         if (info && !info->folder && art != 0 && art != u'f' && art != u'i')
             gefunden.emplace_back(info->time, name);
@@ -118,12 +120,13 @@ bool Wiederherstellung::Restore_aus_Backupdatei(const Text& datei, const Text& f
 
 // ------------------------------------------------------------------ one file out of all backups
 
-// A backup that cannot be read is passed over; while the folder is not there nothing may be decided.
+// A backup that cannot be read twice is passed over, so that no fault of a moment makes an older state or the
+// standard win; while the folder is not there nothing may be decided.
 void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Gelesen&)>& fertig) const {
     for (const Text& name : Sicherungen()) {
         std::optional<Gelesen> container;
         try {
-            container = lesen(platz_.Backuppfad + name);
+            container = zweite_Lesung(kanal_.app(), [&] { return lesen(platz_.Backuppfad + name); });
         } catch (const Laufzeitfehler& fehler) {
             if (fehler.nummer == FEHLER_NETZ || fehler.nummer == FEHLER_ZU_VIELE) throw;
         }

@@ -16,6 +16,10 @@ public:
     Antwort antwort = Antwort::Nein;
     std::function<void()> bei_Frage; // something happens while the question stands
     std::optional<Text> eingabe;
+    std::function<void(Form&)> im_Dialog; // what the user does in a modal window
+    void run_modal(Form& form) override {
+        if (im_Dialog) im_Dialog(form);
+    }
     std::optional<Text> input(const Text&, const Text&, const Text&) override { return eingabe; }
     void open(Form& form) override { geöffnet.push_back(form.name()); }
     Antwort question(const Text& text, const Frageart&) override {

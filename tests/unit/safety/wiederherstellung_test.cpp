@@ -121,7 +121,7 @@ TEST(Wiederherstellung, Datei_aus_der_neuesten_heilen_Sicherung) {
             p.lege_Backup(name, mitglieder);
         p.fs.schreibe(p.sicherung(u"261116 000000 T.dat"), "no container");
         p.lege_Backup(u"261116 000001 T.dat", J2025);
-        p.fs.störe({.aufruf = "open", .maske = u"261116 000001*", .nummer = 70});
+        p.fs.störe({.aufruf = "open", .maske = u"261116 000001*", .nummer = 70, .dauernd = true});
         EXPECT_EQ(p.wieder.Datei_zurückholen(f.name), !f.ergebnis.empty()) << f.was;
         EXPECT_EQ(p.fs.inhalt(p.daten(f.name)).value_or(""), f.ergebnis) << f.was;
         EXPECT_EQ(p.fs.offene(), 0);

@@ -127,12 +127,13 @@ TEST(Prozesse, Neufassungen_neben_Anhaengen) {
 // writer begins with the first save of a month that has none of today yet, as long as there are any.
 TEST(Prozesse, Getoetet_waehrend_ein_anderer_schreibt) {
     const int tötungen = voller_Lauf() ? 240 : 36, je = 200;
-    constexpr int MONATE = 12; // of 2026
+    // Of 2026, without the one that every start shows and may compact: these rows are of nobody on the staff.
+    const std::vector<int> monate{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12};
     Ordner o(0, 0);
     std::minstd_rand zufall(7);
     std::map<Text, std::set<Text>> gesagt;
     Kindprozess nachbar([&](const auto& sagen) {
-        EchterPlatz p(o.daten);
+        EchterPlatz p(o.daten, u"2612");
         for (int n = 0;; ++n) {
             const Text zeile = A(u"nachbar" + ziffern(n), u"2");
             if (!p.erfassung.Datensatz_speichern(zeile)) break;
@@ -141,7 +142,7 @@ TEST(Prozesse, Getoetet_waehrend_ein_anderer_schreibt) {
         }
     });
     for (int k = 0; k < tötungen; ++k) {
-        const Text yymm = u"26" + ziffern(k % MONATE + 1, 2);
+        const Text yymm = u"26" + ziffern(monate[static_cast<std::size_t>(k) % monate.size()], 2);
         Kindprozess schreiber([&](const auto& sagen) {
             EchterPlatz p(o.daten, yymm);
             sagen("ready");
@@ -162,7 +163,7 @@ TEST(Prozesse, Getoetet_waehrend_ein_anderer_schreibt) {
     }
     nachbar.töten();
     for (const std::string& zeile : nachbar.zeilen())
-        gesagt[u"2611"].insert(aus_utf8(zeile));
+        gesagt[u"2612"].insert(aus_utf8(zeile));
     std::size_t verloren = 0, alle = 0;
     for (const auto& [yymm, zeilen] : gesagt) {
         verloren += Verlorene(o.zeilen(yymm), zeilen).size();

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 
+#include "files/ordner.h"
 #include "hilfen/programmlauf.h"
+#include "safety/frm_recovery.h"
 
 namespace kalvora {
 
@@ -20,7 +22,13 @@ struct Vorgang {
     std::function<bool(Platzlauf&)> weiter = [](auto&) { return true; }; // the work goes on
     int dünn = 1;                // in the ordinary tests: each n-th call alone
     bool derselbe_Platz = false; // the processes that look run on the workstation of the fault
+    Text Erfolg = {};            // how the message begins that success ends with, if any
+    Text leser = u"anna";        // who looks first
 
+    bool gelungen(const Platzlauf& lauf) const {
+        const auto& hinweise = lauf.fenster.hinweise;
+        return Erfolg.empty() || hinweise.empty() ? hinweise.empty() : hinweise.back().starts_with(Erfolg);
+    }
     std::unique_ptr<Platzlauf> Platz(FileSystem& fs, const Text& wer, const Text& rechner) const {
         return std::make_unique<Platzlauf>(fs, wer, wurzel, derselbe_Platz ? Text(u"PLATZ1") : rechner);
     }
@@ -36,19 +44,29 @@ inline Text letzter_Hinweis(const Platzlauf& lauf) {
     return lauf.fenster.hinweise.empty() ? Text() : lauf.fenster.hinweise.back();
 }
 
+inline const Text REPARIERT = u"Wiederherstellen beendet.";
+
 class Richter {
 public:
     Richter(const Vorgang& v, Text alt, Text neu) : v_(v), alt_(std::move(alt)), neu_(std::move(neu)) {}
 
     // The state as a fresh process sees it; nothing when it does not start.
+    // Behind a repair that did not come to its end the next start asks again; otherwise there must be nothing
+    // to repair.
     static std::optional<Text> Blick(const Vorgang& v, Platzlauf& lauf) {
-        if (!lauf.starten(v.neustart)) return std::nullopt;
-        return v.bild(lauf);
+        constexpr int STARTS = 3;
+        const bool repariert = v.Erfolg == REPARIERT;
+        lauf.fenster.antwort = repariert ? Antwort::Ja : Antwort::Nein;
+        for (int n = 1; n <= STARTS; ++n) {
+            if (lauf.starten(v.neustart)) return v.bild(lauf);
+            if (!repariert || !letzter_Hinweis(lauf).starts_with(REPARIERT)) break;
+        }
+        return std::nullopt;
     }
     // Counts the outcome; what is wrong with it, empty when nothing is.
     Text beurteilen(FileSystem& fs, bool beendet, bool gemeldet, Bilanz& b) const {
         ++b.versucht;
-        const auto erster = v_.Platz(fs, u"anna", u"PLATZ2");
+        const auto erster = v_.Platz(fs, v_.leser, u"PLATZ2");
         const auto gesehen = Blick(v_, *erster);
         if (!gesehen) return ++b.versperrt, u"no start: " + letzter_Hinweis(*erster);
         if (*gesehen != alt_ && *gesehen != neu_) return ++b.verloren, Unterschied(*gesehen);
@@ -121,6 +139,14 @@ inline Vorgang in_der_Firma(const char* name, const Text& wurzel, const Text& be
         firma.anlegen(fs, daten);
         const Text alt = daten + u"2611 261110 Data.dat";
         if (heutige_da) fs.rename(alt, daten + u"2611 261116 Data.dat");
+        TestUhr uhr;
+        Ordnerkette_anlegen(fs, wurzel + u"opt/kalvora/");
+        Installation_ablegen([&](const Text& datei, const std::string& bytes) {
+            Dateiwerk(fs, uhr, u"ANLAGE-2").ersetzen(wurzel + u"opt/kalvora/" + datei, bytes);
+        });
+        Platzlauf erster(fs, u"chef", wurzel, u"PLATZ0"); // of the day: it makes the backups
+        EXPECT_TRUE(erster.starten(aufruf));
+        erster.schließen();
     };
     const auto weiter = [=](Platzlauf& lauf) {
         lauf.trage_ein(u"anna", 25, 25, 6);
@@ -142,6 +168,74 @@ inline Vorgang Verdichten(const Text& wurzel) {
     return v;
 }
 
+// A backup that stands is whole, and counts with its members.
+inline Text Sicherungen(Platzlauf& lauf) {
+    const Dateikanal& kanal = lauf.programm->daten().kanal;
+    const Text ordner = lauf.programm->platz().Backuppfad;
+    Text aus;
+    for (const Text& name : Dateien(kanal.fs(), ordner, u"*.dat")) {
+        const auto datei = kanal.werk().lesen(ordner + name);
+        const auto mitglieder = Container_lesen(datei->sicht());
+        aus += Text(rechts(name, 5).substr(0, 1)) +
+               (mitglieder ? ziffern(static_cast<long>(mitglieder->size())) : u"?");
+    }
+    return aus;
+}
+inline Vorgang Sichern(const Text& wurzel) {
+    const auto Tasten = [](Platzlauf& lauf) {
+        lauf.fenster_().user_key({u"F7", {.alt = true}});
+        lauf.programm->schleife();
+    };
+    Vorgang v = in_der_Firma("backup", wurzel, u"chef", Tasten);
+    v.bild = [](Platzlauf& lauf) { return gesehen(lauf) + Sicherungen(lauf); };
+    v.Erfolg = u"Backup wurde erstellt";
+    v.dünn = 9;
+    return v;
+}
+
+// Back to the day's first backup, which does not have eve's entry.
+inline Vorgang Wiederherstellen(const Text& wurzel) {
+    Vorgang v = in_der_Firma("restore", wurzel, u"chef", [](Platzlauf& lauf) {
+        lauf.fenster.antwort = Antwort::Ja;
+        lauf.fenster.im_Dialog = [](Form& form) {
+            dynamic_cast<frmRecovery&>(form).cmdAuswahl2.user_click();
+        };
+        lauf.fenster_().mnu(u"mnuRecovery").user_click();
+        lauf.programm->schleife();
+    });
+    v.vorbereiten = [anlegen = v.vorbereiten, wurzel, aufruf = v.aufruf](FileSystem& fs) {
+        anlegen(fs);
+        Platzlauf chef(fs, u"chef", wurzel, u"PLATZ0");
+        EXPECT_TRUE(chef.starten(aufruf) && chef.trage_ein(u"eve", 18, 18, 1));
+        chef.schließen();
+    };
+    v.Erfolg = u"Die Daten wurden erfolgreich wiederhergestellt";
+    v.dünn = 27;
+    return v;
+}
+
+// A start on a configuration cut in half, answered with Yes.
+inline Vorgang Reparieren(const Text& wurzel) {
+    Vorgang v = in_der_Firma("repair", wurzel, u"chef", {});
+    v.tat = [aufruf = v.aufruf](Platzlauf& lauf) {
+        lauf.fenster.antwort = Antwort::Ja;
+        lauf.starten(aufruf);
+    };
+    v.vorbereiten = [anlegen = v.vorbereiten, wurzel](FileSystem& fs) {
+        anlegen(fs);
+        TestUhr uhr;
+        const Dateiwerk werk(fs, uhr, u"SCHADEN-1");
+        const Text datei = wurzel + u"srv/Data/Konfigdaten.dat";
+        const auto ganz = werk.lesen(datei);
+        EXPECT_TRUE(werk.ersetzen(datei, ganz->sicht().substr(0, ganz->größe / 2)));
+    };
+    v.aufruf.clear();
+    v.Erfolg = REPARIERT;
+    v.leser = u"chef";
+    v.dünn = 18;
+    return v;
+}
+
 inline std::vector<Vorgang> in_der_Firma(const Text& wurzel) {
     const auto Einstellung = als_Ereignis([](auto& d) {
         d.konfig.Setting_setzen(50, 1);
@@ -152,9 +246,13 @@ inline std::vector<Vorgang> in_der_Firma(const Text& wurzel) {
         d.personal.Mitarbeiterdaten_schreiben();
     });
     return {in_der_Firma("one entry", wurzel, u"anna", Eintrag),
-            in_der_Firma("first save of a day", wurzel, u"anna", Eintrag, false), Verdichten(wurzel),
+            in_der_Firma("first save of a day", wurzel, u"anna", Eintrag, false),
+            Verdichten(wurzel),
             in_der_Firma("configuration", wurzel, u"chef", Einstellung),
-            in_der_Firma("staff list", wurzel, u"chef", Personal)};
+            in_der_Firma("staff list", wurzel, u"chef", Personal),
+            Sichern(wurzel),
+            Wiederherstellen(wurzel),
+            Reparieren(wurzel)};
 }
 
 } // namespace vorgang
