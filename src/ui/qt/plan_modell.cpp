@@ -1,5 +1,7 @@
 #include "ui/qt/plan_modell.h"
 
+#include "platform/window/application.h"
+
 #include <QFont>
 
 #include "ui/qt/farben.h"
@@ -52,7 +54,8 @@ QString Auskunft(const Table& table, const std::function<Text(int, int)>& frage,
 
 // Without a spoken name of its own a cell is read as its heading and its text.
 QString PlanModell::Ansage(int row, int col) const {
-    if (const QString name = Auskunft(*table_, table_->accessible_name, row, col); !name.isEmpty()) return name;
+    if (const QString name = Auskunft(*table_, table_->accessible_name, row, col); !name.isEmpty())
+        return name;
     const QString text =
         qt(table_->cell(row, col).text).replace(u'\r', u' ').replace(u'\u00A0', u' ').trimmed();
     if (row < table_->fixed_rows() || col < table_->fixed_cols()) return text;

@@ -8,7 +8,8 @@ namespace {
 struct Setupprobe : Prüfplatz {
     Setup setup{kanal, platz, konfig, log};
     const Text setupdatei = platz.Systempfad + u"KalvoraSetup.dat";
-    Setupprobe() {
+    explicit Setupprobe(std::shared_ptr<SpeicherPlatte> platte = std::make_shared<SpeicherPlatte>())
+        : Prüfplatz(std::move(platte)) {
         lege(setupdatei, {u"[Firma]", u"Muster GmbH", u"Werk 2", u"eins", u"zwei"});
         std::vector<Text> vorlage{u"[KalvoraFeiertageDat]", u"[049:Deutschland]"};
         vorlage.resize(18, u"1:01.01.:Neujahr");

@@ -463,8 +463,7 @@ TEST(Erfassungsdateien, DefragmentierenAbAnderthalbZeilen) {
                 sätze.push_back(A(n % 2 == 0 ? u"anna" : u"otto", Text(1, static_cast<char16_t>(u'1' + n))));
             p.Monatsdatei(HEUTE, sätze);
             p.erfassung.Erfassungsdaten_lesen(u"2611");
-            if (was == std::string("refused"))
-                p.fs.störe({.aufruf = "open", .nummer = 70, .dauernd = true});
+            if (was == std::string("refused")) p.fs.störe({.aufruf = "open", .nummer = 70, .dauernd = true});
             EXPECT_NO_THROW(p.erfassung.Defragmentieren_wenn_fällig());
             const bool fällig = zeilen == 4 && (was == std::string() || was == std::string("refused"));
             EXPECT_EQ(arten, fällig ? u"T" : u"");
@@ -477,6 +476,8 @@ TEST(Erfassungsdateien, DefragmentierenAbAnderthalbZeilen) {
 // A month that had a file and has none any more is lost, not empty; one that never had is empty.
 TEST(Erfassungsdateien, VerschwundenerMonat) {
     Erfassungsplatz p({u"anna"});
+    p.konfig.Konfigdaten_schreiben();
+    p.konfig.Konfigdaten_lesen();
     EXPECT_FALSE(p.erfassung.Erfassungsdaten_lesen(u"2612"));
     const Text datei = p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
     ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
@@ -488,7 +489,9 @@ TEST(Erfassungsdateien, VerschwundenerMonat) {
     p.fs.platte().entferne(datei);
     EXPECT_TRUE(p.erfassung.Monat_geändert());
     EXPECT_THROW(p.erfassung.Datensatz_speichern(A(u"anna", u"2")), Dateischaden);
-    EXPECT_TRUE(p.Versionen().empty()) << "nothing is saved into an empty month";
+    EXPECT_EQ(p.Versionen(), std::vector<Text>{u"Konfigdaten.dat"}) << "nothing is saved into an empty month";
+    p.fs.platte().schreibe(p.daten(u"Konfigdaten.dat"), *p.fs.inhalt(p.daten(u"Konfigdaten.dat")));
+    EXPECT_FALSE(p.erfassung.Erfassungsdaten_lesen(u"2611")) << "the whole folder was put back";
 }
 
 // While a repair lock stands staff list and reasons may be the standard ones: no row and no code is dropped.
