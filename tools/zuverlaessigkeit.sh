@@ -32,7 +32,7 @@ faults that a call may meet, each changing call for a lost answer and for the en
 short one. A power failure takes back what was not synced. Then the fault is over, and fresh processes look: one starts and reads
 everything, makes an entry, and two others start behind it. The first run is judged by what the next start makes of it.
 
-- **saved**: no message; a fresh process reads the new state.
+- **saved**: no message, or that of success (backup, restore and repair have one); a fresh process reads the new state.
 - **told**: the user was refused or the program stopped, with a message. The disk holds the old state or, where the fault came behind
   the work, the new one.
 - **ended**: the process was killed. The disk holds the old state or the new one.

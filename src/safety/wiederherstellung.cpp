@@ -28,9 +28,10 @@ bool Backupname_zulässig(TextView name) {
 
 Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
                          bool aus_Namen) {
-    if (aus_Namen) return Text(links(name, 6)) + Text(mitte(name, 8, 6));
+    const Text im_Namen = Text(links(name, 6)) + Text(mitte(name, 8, 6));
+    if (aus_Namen) return im_Namen;
     const auto info = kanal.fs().info(platz.Backuppfad + name);
-    if (!info) return {};
+    if (!info) return info.nummer() == FEHLER_NICHT_GEFUNDEN ? Text() : im_Namen;
     const Zeitpunkt z = kanal.werk().uhr().time_of(info->time);
     return FormatDatumDS(Datum_aus(z.tag.jahr, z.tag.monat, z.tag.tag)) + ziffern(z.stunde, 2) +
            ziffern(z.minute, 2) + ziffern(z.sekunde, 2);

@@ -129,7 +129,7 @@ TEST(Wiederherstellung, Datei_aus_der_neuesten_heilen_Sicherung) {
     // What cannot be seen now may be there: nothing is decided.
     Sicherungsplatz p;
     p.lege_Backup(u"261115 120000 T.dat", J2025);
-    p.fs.störe({.aufruf = "open", .maske = u"261115*", .nummer = 52});
+    p.fs.störe({.aufruf = "open", .maske = u"261115*", .nummer = 52, .dauernd = true});
     EXPECT_THROW(p.wieder.Datei_zurückholen(M), Laufzeitfehler);
 }
 

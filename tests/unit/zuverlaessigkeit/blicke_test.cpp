@@ -152,7 +152,10 @@ TEST(Blicke, Nichts_Falsches_wird_gezeigt_oder_gespeichert) {
     berichten(
         {"a shared file seen empty, half, as NULs or not at all, for a moment or for good, at work and at "
          "a start",
-         std::to_string(versucht), "nothing wrong shown or saved; for good: the question for a repair"});
+         std::to_string(versucht),
+         "nothing wrong saved; nothing wrong shown, but of half a month the rows before the cut; for good: "
+         "the "
+         "question for a repair"});
 }
 
 // The names of the folder are those of before a colleague's first save of the day, which has taken the older

@@ -197,8 +197,11 @@ inline Vorgang Sichern(const Text& wurzel) {
 inline Vorgang Wiederherstellen(const Text& wurzel) {
     Vorgang v = in_der_Firma("restore", wurzel, u"chef", [](Platzlauf& lauf) {
         lauf.fenster.antwort = Antwort::Ja;
-        lauf.fenster.im_Dialog = [](Form& form) {
-            dynamic_cast<frmRecovery&>(form).cmdAuswahl2.user_click();
+        lauf.fenster.im_Dialog = [&lauf](Form& form) {
+            auto& f = dynamic_cast<frmRecovery&>(form);
+            if (f.cmbDateiliste.items()[0].starts_with(u"Keine ")) // the window says that there is none
+                lauf.fenster.hinweise.push_back(f.cmbDateiliste.items()[0]);
+            f.cmdAuswahl2.user_click();
         };
         lauf.fenster_().mnu(u"mnuRecovery").user_click();
         lauf.programm->schleife();
