@@ -73,8 +73,7 @@ bool Wiederherstellung::ist_Verknüpfung(const Text& ordner, const Text& name) c
     if (!ort) return false;
     if (ziel) return *ziel != *ort + name + u"/";
     const int f = fs.info(ordner + name).nummer();
-    return (ziel.nummer() == FEHLER_NETZ && f == FEHLER_NICHT_GEFUNDEN) ||
-           (ziel.nummer() == FEHLER_GERÄT && f == FEHLER_GERÄT);
+    return ziel.nummer() == FEHLER_NETZ && (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_NETZ);
 }
 
 // The canonical spelling is written; the same name in another case would be a second file.

@@ -206,7 +206,9 @@ TEST(Datenordner_ersetzen, am_Start) {
          [](Sicherungsplatz& p) {
              const auto heil = *p.fs.inhalt(p.sicherung(I));
              p.fs.schreibe(p.sicherung(I), heil.substr(0, 30));
-             p.dialog.beim_Warten = [&p, heil] { p.fs.platte().finde(p.sicherung(I))->bytes = heil; };
+             p.dialog.beim_Warten = [&p, heil] {
+                 if (p.fs.gibt_es(p.sicherung(I))) p.fs.platte().finde(p.sicherung(I))->bytes = heil;
+             };
          },
          u"",
          {u"wurde abgeschlossen."},
@@ -296,7 +298,7 @@ TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
          {{u"2611 261117 Data.dat", "Er\r\n"}}},
         {"he finishes the work before this one writes, and works on",
          true,
-         "open",
+         "info",
          u"Konfigdaten.dat",
          [](Sicherungsplatz& p) {
              p.ersatz.Begonnenes_abschließen();
