@@ -9,7 +9,7 @@
 #include "messung/grosser_ordner.h"
 #include "messungen.h"
 #include "safety/backups.h"
-#include "safety/wiederherstellung.h"
+#include "safety/ordnerersatz.h"
 
 namespace kalvora::bench {
 
@@ -40,7 +40,9 @@ public:
     explicit Sicherung(Umfeld& umfeld)
         : ordner_(großer_Ordner(umfeld.lager)), station_(aus_utf8(ordner_)),
           backups_(station_.kanal, station_.platz, station_.daten.konfig, station_.daten.log),
-          wieder_(station_.kanal, station_.platz), kopie_(umfeld.lager.ordner().pfad() + "kopie/") {
+          wieder_(station_.kanal, station_.platz),
+          ersatz_(station_.kanal, station_.platz, wieder_, backups_, station_.daten.log),
+          kopie_(umfeld.lager.ordner().pfad() + "kopie/") {
         station_.platz.Backuppfad = station_.platz.Datenpfad + u"Backups/";
         fs::create_directories(ordner_ + "Backups");
         fs::create_directories(kopie_);
@@ -75,8 +77,10 @@ public:
     double Wiederherstellen() {
         if (backups_.Backupname().empty()) Backup();
         bool ok = false;
-        const double zeit = Sekunden(
-            [&] { ok = wieder_.Datenordner_ersetzen(station_.platz.Backuppfad + backups_.Backupname()); });
+        const double zeit = Sekunden([&] {
+            const auto container = wieder_.lesen(station_.platz.Backuppfad + backups_.Backupname());
+            ok = container && ersatz_.Datenordner_ersetzen(*container);
+        });
         if (!ok) throw std::runtime_error("the restore was refused");
         return zeit;
     }
@@ -96,6 +100,7 @@ private:
     Arbeitsstation station_;
     Backups backups_;
     Wiederherstellung wieder_;
+    Ordnerersatz ersatz_;
     fs::path kopie_;
     std::vector<fs::path> dateien_;
 };

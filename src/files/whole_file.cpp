@@ -1,6 +1,7 @@
 #include "files/whole_file.h"
 
 #include <algorithm>
+#include <new>
 
 #include "files/ordner.h"
 
@@ -47,9 +48,10 @@ Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) con
     inhalt.größe = 0;
     const auto nötig = static_cast<std::size_t>(info->size) + 1; // one more byte tells the end in one read
     if (inhalt.platz < nötig) {
-        inhalt.bytes = std::make_unique_for_overwrite<char[]>(nötig);
-        inhalt.platz = nötig;
+        inhalt.bytes.reset(new (std::nothrow) char[nötig]);
+        inhalt.platz = inhalt.bytes ? nötig : 0;
     }
+    if (!inhalt.bytes) return Ergebnis<Dateiinhalt>::fehler(FEHLER_GERÄT);
     for (;;) {
         const auto n = fs_.read(*datei, inhalt.bytes.get() + inhalt.größe, inhalt.platz - inhalt.größe);
         if (!n) return Ergebnis<Dateiinhalt>::fehler(n.nummer());
@@ -58,7 +60,8 @@ Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) con
         if (inhalt.größe < inhalt.platz) continue;
         // The file grew while it was read: go on with more room.
         inhalt.platz = inhalt.platz * 2 + 4096;
-        auto größer = std::make_unique_for_overwrite<char[]>(inhalt.platz);
+        std::unique_ptr<char[]> größer(new (std::nothrow) char[inhalt.platz]);
+        if (!größer) return Ergebnis<Dateiinhalt>::fehler(FEHLER_GERÄT);
         std::copy_n(inhalt.bytes.get(), inhalt.größe, größer.get());
         inhalt.bytes = std::move(größer);
     }
@@ -70,7 +73,9 @@ Ergebnis<FileInfo> Dateiwerk::stand(const Text& pfad) const {
     const auto h = fs_.open(pfad, OpenMode::Read);
     if (!h) return Ergebnis<FileInfo>::fehler(h.nummer());
     OffeneDatei datei(fs_, *h);
-    return fs_.info(*datei);
+    auto info = fs_.info(*datei);
+    datei.schließen();
+    return info;
 }
 
 Fehlercode Dateiwerk::alles_schreiben(FileSystem::Handle h, std::string_view bytes) const {

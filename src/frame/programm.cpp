@@ -26,6 +26,10 @@ void Programm::aufbauen() {
     app_.Vorgang_zeigen = [this](const Text& text) { Vorgang_zeigen(text); };
     backups_ = std::make_unique<Backups>(*kanal_, platz_, daten_->konfig, daten_->log);
     wiederherstellung_ = std::make_unique<Wiederherstellung>(*kanal_, platz_);
+    ersatz_ = std::make_unique<Ordnerersatz>(*kanal_, platz_, *wiederherstellung_, *backups_, daten_->log);
+    ersatz_->Fortschritt = [this](int fertig, int alle) {
+        Fortschritt_zeigen(u"Datenordner wird wiederhergestellt", fertig, alle);
+    };
     backups_->Fortschritt = [this](int fertig, int alle) {
         Fortschritt_zeigen(u"Sicherung wird erstellt", fertig, alle);
     };
@@ -225,7 +229,7 @@ bool Programm::Datenordner_wiederherstellen() {
     if (sicherung.empty()) return false;
     daten_->erfassung.Ausstehende_abschließen();
     Datenübernahme übernahme(app_, *kanal_, platz_, daten_->konfig, daten_->log, *backups_,
-                             *wiederherstellung_);
+                             *wiederherstellung_, *ersatz_);
     return mit_Fortschritt([&] { return übernahme.Wiederherstellungspunkt(sicherung); });
 }
 

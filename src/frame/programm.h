@@ -8,6 +8,7 @@
 #include "frame/frm_start.h"
 #include "frame/meldung.h"
 #include "plan/hauptfenster.h"
+#include "safety/ordnerersatz.h"
 
 namespace kalvora {
 
@@ -93,6 +94,7 @@ private:
     std::unique_ptr<Gemeinsame_Daten> daten_;
     std::unique_ptr<Backups> backups_;
     std::unique_ptr<Wiederherstellung> wiederherstellung_;
+    std::unique_ptr<Ordnerersatz> ersatz_;
     std::unique_ptr<Reparatur> reparatur_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;

@@ -149,7 +149,7 @@ void Programm::Datenordner_prüfen() {
     const bool gewählt = platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener);
     if (!gewählt && !Ordner_vorhanden(fs, platz_.Datenpfad))
         throw Laufzeitfehler(FEHLER_NETZ, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
-    wiederherstellung_->Begonnenes_abschließen();
+    ersatz_->Begonnenes_abschließen();
     if (gewählt || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
     throw Programmabbruch(
         u"modKalvora - Main",

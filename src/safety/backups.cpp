@@ -1,7 +1,9 @@
 #include "safety/backups.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
+#include <stdexcept>
 #include <utility>
 
 #include "files/ordner.h"
@@ -11,7 +13,7 @@ namespace kalvora {
 namespace {
 
 constexpr double LEERE_DATEI_PAUSE = 1.5; // seconds; somebody is rewriting it
-constexpr int SEKUNDEN_AM_TAG = 86400;
+constexpr int LETZTE_SEKUNDE = 86399;     // of a day
 
 struct Aufbewahrung {
     TextView maske;
@@ -32,15 +34,28 @@ void ohne_Meldung(F&& f) {
 
 } // namespace
 
+bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad) {
+    const auto info = fs.info(Backuppfad + Text(REDOKOPIE));
+    return info && !info->folder;
+}
+
+bool Backupname_zulässig(TextView name) {
+    constexpr std::size_t LÄNGE = 19;
+    return name.size() == LÄNGE && nur_Ziffern(name.substr(0, 6)) && name[6] == u' ' &&
+           nur_Ziffern(name.substr(7, 6)) && name[13] == u' ' && klein(name[14]) >= u'a' &&
+           klein(name[14]) <= u'z' && gleich_ohne_Fall(name.substr(15), u".dat");
+}
+
 bool Backups::vorhanden(TextView tag, TextView art) const {
     return Datei_passend_vorhanden(kanal_.fs(), platz_.Backuppfad, Text(tag) + u"*" + Text(art) + u".dat");
 }
 
-// "yymmdd hhnnss <art>.dat", the time so many seconds from now. The year change names the year that becomes
-// the present one by it.
+// "yymmdd hhnnss <art>.dat", the time so many seconds from now, on this day. The year change names the year
+// that becomes the present one by it.
 Text Backups::Zeitname(TextView art, int sekunden) const {
     const Zeitpunkt jetzt = kanal_.werk().uhr().now();
-    const int s = (jetzt.stunde * 3600 + jetzt.minute * 60 + jetzt.sekunde + sekunden) % SEKUNDEN_AM_TAG;
+    const int s =
+        std::min(jetzt.stunde * 3600 + jetzt.minute * 60 + jetzt.sekunde + sekunden, LETZTE_SEKUNDE);
     const Text jahr = art == u"J" ? ziffern((platz_.Startjahr + 2) % 100, 2) : platz_.Heute_S.substr(0, 2);
     return jahr + platz_.Heute_S.substr(2) + u" " + ziffern(s / 3600, 2) + ziffern(s / 60 % 60, 2) +
            ziffern(s % 60, 2) + u" " + Text(art) + u".dat";
@@ -52,35 +67,30 @@ void Backups::Fehler_vermerken(int nummer, const Text& datei) {
 }
 
 // Plain files that a restore could write back, each name once ignoring case.
-void Backups::Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske) const {
+void Backups::Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske,
+                              const Text& beschädigt) const {
     std::set<Text> namen;
     for (const Text& name : Dateien(kanal_.fs(), ordner, maske, true)) {
         const auto info = kanal_.fs().info(ordner + name);
         const bool Ordner = info && info->folder;
-        if (Ordner || !Mitgliedsname_zulässig(name) || gleich_ohne_Fall(name, beschädigt_)) continue;
+        if (Ordner || !Mitgliedsname_zulässig(name) || gleich_ohne_Fall(name, beschädigt)) continue;
         if (namen.insert(klein(name)).second) alle.push_back({ordner, name, info ? info->size : 0});
     }
 }
 
-std::vector<Backups::Quelle> Backups::Quellen() const {
-    std::vector<Quelle> alle;
-    Quellen_anfügen(alle, platz_.Datenpfad, u"*.dat");
-    Quellen_anfügen(alle, platz_.Logpfad, u"*.log");
-    return alle;
-}
-
-Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat) {
+// An empty file is looked at again, once a backup.
+Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat, bool& gewartet) {
     auto inhalt = kanal_.werk().lesen(pfad, std::move(vorrat));
-    if (!inhalt || inhalt->größe > 0 || gewartet_) return inhalt;
-    gewartet_ = true;
+    if (!inhalt || inhalt->größe > 0 || gewartet) return inhalt;
+    gewartet = true;
     kanal_.app().Pause(LEERE_DATEI_PAUSE);
     return kanal_.werk().lesen(pfad);
 }
 
 // A file that has gone went behind a newer version: then the list is old. A link that leads nowhere is never
 // there.
-Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, bool letzter_Versuch) {
-    const std::vector<Quelle> alle = Quellen();
+Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, const std::vector<Quelle>& alle,
+                                              bool letzter_Versuch, bool& gewartet) {
     std::uint64_t größe = 0;
     for (const Quelle& q : alle)
         größe += q.größe;
@@ -88,7 +98,7 @@ Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, bo
     Dateiinhalt speicher; // of one member after the other
     for (std::size_t n = 0; n < alle.size(); ++n) {
         const Text pfad = alle[n].ordner + alle[n].name;
-        auto inhalt = Mitglied_lesen(pfad, std::exchange(speicher, {}));
+        auto inhalt = Mitglied_lesen(pfad, std::exchange(speicher, {}), gewartet);
         if (inhalt) {
             container.anfügen(alle[n].name, inhalt->sicht());
             speicher = std::move(*inhalt);
@@ -104,12 +114,15 @@ Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, bo
 }
 
 // The whole container in memory: a read that fails leaves nothing half on the disk.
-std::optional<std::string> Backups::Container() {
+std::optional<std::string> Backups::Container(const Text& beschädigt) {
     constexpr int VERSUCHE = 3;
-    gewartet_ = false;
+    bool gewartet = false;
     for (int versuch = 1;; ++versuch) {
+        std::vector<Quelle> alle;
+        Quellen_anfügen(alle, platz_.Datenpfad, u"*.dat", beschädigt);
+        Quellen_anfügen(alle, platz_.Logpfad, u"*.log", beschädigt);
         Containerschreiber container(kanal_.schlüssel());
-        const Sammlung stand = Mitglieder_anfügen(container, versuch == VERSUCHE);
+        const Sammlung stand = Mitglieder_anfügen(container, alle, versuch == VERSUCHE, gewartet);
         if (stand == Sammlung::Fertig) return container.entnehmen();
         if (stand == Sammlung::Gescheitert) return std::nullopt;
     }
@@ -129,18 +142,23 @@ bool Backups::schreiben(TextView art, const std::string& container) {
     return false;
 }
 
-bool Backups::Backup_erstellen(TextView art, const Text& beschädigt) {
+bool Backups::Backup_erstellen(TextView art, const Text& beschädigt, bool im_Ersatz) {
+    const auto halber_Stand = [&] { return !im_Ersatz && Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad); };
     return als_Prozedur(u"modKalvora - Backup_erstellen", [&] {
         if (platz_.Datenrückblick_aktiv || !Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) return false;
+        if (halber_Stand()) return false;
         const Application::Sanduhrwache sanduhr(kanal_.app(), !platz_.Startphase);
-        beschädigt_ = beschädigt;
         try {
-            const auto container = Container();
-            return container && schreiben(art, *container);
+            const auto container = Container(beschädigt);
+            return container && !halber_Stand() && schreiben(art, *container);
         } catch (const Laufzeitfehler& fehler) { // a folder that cannot be listed
             Fehler_vermerken(fehler.nummer, fehler.datei);
-            return false;
+        } catch (const std::bad_alloc&) {
+            log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - zu wenig Speicher");
+        } catch (const std::length_error&) {
+            log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - zu wenig Speicher");
         }
+        return false;
     });
 }
 
@@ -169,6 +187,7 @@ void Backups::Aufräumen() {
     Alte_Dateien_löschen(platz_.Logpfad, u"*Kalvora.log", Logmonate());
     for (const Aufbewahrung& a : AUFBEWAHRUNG)
         Alte_Dateien_löschen(platz_.Backuppfad, a.maske, a.anzahl);
+    ohne_Meldung([&] { Nebendateien_löschen(); });
     // Settings that a repair has made afresh say nothing about these files.
     if (!kanal_.Reparatursperre) Unbenutztes_löschen();
 }
@@ -186,11 +205,26 @@ void Backups::Unbenutztes_löschen() const {
     if (k.Setting(17) == 1) löschen(u"Mitarbeiteranzgru.dat");
 }
 
+// What workstations that were ended in the middle of a backup have left is as great as a backup.
+void Backups::Nebendateien_löschen() const {
+    const auto namen = kanal_.fs().list(platz_.Backuppfad);
+    if (!namen) return;
+    for (const Text& name : *namen) {
+        if (!name.starts_with(u'.') || name.ends_with(u".unlesbar")) continue;
+        const auto info = kanal_.fs().info(platz_.Backuppfad + name);
+        if (info && !info->folder && platz_.Heute - kanal_.werk().uhr().day_of(info->time) > 1)
+            kanal_.fs().remove(platz_.Backuppfad + name);
+    }
+}
+
 // Of each stamp (the name up to its first blank) among the oldest, the first file that bears it goes.
 void Backups::Alte_Dateien_löschen(const Text& ordner, TextView maske, int anzahl) const {
     std::vector<Text> namen;
     ohne_Meldung([&] { namen = Dateien(kanal_.fs(), ordner, maske, true); });
-    std::erase_if(namen, [&](const Text& name) { return Ordner_vorhanden(kanal_.fs(), ordner + name); });
+    std::erase_if(namen, [&](const Text& name) {
+        const bool fremd = endet_ohne_Fall(name, u".dat") && !Backupname_zulässig(name);
+        return fremd || Ordner_vorhanden(kanal_.fs(), ordner + name);
+    });
     std::vector<Text> marken;
     marken.reserve(namen.size());
     for (const Text& name : namen)

@@ -10,15 +10,27 @@
 
 namespace kalvora {
 
+// The redo copy of a data folder that is being replaced; see Ordnerersatz.
+inline constexpr TextView REDOKOPIE = u"000000 000000 I.dat";
+// Half an old state and half a new one may stand in the data folder: nothing of it is to be kept or changed.
+bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad);
+// Is it the name of a backup, "yymmdd hhnnss <kind>.dat"? The date may be none (kind J, redo copy).
+bool Backupname_zulässig(TextView name);
+
 class Backups {
 public:
     Backups(Dateikanal& kanal, Arbeitsplatz& platz, const Konfigdaten& konfig, Logbuch& log)
         : kanal_(kanal), platz_(platz), konfig_(konfig), log_(log) {}
 
-    // True when the container stands whole. False without the folder, in look-back mode, when a member cannot
-    // be read (which is logged) or the file cannot be made. Faults of files are not thrown. `beschädigt`: the
-    // name of a member that is passed over.
-    bool Backup_erstellen(TextView art, const Text& beschädigt = {});
+    // True when the container stands whole. False without the folder, in look-back mode, while the data
+    // folder is being replaced (but for whoever replaces it: `im_Ersatz`), when a member cannot be read
+    // (which is logged) or the file cannot be made. Faults of files are not thrown. `beschädigt`: the name of
+    // a member that is passed over.
+    bool Backup_erstellen(TextView art, const Text& beschädigt = {}, bool im_Ersatz = false);
+    // The one of kind F of this day: made now, or there already.
+    bool Fehlersicherung(const Text& beschädigt = {}) {
+        return vorhanden(platz_.Heute_S, u"F") || Backup_erstellen(u"F", beschädigt);
+    }
     const Text& Backupname() const { return name_; } // of the latest one; without folder
     // One of this day (of this month: with `yymm`) stands in the folder, whoever made it.
     bool vorhanden(TextView tag, TextView art) const;
@@ -41,22 +53,23 @@ private:
         std::uint64_t größe = 0;
     };
     enum class Sammlung { Fertig, Gescheitert, Veraltet };
-    std::optional<std::string> Container();
-    std::vector<Quelle> Quellen() const;
-    void Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske) const;
-    Sammlung Mitglieder_anfügen(Containerschreiber& container, bool letzter_Versuch);
-    Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat);
+    std::optional<std::string> Container(const Text& beschädigt);
+    void Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske,
+                         const Text& beschädigt) const;
+    Sammlung Mitglieder_anfügen(Containerschreiber& container, const std::vector<Quelle>& alle,
+                                bool letzter_Versuch, bool& gewartet);
+    Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat, bool& gewartet);
     bool schreiben(TextView art, const std::string& container);
     void Fehler_vermerken(int nummer, const Text& datei);
     Text Zeitname(TextView art, int sekunden) const;
     int Logmonate() const;
     void Unbenutztes_löschen() const;
+    void Nebendateien_löschen() const;
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;
     Logbuch& log_;
-    Text name_, beschädigt_;
-    bool gewartet_ = false; // for a file of length zero, once a backup
+    Text name_;
 };
 
 } // namespace kalvora

@@ -12,9 +12,13 @@ bool Datenübernahme::Wiederherstellungspunkt(const Text& Backupname) {
 
 bool Datenübernahme::übernehmen(const Text& datei, const Text& Logtext) {
     return als_Prozedur(u"modKalvora - Datenübernahme", [&] {
-        if (!zulässig(datei) || !einverstanden()) return false;
+        const auto container = lesen(datei);
+        if (!container || !zulässig(*container)) return false;
+        const bool Daten = Daten_vorhanden();
+        if (Daten && !einverstanden()) return false;
         const Application::Sanduhrwache sanduhr(app_, true);
-        if (!sichern() || !wiederherstellung_.Datenordner_ersetzen(datei)) return false;
+        if (!ersatz_.bereit() || (Daten && !sichern()) || !ersatz_.Datenordner_ersetzen(*container))
+            return false;
         konfig_.Konfigdaten_lesen();
         konfig_.Konfigdaten_schreiben(); // in this version's form
         vermerken(Logtext);
@@ -22,13 +26,30 @@ bool Datenübernahme::übernehmen(const Text& datei, const Text& Logtext) {
     });
 }
 
-bool Datenübernahme::zulässig(const Text& datei) {
-    const auto container = wiederherstellung_.lesen(datei);
-    if (!container) {
-        wiederherstellung_.kein_Container_melden();
-        return false;
+// Read once: what was judged is what is put in place.
+std::optional<Wiederherstellung::Gelesen> Datenübernahme::lesen(const Text& datei) {
+    try {
+        auto container = wiederherstellung_.lesen(datei);
+        if (!container) wiederherstellung_.kein_Container_melden();
+        return container;
+    } catch (const Laufzeitfehler& fehler) {
+        app_.Hinweis(u"Die Datei " + Pfad_kürzen(datei, 100) + u" konnte nicht gelesen werden (Fehler Nr. " +
+                     ziffern(fehler.nummer) + u"). Es wurde nichts verändert.");
+        return std::nullopt;
     }
-    return Mitglieder_prüfen(*container) && Check_ob_Admin(container->finden(u"Konfigdaten.dat")->bytes);
+}
+
+bool Datenübernahme::zulässig(const Wiederherstellung::Gelesen& container) {
+    return Mitglieder_prüfen(container) && Check_ob_Admin(container.finden(u"Konfigdaten.dat")->bytes);
+}
+
+// In a folder that cannot be listed there may be some.
+bool Datenübernahme::Daten_vorhanden() const {
+    try {
+        return Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"*.dat");
+    } catch (const Laufzeitfehler&) {
+        return true;
+    }
 }
 
 // Without these three no start would work.
@@ -64,24 +85,19 @@ bool Datenübernahme::einverstanden() {
 }
 
 bool Datenübernahme::sichern() {
-    const Text ordner = Pfad_kürzen(platz_.Backuppfad, 100);
-    if (!backups_.Backup_erstellen(u"T")) {
-        app_.Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " + ordner +
-                     u". Funktion kann nicht ausgeführt werden.");
-        return false;
-    }
-    if (wiederherstellung_.Kopie_löschen()) return true;
-    app_.Hinweis(
-        u"Löschen alter Dateien im Ordner " + ordner +
-        u" nicht möglich. Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen für diesen "
-        u"Ordner. Funktion kann nicht ausgeführt werden.");
+    if (backups_.Backup_erstellen(u"T", {}, true)) return true;
+    app_.Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
+                 Pfad_kürzen(platz_.Backuppfad, 100) + u". Funktion kann nicht ausgeführt werden.");
     return false;
 }
 
 void Datenübernahme::vermerken(const Text& Logtext) {
     log_.Logbuch_ergänzen(2, Logtext);
-    if (Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"ÜStunden*.dat"))
-        log_.Logbuch_ÜStd_ergänzen(2, Logtext);
+    try {
+        if (Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"ÜStunden *.dat"))
+            log_.Logbuch_ÜStd_ergänzen(2, Logtext);
+    } catch (const Laufzeitfehler&) { // NOLINT(bugprone-empty-catch): the restore itself is done
+    }
 }
 
 } // namespace kalvora

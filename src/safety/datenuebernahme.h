@@ -2,17 +2,16 @@
 // before: for a restore point, and for whatever else comes as a container.
 #pragma once
 
-#include "safety/backups.h"
-#include "safety/wiederherstellung.h"
+#include "safety/ordnerersatz.h"
 
 namespace kalvora {
 
 class Datenübernahme {
 public:
     Datenübernahme(Application& app, Dateikanal& kanal, const Arbeitsplatz& platz, Konfigdaten& konfig,
-                   Logbuch& log, Backups& backups, Wiederherstellung& wiederherstellung)
+                   Logbuch& log, Backups& backups, Wiederherstellung& wiederherstellung, Ordnerersatz& ersatz)
         : app_(app), kanal_(kanal), platz_(platz), konfig_(konfig), log_(log), backups_(backups),
-          wiederherstellung_(wiederherstellung), probe_(kanal, platz) {}
+          wiederherstellung_(wiederherstellung), ersatz_(ersatz), probe_(kanal, platz) {}
 
     // A backup of the folder Backups/, by its name. True: the data folder has its state, and the
     // configuration has been read anew; the caller reads the rest and shows it. False: nothing has changed,
@@ -22,9 +21,11 @@ public:
     bool übernehmen(const Text& datei, const Text& Logtext);
 
 private:
-    bool zulässig(const Text& datei);
+    std::optional<Wiederherstellung::Gelesen> lesen(const Text& datei);
+    bool zulässig(const Wiederherstellung::Gelesen& container);
     bool Mitglieder_prüfen(const Wiederherstellung::Gelesen& container);
     bool Check_ob_Admin(std::string_view Konfigdatei);
+    bool Daten_vorhanden() const;
     bool einverstanden();
     bool sichern();
     void vermerken(const Text& Logtext);
@@ -35,6 +36,7 @@ private:
     Logbuch& log_;
     Backups& backups_;
     Wiederherstellung& wiederherstellung_;
+    Ordnerersatz& ersatz_;
     Dateiprobe probe_;
 };
 

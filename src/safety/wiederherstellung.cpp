@@ -11,19 +11,8 @@
 
 namespace kalvora {
 
-namespace {
-
 Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
     return {nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad};
-}
-
-} // namespace
-
-bool Backupname_zulässig(TextView name) {
-    constexpr std::size_t LÄNGE = 19;
-    return name.size() == LÄNGE && nur_Ziffern(name.substr(0, 6)) && name[6] == u' ' &&
-           nur_Ziffern(name.substr(7, 6)) && name[13] == u' ' && klein(name[14]) >= u'a' &&
-           klein(name[14]) <= u'z' && gleich_ohne_Fall(name.substr(15), u".dat");
 }
 
 Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
@@ -77,21 +66,21 @@ void Wiederherstellung::kein_Container_melden() const {
     kanal_.app().Hinweis(u"Bei der Backupdatei handelt es sich um keine Sicherungsdatei des Kalvora");
 }
 
-// A symbolic link in a member's place goes, so that nothing is written where it leads.
-void Wiederherstellung::Verknüpfung_lösen(const Text& ordner, const Text& name) {
+// Nothing is written where a symbolic link in a member's place leads: to another file, nowhere, or in a
+// circle.
+bool Wiederherstellung::ist_Verknüpfung(const Text& ordner, const Text& name) const {
     FileSystem& fs = kanal_.fs();
     const auto ort = fs.real_folder(ordner), ziel = fs.real_folder(ordner + name); // of a file too
-    if (!ort) return;
-    const bool führt_weg = ziel && *ziel != *ort + name + u"/";
-    const bool ins_Leere =
-        !ziel && ziel.nummer() == FEHLER_NETZ && fs.info(ordner + name).nummer() == FEHLER_NICHT_GEFUNDEN;
-    if (führt_weg || ins_Leere) fs.remove(ordner + name);
+    if (!ort) return false;
+    if (ziel) return *ziel != *ort + name + u"/";
+    const int f = fs.info(ordner + name).nummer();
+    return ziel.nummer() == FEHLER_NETZ && (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_NETZ);
 }
 
 // The canonical spelling is written; the same name in another case would be a second file.
 void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes) {
     const Text ziel = ordner + name, andere = Datei_finden(kanal_.fs(), ordner, name);
-    Verknüpfung_lösen(ordner, name);
+    if (ist_Verknüpfung(ordner, name)) kanal_.fs().remove(ziel);
     const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes);
     if (!ergebnis) throw Zugriffsfehler(ergebnis.nummer(), ziel);
     if (andere != ziel) kanal_.fs().remove(andere);
@@ -113,8 +102,7 @@ bool Wiederherstellung::Restore_aus_Backupdatei(const Text& datei, const Text& f
         }
         const bool ohne_Logs = filter == u"NoLogs";
         for (const Containermitglied& m : container->mitglieder)
-            if ((filter.empty() || ohne_Logs || m.name == filter) && !(ohne_Logs && m.Log()))
-                schreiben(Zielordner(m), m.name, m.bytes);
+            if ((filter.empty() || ohne_Logs || m.name == filter) && !(ohne_Logs && m.Log())) schreiben(m);
         return true;
     });
 }
@@ -217,108 +205,6 @@ bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielnam
         const std::string neu = Monat_ergänzt(basis.bytes, beschädigt, yymm);
         schreiben(platz_.Datenpfad, zielname, neu);
         return gefunden || neu.size() > basis.bytes.size();
-    });
-}
-
-// ------------------------------------------------------------------ the whole data folder
-
-bool Wiederherstellung::Ordner_im_Weg(const Gelesen& container) const {
-    for (const Containermitglied& m : container.mitglieder) {
-        const Text ziel = Zielordner(m) + m.name;
-        if (!Ordner_vorhanden(kanal_.fs(), ziel)) continue;
-        kanal_.app().Hinweis(u"An der Stelle der Datei " + Pfad_kürzen(ziel, 100) +
-                             u" steht ein Ordner. Funktion kann nicht ausgeführt werden.");
-        return true;
-    }
-    return false;
-}
-
-// False: it is still there, under its own name.
-bool Wiederherstellung::Kopie_löschen() {
-    return kanal_.fs().remove(Kopie()) == 0 || kanal_.fs().info(Kopie()).nummer() == FEHLER_NICHT_GEFUNDEN;
-}
-
-bool Wiederherstellung::Kopie_weglegen(TextView anhang) {
-    const Text beiseite = platz_.Backuppfad + u".000000 000000 I.dat." + Text(anhang);
-    return kanal_.fs().rename(Kopie(), beiseite) == 0 ||
-           kanal_.fs().info(Kopie()).nummer() == FEHLER_NICHT_GEFUNDEN;
-}
-
-// The new state first, then what it does not hold. A copy that stayed behind would be applied again, over
-// newer entries.
-void Wiederherstellung::anwenden(const Gelesen& container) {
-    for (const Containermitglied& m : container.mitglieder)
-        schreiben(Zielordner(m), m.name, m.bytes);
-    const bool alle = Übriges_löschen(container);
-    if (!Kopie_löschen() && !Kopie_weglegen(u"erledigt"))
-        throw Programmabbruch(
-            u"modKalvora - Restore_aus_Backupdatei",
-            u"Die Daten wurden wiederhergestellt, aber die Datei " + Pfad_kürzen(Kopie(), 100) +
-                u" konnte nicht gelöscht werden.\n\nLöschen Sie diese Datei von Hand, bevor der Kalvora "
-                u"wieder "
-                u"gestartet wird. Sonst werden die Daten noch einmal wiederhergestellt, und neuere Einträge "
-                u"gehen verloren");
-    if (!alle)
-        kanal_.app().Hinweis(u"Warnung: Es konnten nicht alle nicht mehr benötigten Dateien im Ordner " +
-                             Pfad_kürzen(platz_.Datenpfad, 100) +
-                             u" gelöscht werden. Möglicherweise besteht ein inkonsistenter Zustand.");
-}
-
-// What the container does not hold, and second spellings of what it holds, which a stop may have left.
-// Only what a backup takes goes: nothing is removed that the backup made before does not hold.
-bool Wiederherstellung::Übriges_löschen(const Gelesen& container) {
-    FileSystem& fs = kanal_.fs();
-    bool alle = true;
-    const auto löschen = [&](const Text& ordner, TextView maske) {
-        const std::vector<Text> namen = Dateien(fs, ordner, maske, true);
-        const auto steht_da = [&](const Text& name) {
-            return std::find(namen.begin(), namen.end(), name) != namen.end();
-        };
-        for (const Text& name : namen) {
-            const Containermitglied* m = container.finden(name);
-            const bool andere_Schreibung = m && m->name != name && steht_da(m->name);
-            if ((m && !andere_Schreibung) || !Mitgliedsname_zulässig(name)) continue;
-            if (Ordner_vorhanden(fs, ordner + name)) continue;
-            alle = fs.remove(ordner + name) == 0 && alle;
-        }
-    };
-    löschen(platz_.Datenpfad, u"*.dat");
-    löschen(platz_.Logpfad, u"*.log");
-    return alle;
-}
-
-bool Wiederherstellung::Datenordner_ersetzen(const Text& datei) {
-    return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
-        const auto container = lesen(datei);
-        if (!container) {
-            kein_Container_melden();
-            return false;
-        }
-        if (Ordner_im_Weg(*container)) return false;
-        if (!Kopie_löschen() || !kanal_.werk().neu_anlegen(Kopie(), container->inhalt.sicht())) {
-            Kopie_löschen(); // should it stand all the same
-            kanal_.app().Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
-                                 Pfad_kürzen(platz_.Backuppfad, 100) +
-                                 u". Funktion kann nicht ausgeführt werden.");
-            return false;
-        }
-        anwenden(*container);
-        return true;
-    });
-}
-
-// A copy that is no container was written by somebody else, or has been damaged since: it is kept aside.
-bool Wiederherstellung::Begonnenes_abschließen() {
-    return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
-        const int f = kanal_.fs().info(Kopie()).nummer();
-        if (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER) return false;
-        if (f != 0) throw Zugriffsfehler(f, Kopie()); // half a state may stand there
-        const auto container = lesen(Kopie());
-        if (container)
-            anwenden(*container);
-        else
-            Kopie_weglegen(u"unlesbar");
-        return container.has_value();
     });
 }
 

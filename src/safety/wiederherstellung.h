@@ -1,11 +1,9 @@
-// Writes members of backup containers back. A whole data folder goes through a redo copy, Backups/"000000
-// 000000 I.dat": written whole, applied, deleted. A start that finds it finishes the work, so that a stop at
-// any moment leaves the old state or leads to the new one.
+// Writes members of backup containers back. For the whole data folder see Ordnerersatz.
 #pragma once
 
 #include <functional>
 
-#include "safety/container.h"
+#include "safety/backups.h"
 #include "safety/dateiprobe.h"
 
 namespace kalvora {
@@ -28,15 +26,6 @@ public:
     bool Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
                            const Text& Reservezeile = {});
 
-    // Replaces the whole data folder by the container's state; what it does not hold goes in the end. False,
-    // with a message: no container, a folder stands in a file's place, or the redo copy could not be made;
-    // nothing has changed then. A fault thrown later leaves the redo copy: the next start finishes the work.
-    bool Datenordner_ersetzen(const Text& datei);
-    // At the start, before anything is read. True: a replacement was finished.
-    bool Begonnenes_abschließen();
-    // Removes a redo copy. False: it is still there.
-    bool Kopie_löschen();
-
     // Names of the restore points, from the newest to the oldest by file time; without F, I and foreign
     // names.
     std::vector<Text> Sicherungen() const;
@@ -49,6 +38,10 @@ public:
     };
     std::optional<Gelesen> lesen(const Text& pfad) const;
     void kein_Container_melden() const;
+    // Puts a member in its place, in the spelling that it has; faults are thrown.
+    void schreiben(const Containermitglied& m) { schreiben(Zielordner(m), m.name, m.bytes); }
+    Text Zielordner(const Containermitglied& m) const { return m.Log() ? platz_.Logpfad : platz_.Datenpfad; }
+    bool ist_Verknüpfung(const Text& ordner, const Text& name) const;
 
 private:
     struct Version {
@@ -63,21 +56,13 @@ private:
     void aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const;
     bool passt(const Text& name, std::string_view bytes) const;
     std::optional<int> frühestes_Jahr() const;
-    Text Zielordner(const Containermitglied& m) const { return m.Log() ? platz_.Logpfad : platz_.Datenpfad; }
-    bool Ordner_im_Weg(const Gelesen& container) const;
-    void Verknüpfung_lösen(const Text& ordner, const Text& name);
     void schreiben(const Text& ordner, const Text& name, std::string_view bytes);
-    void anwenden(const Gelesen& container);
-    bool Übriges_löschen(const Gelesen& container);
-    bool Kopie_weglegen(TextView anhang);
-    Text Kopie() const { return platz_.Backuppfad + u"000000 000000 I.dat"; }
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Dateiprobe probe_;
 };
 
-// Is it the name of a backup, "yymmdd hhnnss <kind>.dat"? The date may be none (kind J, redo copy).
-bool Backupname_zulässig(TextView name);
+Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad);
 // "yymmddhhnnss" of a backup: by its file time, or by its name; empty without the file.
 Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
                          bool aus_Namen);

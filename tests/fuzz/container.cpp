@@ -3,7 +3,7 @@
 #include <set>
 
 #include "fuzz/fuzzplatz.h"
-#include "safety/wiederherstellung.h"
+#include "safety/ordnerersatz.h"
 
 namespace kalvora::fuzz {
 
@@ -43,7 +43,11 @@ void prüfe(const Eingabe& eingabe) {
     p.fs.schreibe(p.daten(u"alt.dat"), "alt");
     Abbild erwartet = p.fs.platte().abbild();
     Wiederherstellung wieder(p.kanal, p.platz);
-    fordere(wieder.Datenordner_ersetzen(punkt) == alle.has_value(), "taken and refused alike");
+    Backups backups(p.kanal, p.platz, p.konfig, p.log);
+    Ordnerersatz ersatz(p.kanal, p.platz, wieder, backups, p.log);
+    const auto container = wieder.lesen(punkt);
+    fordere(container.has_value() == alle.has_value(), "taken and refused alike");
+    fordere(!container || ersatz.Datenordner_ersetzen(*container), "not put in place");
     if (alle) erwartet.erase(p.daten(u"alt.dat"));
     for (const Containermitglied& m : alle.value_or(std::vector<Containermitglied>{}))
         erwartet[(m.Log() ? p.platz.Logpfad : p.platz.Datenpfad) + m.name] = m.bytes;

@@ -27,8 +27,9 @@ TEST(Backups, Aufbewahrung) {
         int anzahl;
         Namen vorher, bleiben;
     };
-    const Namen acht{u"240301 1 T.dat", u"240302 1 T.dat", u"240303 1 T.dat", u"240304 1 T.dat",
-                     u"240305 1 T.dat", u"240306 1 T.dat", u"240307 1 T.dat", u"240308 1 T.dat"};
+    const Namen acht{u"240301 000001 T.dat", u"240302 000001 T.dat", u"240303 000001 T.dat",
+                     u"240304 000001 T.dat", u"240305 000001 T.dat", u"240306 000001 T.dat",
+                     u"240307 000001 T.dat", u"240308 000001 T.dat"};
     const std::vector<Fall> fälle{
         {"the eighth goes", u"240308", u"*T.dat", 7, acht, {acht.begin() + 1, acht.end()}},
         {"not yet a week old", u"240307", u"*T.dat", 7, acht, acht},
@@ -36,56 +37,60 @@ TEST(Backups, Aufbewahrung) {
          u"240302",
          u"*T.dat",
          1,
-         {u"240228 1 T.dat", u"240301 1 T.dat"},
-         {u"240301 1 T.dat"}},
+         {u"240228 000001 T.dat", u"240301 000001 T.dat"},
+         {u"240301 000001 T.dat"}},
         {"both of one day",
          u"240320",
          u"*T.dat",
          1,
-         {u"240301 1 T.dat", u"240301 2 T.dat", u"240302 1 T.dat"},
-         {u"240302 1 T.dat"}},
+         {u"240301 000001 T.dat", u"240301 000002 T.dat", u"240302 000001 T.dat"},
+         {u"240302 000001 T.dat"}},
         {"one of two of a day",
          u"240320",
          u"*T.dat",
          1,
-         {u"240301 1 T.dat", u"240301 2 T.dat"},
-         {u"240301 2 T.dat"}},
+         {u"240301 000001 T.dat", u"240301 000002 T.dat"},
+         {u"240301 000002 T.dat"}},
         {"none is kept",
          u"240301",
          u"*E.dat",
          0,
-         {u"240301 1 E.dat", u"240301 1 T.dat"},
-         {u"240301 1 T.dat"}},
-        {"case", u"240320", u"*t.DAT", 0, {u"240301 1 T.dat", u"240301 1 M.dat"}, {u"240301 1 M.dat"}},
+         {u"240301 000001 E.dat", u"240301 000001 T.dat"},
+         {u"240301 000001 T.dat"}},
+        {"case",
+         u"240320",
+         u"*t.DAT",
+         0,
+         {u"240301 000001 T.dat", u"240301 000001 M.dat"},
+         {u"240301 000001 M.dat"}},
         {"other kinds",
          u"270101",
          u"*T.dat",
          0,
-         {u"000000 000000 I.dat", u"280216 1 J.dat"},
-         {u"000000 000000 I.dat", u"280216 1 J.dat"}},
+         {u"000000 000000 I.dat", u"280216 000001 J.dat"},
+         {u"000000 000000 I.dat", u"280216 000001 J.dat"}},
         {"logs: 2404 is a number too",
          u"240401",
          u"*Kalvora.log",
          1,
          {u"2403 Kalvora.log", u"2403 ÜStunden.log", u"2404 Kalvora.log"},
          {u"2403 ÜStunden.log", u"2404 Kalvora.log"}},
-        {"a pattern as a name",
+        {"foreign names",
          u"240320",
          u"*T.dat",
-         1,
-         {u"2* 1 T.dat", u"240301 1 T.dat"},
-         {u"240301 1 T.dat"}},
-        {"without a blank", u"240320", u"*T.dat", 1, {u"240301 1 T.dat", u"KopieT.dat"}, {u"KopieT.dat"}},
+         0,
+         {u"2* 1 T.dat", u"240301 000001 T.dat", u"KopieT.dat"},
+         {u"2* 1 T.dat", u"KopieT.dat"}},
     };
     for (const Fall& f : fälle) {
         Sicherungsplatz p;
         heute(p, f.heute);
         for (const Text& name : f.vorher)
             p.fs.schreibe(p.sicherung(name), "x");
-        p.fs.platte().mache_ordner(p.sicherung(u"200101 1 T.dat"));
+        p.fs.platte().mache_ordner(p.sicherung(u"200101 000001 T.dat"));
         p.backups.Alte_Dateien_löschen(p.platz.Backuppfad, f.maske, f.anzahl);
         EXPECT_EQ(p.namen(p.platz.Backuppfad), f.bleiben) << f.was;
-        EXPECT_TRUE(p.fs.gibt_es(p.sicherung(u"200101 1 T.dat"))) << "a folder is no file";
+        EXPECT_TRUE(p.fs.gibt_es(p.sicherung(u"200101 000001 T.dat"))) << "a folder is no file";
     }
 }
 

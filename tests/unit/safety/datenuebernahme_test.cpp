@@ -103,6 +103,7 @@ TEST(Datenübernahme, Wiederherstellungspunkt) {
             if (Überstunden) q.fs.schreibe(q.daten(u"ÜStunden 2026.dat"), als_Datei({u"x"}));
         });
         p.fs.schreibe(p.sicherung(u"000000 000000 I.dat"), "Rest");
+        p.fs.platte().zeit += 301'000'000'000; // nobody is at work with it any more
         ASSERT_TRUE(p.übernahme.Wiederherstellungspunkt(p.punkt));
         EXPECT_TRUE(p.dialog.hinweise.empty());
         EXPECT_EQ(p.dialog.fragen.size(), 1U);
@@ -149,7 +150,10 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
          u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Funktion", true},
         {"a copy that stays", nichts,
          [](Übernahmeplatz& p) { p.fs.platte().mache_ordner(p.sicherung(u"000000 000000 I.dat")); },
-         u"Löschen alter Dateien im Ordner '/srv/x/Data/Backups' nicht möglich.", true, true},
+         u"Löschen alter Dateien im Ordner '/srv/x/Data/Backups' nicht möglich.", true},
+        {"gone", nichts,
+         [](Übernahmeplatz& p) { p.fs.störe({.aufruf = "open", .maske = p.punkt, .nummer = 53}); },
+         u"Die Datei '/srv/x/Data/Backups/261110 120000 T.dat' konnte nicht gelesen werden (Fehler Nr. 53)."},
     };
     for (const Fall& f : fälle) {
         Übernahmeplatz p;

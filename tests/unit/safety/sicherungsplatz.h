@@ -17,7 +17,8 @@ struct Sicherungsplatz : Prüfplatz {
     Dateikanal dateien{werk, dialog_app, 1};
     Backups backups{dateien, platz, konfig, log};
     Wiederherstellung wieder{dateien, platz};
-    Datenübernahme übernahme{dialog_app, dateien, platz, konfig, log, backups, wieder};
+    Ordnerersatz ersatz{dateien, platz, wieder, backups, log};
+    Datenübernahme übernahme{dialog_app, dateien, platz, konfig, log, backups, wieder, ersatz};
 
     explicit Sicherungsplatz(std::shared_ptr<SpeicherPlatte> platte = std::make_shared<SpeicherPlatte>())
         : Prüfplatz(std::move(platte)) {
@@ -36,6 +37,10 @@ struct Sicherungsplatz : Prüfplatz {
     // Later ones are newer.
     void lege_Backup(TextView name, const Mitglieder& mitglieder) {
         fs.schreibe(sicherung(name), Container(mitglieder));
+    }
+    bool ersetzen(const Text& backup) {
+        const auto container = wieder.lesen(backup);
+        return container && ersatz.Datenordner_ersetzen(*container);
     }
     // Names in a folder.
     std::vector<Text> namen(const Text& ordner) const {

@@ -275,9 +275,9 @@ TEST(Wiederherstellung, Restore_aus_Backupdatei) {
     const auto vorher = p.fs.platte().abbild();
     p.fs.schreibe(u"/run/x.apl", als_Datei({u"[KalvoraBackup]", u"[a.dat]", u"[0]", u"[../b.dat]", u"[0]"}));
     EXPECT_FALSE(p.wieder.Restore_aus_Backupdatei(u"/run/x.apl", u""));
-    EXPECT_FALSE(p.wieder.Datenordner_ersetzen(u"/run/x.apl"));
+    EXPECT_FALSE(p.ersetzen(u"/run/x.apl"));
     EXPECT_EQ(p.Meldungen(),
-              Zeilen(2, u"Bei der Backupdatei handelt es sich um keine Sicherungsdatei des Kalvora"));
+              Zeilen(1, u"Bei der Backupdatei handelt es sich um keine Sicherungsdatei des Kalvora"));
     p.fs.platte().entferne(u"/run/x.apl");
     EXPECT_EQ(p.fs.platte().abbild(), vorher);
 }
