@@ -34,6 +34,9 @@ void Programm::aufbauen() {
         Fortschritt_zeigen(u"Sicherung wird erstellt", fertig, alle);
     };
     reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
+    daten_->gesperrt_durch_Wiederherstellung = [this] {
+        return Ersatz_steht_aus(plattform_.fs, platz_.Backuppfad);
+    };
     daten_->Backup_erstellen = [this](TextView art) { return Backup_erstellen(art); };
     kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
@@ -53,8 +56,7 @@ void Programm::Fortschritt_zeigen(TextView was, int fertig, int alle) {
 }
 
 // What was shown stays until the work is over, whichever way it ends.
-template <class F>
-bool Programm::mit_Fortschritt(F&& arbeit) {
+bool Programm::mit_Fortschritt(const std::function<bool()>& arbeit) {
     struct Ende_des_Vorgangs {
         Programm& programm;
         ~Ende_des_Vorgangs() {
@@ -65,8 +67,8 @@ bool Programm::mit_Fortschritt(F&& arbeit) {
 }
 
 bool Programm::Backup_erstellen(TextView art) {
-    if (art == u"F" && backups_->vorhanden(platz_.Heute_S, art)) return true; // one a day will do
-    return mit_Fortschritt([&] { return backups_->Backup_erstellen(art); });
+    return mit_Fortschritt(
+        [&] { return art == u"F" ? backups_->Fehlersicherung() : backups_->Backup_erstellen(art); });
 }
 
 void Programm::Tagessicherung() {

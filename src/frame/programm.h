@@ -48,8 +48,7 @@ private:
     };
     void aufbauen();
     void Fortschritt_zeigen(TextView was, int fertig, int alle);
-    template <class F>
-    bool mit_Fortschritt(F&& arbeit);
+    bool mit_Fortschritt(const std::function<bool()>& arbeit);
     bool Backup_erstellen(TextView art);
     void Vorgang_zeigen(const Text& text);
     void Main();
@@ -98,6 +97,7 @@ private:
     std::unique_ptr<Reparatur> reparatur_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;
+    Text nachgeholt_;  // what the log has to say of a restore that this start has finished
     Text startordner_; // relative paths of the call and the environment mean this one
     int status_ = 0;
     bool läuft_ = false;

@@ -39,6 +39,12 @@ void Reparatur::Startfehler(const Dateischaden& schaden) {
         Antwort::Ja;
     if (!begonnen) throw Programmabbruch(Text(MODUL), {}, u"NoLog");
     d_.kanal.verwerfen();
+    if (Ersatz_steht_aus(fs(), platz_.Backuppfad))
+        throw Programmabbruch(
+            Text(MODUL),
+            u"Der Datenordner wird auf einen früheren Stand zurückgesetzt. Bitte starten Sie das "
+            u"Programm in einigen Minuten neu",
+            u"NoLog");
     if (ist_Kalvoradat(datei)) Kalvoradat_herstellen(datei, text);
     if (inzwischen_heil(schaden)) war_schneller(datei);
     Vorlagen_prüfen(); // before anything is touched
@@ -117,7 +123,7 @@ void Reparatur::Vorlagen_prüfen() const {
 void Reparatur::sichern(const Text& name) {
     if (platz_.Backuppfad.empty()) return;
     if (!Ordner_vorhanden(fs(), platz_.Backuppfad)) Ordner_anlegen(fs(), platz_.Backuppfad);
-    if (backups_.vorhanden(platz_.Heute_S, u"F") || backups_.Backup_erstellen(u"F", name)) return;
+    if (backups_.Fehlersicherung(name)) return;
     throw Programmabbruch(
         Text(MODUL),
         u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden");

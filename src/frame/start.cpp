@@ -149,7 +149,10 @@ void Programm::Datenordner_prüfen() {
     const bool gewählt = platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener);
     if (!gewählt && !Ordner_vorhanden(fs, platz_.Datenpfad))
         throw Laufzeitfehler(FEHLER_NETZ, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
-    ersatz_->Begonnenes_abschließen();
+    mit_Fortschritt([&] {
+        if (auto logtext = ersatz_->Begonnenes_abschließen()) nachgeholt_ = std::move(*logtext);
+        return true;
+    });
     if (gewählt || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
     throw Programmabbruch(
         u"modKalvora - Main",
@@ -212,6 +215,10 @@ void Programm::Gemeinsame_Dateien_lesen() {
     const auto a = aufruf_.Aufrufparameter(u"a");
     daten_->konfig.Dienstlauf(a && gleich_ohne_Fall(*a, u"dienstlauf"));
     daten_->konfig.Konfigdaten_lesen();
+    if (!nachgeholt_.empty()) { // the end of a restore that another run had begun
+        daten_->konfig.Konfigdaten_schreiben();
+        daten_->log.Logbuch_ergänzen(2, std::exchange(nachgeholt_, {}));
+    }
     if (aufruf_.enthalten(u"setting")) Setting_setzen();
     daten_->personal.Mitarbeiterdaten_lesen();
     daten_->feiertage.Feiertage_lesen();

@@ -10,6 +10,12 @@ Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikana
     erfassung.sichern = [this](TextView art) { return Backup_erstellen && Backup_erstellen(art); };
     erfassung.vor_dem_Schreiben = [this] {
         sperre.Programmsperre_prüfen();
+        if (gesperrt_durch_Wiederherstellung && gesperrt_durch_Wiederherstellung())
+            throw Programmabbruch(
+                u"modKalvora - Datensatz_speichern",
+                u"Der Datenordner wird auf einen früheren Stand zurückgesetzt. Ihr Eintrag wurde "
+                u"nicht gespeichert. Bitte starten Sie das Programm in einigen Minuten neu",
+                u"NoLog");
         const Feld<Schaltfläche> vorher = K().SF;
         Vor_dem_Schreiben_auffrischen();
         return K().SF == vorher;

@@ -29,6 +29,8 @@ public:
 
     // "F" (at most one a day) before a repair, "T" on demand and before a month is compacted. False: failed.
     std::function<bool(TextView art)> Backup_erstellen;
+    // The folder is being put back to an earlier state, or that was interrupted: what is saved now would go.
+    std::function<bool()> gesperrt_durch_Wiederherstellung;
 
     // Rows "<name>|<heading>:<heading>:" of this user's display groups; "NoGroups" alone: none.
     Feld<Text> Anzeigegruppen{u"NoGroups"};
