@@ -35,15 +35,11 @@ TEST(Monatsdatei, ZeileGeprüft) {
         {"A:meier:" + voll + " ", Art::ZweiteArt, "meier", ""},
         {"K:meier:03-05:Kur: Bad", Art::K, "meier", "Kur: Bad"},
         {"K:meier:01-31:", Art::K, "meier", ""},
-        {"K:meier:05-05", Art::ZweiteArt, "meier", ""},
         {"K:meier:3-05:x ", Art::ZweiteArt, "meier", ""},
         {"K:meier:0x-05:x", Art::ZweiteArt, "meier", ""},
         {"K:meier:00-05:x", Art::ZweiteArt, "meier", ""},
         {"K:meier:05-32:x", Art::ZweiteArt, "meier", ""},
         {"K:meier:06-05:x", Art::ZweiteArt, "meier", ""},
-        {"K:meier:05/06:x", Art::ZweiteArt, "meier", ""},
-        {"", Art::ErsteArt, "", ""},
-        {"A:", Art::ErsteArt, "", ""},
         {"A:meier", Art::ErsteArt, "", ""},
         {"B:meier:" + voll, Art::ErsteArt, "", ""},
         {"Ameier:" + voll, Art::ErsteArt, "", ""},
@@ -80,6 +76,7 @@ TEST(Monatsdatei, FehlerWerdenGezähltUndAusgelassen) {
     EXPECT_TRUE(inhalt.fehlerhaft());
 }
 
+// What each byte's loss costs is shown in zuverlaessigkeit/blicke_test.cpp.
 TEST(Monatsdatei, HalbeZeilenUndLöcher) {
     const std::string kopf = als_Datei(Monat({A(u"meier", u"1")}));
     const std::string zeile = als_Datei({A(u"meier", u"2")});
@@ -91,10 +88,7 @@ TEST(Monatsdatei, HalbeZeilenUndLöcher) {
     } tafel[] = {
         {kopf + zeile, 2, u'2'},
         {kopf + zeile.substr(0, zeile.size() - 2), 1, u'1'}, // the line's end has not arrived
-        {kopf + zeile.substr(0, zeile.size() - 1), 1, u'1'},
-        {kopf + zeile.substr(0, 5), 1, u'1'},
         {kopf + loch + zeile, 2, u'2'},
-        {kopf + loch, 1, u'1'},
         {kopf + loch + "\r\n" + zeile, 2, u'2'},                      // a hole that an append has closed
         {kopf + zeile.substr(0, 5) + '\0' + "\r\n" + zeile, 2, u'2'}, // and half a line
     };
@@ -129,42 +123,29 @@ TEST(Monatsdatei, Kopf) {
 }
 
 TEST(Monatsdatei, Verdichten) {
-    const Text a1 = A(u"meier", u"  111"), leer = A(u"meier", u"");
-    const std::vector<Text> nur_meier{u"meier"};
+    const Text a1 = A(u"meier", u"  111"), leer = A(u"meier", u""), zwei = A(u"meier", u"11 11"),
+               ALT = u"K:meier:03-05:alt";
+    using Zeilen = std::vector<Text>;
+    const Zeilen meier{u"meier"};
     const struct {
         const char* was;
-        std::vector<Text> zeilen, BenIds, ergebnis;
+        Zeilen BenIds, zeilen, ergebnis;
     } tafel[] = {
-        {"the last row wins, equal neighbours become one run",
-         {A(u"meier", u"2"), a1, u"K:meier:03-03:x", u"K:meier:04-05:x"},
-         nur_meier,
-         {a1, u"K:meier:03-05:x"}},
-        {"a blank day cuts a comment in two",
-         {A(u"meier", u"11 11"), u"K:meier:01-05:Kur"},
-         nur_meier,
-         {A(u"meier", u"11 11"), u"K:meier:01-02:Kur", u"K:meier:04-05:Kur"}},
-        {"a later comment wins where they overlap",
-         {a1, u"K:meier:03-05:alt", u"K:meier:04-04:neu"},
-         nur_meier,
-         {a1, u"K:meier:03-03:alt", u"K:meier:04-04:neu", u"K:meier:05-05:alt"}},
-        {"an empty comment takes away",
-         {a1, u"K:meier:03-05:x", u"K:meier:03-04:"},
-         nur_meier,
-         {a1, u"K:meier:05-05:x"}},
-        {"a row of blanks goes with its comments", {a1, leer, u"K:meier:03-05:x"}, nur_meier, {}},
-        {"a comment before its row counts", {u"K:meier:03-05:x", a1}, nur_meier, {a1, u"K:meier:03-05:x"}},
-        {"case of keys; the staff list's spelling is written",
-         {A(u"MÜLLER", u"1"), A(u"müller", u"2"), u"K:Müller:01-01:x"},
-         {u"Müller"},
-         {A(u"Müller", u"2"), u"K:Müller:01-01:x"}},
-        {"staff order; headings and foreign keys drop out",
-         {A(u"c", u"3"), A(u"fremd", u"1"), A(u"a", u"1"), A(u"", u"1"), u"K:fremd:01-01:x"},
-         {u"a", u"", u"b", u"c"},
-         {A(u"a", u"1"), A(u"c", u"3")}},
-        {"to the 31st",
-         {A(u"meier", Text(29, u' ') + u"11"), u"K:meier:30-31:x"},
-         nur_meier,
-         {A(u"meier", Text(29, u' ') + u"11"), u"K:meier:30-31:x"}},
+        {"the last row wins, equal neighbours become one run", meier,
+         Zeilen{A(u"meier", u"2"), a1, u"K:meier:03-03:x", u"K:meier:04-05:x"},
+         Zeilen{a1, u"K:meier:03-05:x"}},
+        {"a blank day cuts a comment in two", meier, Zeilen{zwei, u"K:meier:01-05:Kur"},
+         Zeilen{zwei, u"K:meier:01-02:Kur", u"K:meier:04-05:Kur"}},
+        {"a later comment wins where they overlap, an empty one takes away", meier,
+         Zeilen{a1, ALT, u"K:meier:04-04:neu", u"K:meier:05-05:"},
+         Zeilen{a1, u"K:meier:03-03:alt", u"K:meier:04-04:neu"}},
+        {"a row of blanks goes with its comments", meier, Zeilen{a1, leer, ALT}, Zeilen{}},
+        {"case of keys; the staff list's spelling is written", Zeilen{u"Müller"},
+         Zeilen{A(u"MÜLLER", u"1"), A(u"müller", u"2"), u"K:Müller:01-01:x"},
+         Zeilen{A(u"Müller", u"2"), u"K:Müller:01-01:x"}},
+        {"staff order; headings and foreign keys drop out", Zeilen{u"a", u"", u"b", u"c"},
+         Zeilen{A(u"c", u"3"), A(u"fremd", u"1"), A(u"a", u"1"), A(u"", u"1"), u"K:fremd:01-01:x"},
+         Zeilen{A(u"a", u"1"), A(u"c", u"3")}},
     };
     for (const auto& fall : tafel)
         for (const auto& zeilen : {fall.zeilen, fall.ergebnis}) // what was compacted once stays as it is
