@@ -6,6 +6,7 @@
 #include "hilfen/speicher_dateisystem.h"
 #include "hilfen/temp_ordner.h"
 #include "platform/posix/posix_filesystem.h"
+#include "platform/waiting_filesystem.h"
 
 namespace kalvora {
 namespace {
@@ -25,6 +26,13 @@ protected:
 public:
     int pausen = 0;
     std::function<void()> beim_Warten;
+};
+
+struct Darunter {
+    PosixFileSystem platte;
+};
+struct Wartend : Darunter, WaitingFileSystem {
+    Wartend() : WaitingFileSystem(platte) {}
 };
 
 struct Art {
@@ -69,6 +77,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Art{"Posix", [] { return std::make_unique<PosixFileSystem>(); }},
                     Art{"OhneUmbenennen", [] { return std::make_unique<Ohne_Umbenennen>(); }},
                     Art{"NurAnspruch", [] { return std::make_unique<Nur_Anspruch>(); }},
+                    Art{"Wartend", [] { return std::make_unique<Wartend>(); }},
                     Art{"Speicher", [] { return std::make_unique<SpeicherDateisystem>(); }}),
     [](const auto& art) { return art.param.name; });
 

