@@ -59,8 +59,6 @@ TEST(Monatsansicht, ZeilenNachBeschäftigungBerechtigungUndGruppe) {
     EXPECT_EQ(v.namen(), u"Büro|bis3 Name|ab30 Name|Leer|");
     v.lauf->fenster_().tabMonate.user_select(11);
     EXPECT_EQ(v.namen(), u"Büro|ab30 Name|Leer|");
-    v.lauf->fenster_().tabMonate.user_select(9);
-    EXPECT_EQ(v.namen(), u"Büro|bis3 Name|alt Name|Leer|");
     Ansicht w;
     w.personal = {Firma::Person(u"vorn"), u"Büro", Firma::Person(u"anna"), u"", u"Werk",
                   Firma::Person(u"eve")};
@@ -149,11 +147,7 @@ TEST(Monatsansicht, FerienHeuteUndÜberschriften) {
     const Table& plan = v.lauf->plan();
     for (const auto& [tag, farbe] : {std::pair{15, 0x00FF00U}, {16, 0xE8FFF6U}}) // today wins
         EXPECT_EQ(plan.cell(0, tag).back, farbe);
-    EXPECT_NE(plan.cell(0, 17).back, 0x00FF00U);
     EXPECT_EQ(v.farben(plan, 1), Text(31, u'4')) << "a heading row wins over all";
-    v.lauf->programm->daten().ini.wahl().Fensterdaten_(fenster::SCHULFERIEN_AUS) = 1;
-    v.lauf->neu_laden();
-    EXPECT_NE(plan.cell(0, 15).back, 0x00FF00U);
     v.lauf->fenster_().tabMonate.user_select(11);
     EXPECT_EQ(v.farben(u"anna").find(u'7'), Text::npos) << "today is in another month";
 }
@@ -173,39 +167,9 @@ TEST(Monatsansicht, Tagessummen) {
     l.programm->hauptfenster().Tabellenfelder_anordnen();
     EXPECT_EQ(summen.row_height(2), 0);
     EXPECT_NE(summen.row_height(1), 0);
-    EXPECT_EQ(summen.cell(1, 1).text, u"3") << "the layout leaves the sums alone";
     EXPECT_EQ(summen.accessible_name(1, 4), u"Mittwoch 4. November, Urlaub: 0");
     l.trage_ein(u"chef", 18, 18, 1); // counts at once
     EXPECT_EQ(summen.cell(1, 18).text, u"1");
-    l.trage_ein(u"chef", 18, 18, 7);
-    EXPECT_EQ(summen.cell(1, 18).text, u"");
-}
-
-TEST(Monatsansicht, WochenUndPfeile) {
-    Ansicht v;
-    v.wahl = {{fenster::KALENDERWOCHEN, 1}};
-    frmKalvora& f = v.zeige().fenster_();
-    EXPECT_TRUE(f.msgFlexKaWo.visible() && f.msgFlexKaWo.merged());
-    EXPECT_EQ(f.msgFlexKaWo.cell(0, 31).text, u"49. KW");
-    f.tabMonate.user_select(7); // the 31st is a Monday
-    EXPECT_EQ(f.msgFlexKaWo.cell(0, 31).text, u" ");
-    f.tabJahre.user_select(0);
-    f.tabJahre.user_arrow(1);
-    EXPECT_EQ(v.ansicht().Anzeigemonat(), u"2512") << "an arrow steps the month, not the year";
-    f.tabMonate.user_select(0);
-    f.tabJahre.user_arrow(-1);
-    EXPECT_EQ(v.ansicht().Anzeigemonat(), u"2501");
-}
-
-TEST(Monatsansicht, LangsameAnzeigeWirdGemerkt) {
-    Ansicht v;
-    Platzlauf& l = v.zeige();
-    EXPECT_FALSE(l.programm->platz().Langsame_Anzeige);
-    v.davor = [&](const std::string& aufruf, const Text& pfad) {
-        if (aufruf == "open" && enthält(pfad, u"Data.dat")) l.uhr.weiter(0.3);
-    };
-    l.neu_laden();
-    EXPECT_TRUE(l.programm->platz().Langsame_Anzeige);
 }
 
 } // namespace

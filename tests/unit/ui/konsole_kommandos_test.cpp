@@ -72,23 +72,5 @@ TEST(Maus, meldet_was_eine_Hand_täte) {
     prüfe(lauf, FÄLLE);
 }
 
-TEST(Tastatur, bewegt_was_den_Fokus_hat) {
-    Probelauf lauf;
-    lauf.window->msgFlexGrid.on_mouse_down = lauf.window->msgFlexGrid.on_mouse_up = nullptr;
-    const Fall FÄLLE[] = {
-        {"taste Rechts", ""}, // nothing has the focus yet
-        {"maus links msgFlexGrid 2 2", "HINWEIS \"markiert 2,2-2,2\"\n"},
-        {"taste Rechts", "HINWEIS \"markiert 2,3-2,3\"\n"},
-        {"taste Rechts", "HINWEIS \"markiert 2,3-2,3\"\n"}, // column 4 is hidden
-        {"taste Umschalt+Auf", "HINWEIS \"markiert 2,3-1,3\"\n"},
-        {"taste Umschalt+Pos1", "HINWEIS \"markiert 2,3-1,1\"\n"},
-        {"taste Ende", "HINWEIS \"markiert 1,3-1,3\"\n"},
-        {"wähle tabMonate #0", ""},
-        {"taste Rechts", "HINWEIS \"Monat, vorher 0\"\n"},
-        {"taste Alt+F4", "GESCHLOSSEN frmProbe\nENDE\n"},
-    };
-    prüfe(lauf, FÄLLE);
-}
-
 } // namespace
 } // namespace kalvora

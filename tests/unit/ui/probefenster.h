@@ -12,7 +12,6 @@ namespace kalvora {
 struct Unterfenster : Form {
     explicit Unterfenster(Application& app, Text name = u"frmUnter") : Form(app, std::move(name)) {
         set_title(u"Unter");
-        cmdOK.set_caption(u"OK");
         cmdOK.on_click = [this](Modifiers) { this->app().close(*this); };
     }
     Button cmdOK{*this, u"cmdOK"};
@@ -25,8 +24,6 @@ struct Probefenster : Form {
         tabMonate.set_captions({u"Januar", u"&Februar", u"März"});
         tabMonate.set_tab_enabled(2, false);
         cmbGruppe.set_items({u"Alle", u"#1", u"12"});
-        cmdAuswahl1.set_caption(u"&Urlaub");
-        cmdAuswahl2.set_caption(u"Krank");
         lblText.set_text(u"Zeile 1\nZeile \"2\"");
         Ereignisse_melden();
     }
@@ -44,37 +41,22 @@ struct Probefenster : Form {
         msgFlexGrid.set_row_height(5, 0);
         msgFlexGrid.set_col_width(4, 0);
         msgFlexGrid.edit(1, 2) = {u"U", 0x0000FF, 0xC0FFC0, u'1', true};
-        msgFlexGrid.comment = [](int row, int col) {
-            return row == 1 && col == 2 ? Text(u"Kur\nBad") : Text();
-        };
     }
 
     void Ereignisse_melden() {
         msgFlexGrid.on_mouse_down = [this](const Table::Mouse& m) {
-            sage(u"ab " + ort(m.row, m.col) + (m.button == MouseButton::Right ? u" rechts" : u"") +
-                 (m.mods.shift ? u" umschalt" : u"") + (m.mods.ctrl ? u" strg" : u""));
+            sage(u"ab " + ort(m.row, m.col) + (m.mods.shift ? u" umschalt" : u"") +
+                 (m.mods.ctrl ? u" strg" : u""));
             if (m.mods.ctrl) modal_öffnen();
         };
         msgFlexGrid.on_mouse_up = [this](const Table::Mouse& m) { sage(u"auf " + ort(m.row, m.col)); };
-        msgFlexGrid.on_double_click = [this](int row, int col) { sage(u"doppelt " + ort(row, col)); };
         msgFlexGrid.on_selection_changed = [this](int) {
             const Selection& s = msgFlexGrid.selection();
             msgFlexGrid.set_HighLight(true);
             sage(u"markiert " + ort(s.row, s.col) + u"-" + ort(s.row_sel, s.col_sel));
         };
-        tabMonate.on_change = [this](int vorher) { sage(u"Monat, vorher " + ziffern(vorher)); };
-        cmbGruppe.on_select = [this] { sage(u"Gruppe " + ziffern(cmbGruppe.selected())); };
-        cmdAuswahl1.on_click = [this](Modifiers m) {
-            sage(Text(u"Klick") + (m.shift ? u" umschalt" : u"") + (m.ctrl ? u" strg" : u"") +
-                 (m.alt ? u" alt" : u""));
-        };
+        cmdAuswahl1.on_click = [this](Modifiers) { sage(u"Klick"); };
         mnuEintrag.on_click = [this] { modal_öffnen(); };
-        on_key = [this](const Key& k) {
-            if (!zeigt_Tasten) return false;
-            sage(u"Taste " + k.code + (k.mods.shift ? u" umschalt" : u"") + (k.mods.ctrl ? u" strg" : u"") +
-                 (k.mods.alt ? u" alt" : u""));
-            return true;
-        };
         tmrKurz.on_tick = [this] { sage(u"kurz " + ziffern(++kurz)); };
         tmrLang.on_tick = [this] { sage(u"lang"); };
     }
@@ -85,7 +67,6 @@ struct Probefenster : Form {
         sage(u"zurück");
     }
 
-    bool zeigt_Tasten = false;
     int kurz = 0;
     Label lblText{*this, u"lblText"};
     TabStrip tabMonate{*this, u"tabMonate"};
@@ -93,11 +74,8 @@ struct Probefenster : Form {
     Table msgFlexGrid{*this, u"msgFlexGrid"};
     Button cmdAuswahl1{*this, u"cmdAuswahl", 1};
     Button cmdAuswahl2{*this, u"cmdAuswahl", 2};
-    Label lblKommentar{*this, u"lblKommentar"};
-    FloatingBox picKommentar{*this, u"picKommentar", lblKommentar};
     MenuItem mnuMenü{*this, u"mnuMenü", u"", u"&Menü"};
     MenuItem mnuEintrag{*this, u"mnuEintrag", u"mnuMenü", u"&Eintrag ..."};
-    MenuItem mnuStrich{*this, u"mnuStrich", u"mnuMenü", u"-"};
     Timer tmrKurz{*this, u"tmrKurz", 1.5};
     Timer tmrLang{*this, u"tmrLang", 4};
 };
