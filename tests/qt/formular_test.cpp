@@ -82,25 +82,6 @@ TEST_F(Formulare, Steuerelemente_und_Widgets_entsprechen_einander) {
     EXPECT_EQ(Fenster_aus_Formular(u"frmKeines"), nullptr);
 }
 
-TEST_F(Formulare, Fehlbindung_laesst_nichts_zurueck) {
-    struct Fremdform : Form {
-        explicit Fremdform(Application& app) : Form(app, u"frmStart") {}
-        Button knopf{*this, u"cmdKeiner", 3};
-    } fremd(app);
-    try {
-        app.open(fremd);
-        FAIL() << "opened";
-    } catch (const Laufzeitfehler& fehler) {
-        EXPECT_EQ(zu_utf8(fehler.text()), "Steuerelement fehlt im Fenster: frmStart.cmdKeiner(3)");
-    }
-    EXPECT_TRUE(app.forms().empty());
-    EXPECT_EQ(fremd.view(), nullptr);
-    EXPECT_FALSE(fremd.knopf.user_click());
-    app.open(start);
-    EXPECT_TRUE(system.window(start)->isVisible()) << "shown before the program goes on";
-    app.close(start);
-}
-
 // Places of the widgets named, in the window, and the window's own size.
 static std::vector<QRect> Plätze(const QWidget& fenster, std::initializer_list<const char*> namen) {
     std::vector<QRect> aus{fenster.rect()};
@@ -138,7 +119,6 @@ TEST_F(Formulare, Startbild_wartet_ohne_zu_springen_und_ohne_etwas_abzuschneiden
         EXPECT_GE(knopf->height(), knopf->sizeHint().height()) << name;
     }
     EXPECT_EQ(fenster.focusWidget()->objectName(), QStringLiteral("cmdAuswahl_2"));
-    EXPECT_FALSE(fenster.isModal());
     start.cmdAuswahl1.on_click = [&](Modifiers) { start.set_tag(u"D"); };
     QTimer::singleShot(0, &fenster, [&] {
         QTest::mouseClick(fenster.findChild<QPushButton*>(QStringLiteral("cmdAuswahl_1")), Qt::LeftButton);
@@ -146,27 +126,6 @@ TEST_F(Formulare, Startbild_wartet_ohne_zu_springen_und_ohne_etwas_abzuschneiden
     app.Pause_in(start, 0.05);
     EXPECT_EQ(start.tag(), u"D") << "a hand reaches the button while the program waits";
     app.close(start);
-}
-
-TEST_F(Formulare, Statustext_erscheint_und_geht_ohne_dass_etwas_springt) {
-    Testfenster t(20, {900, 600});
-    t.form.lblStatus2.set_text(u"Benutzer: Muster (Administrator)");
-    t.form.lblStatus3.set_text(u"Stand 08:15");
-    t.zeigen();
-    const auto plätze = [&] {
-        t.zeigen();
-        return Plätze(t.fenster(), {"msgFlexGrid", "lblStatus_2", "lblStatus_3", "cmdBeenden"});
-    };
-    const auto vorher = plätze();
-    const int schmalste = t.fenster().minimumSizeHint().width();
-    t.form.lblStatus4.set_text(u"Der Datenordner antwortet nicht. Bitte warten ...");
-    t.form.lblStatus4.set_visible(true);
-    EXPECT_EQ(plätze(), vorher);
-    EXPECT_LE(t.fenster().minimumSizeHint().width(), schmalste + 60);
-    const auto* text = t.fenster().findChild<QLabel*>(QStringLiteral("lblStatus_4"));
-    EXPECT_GE(text->width(), text->sizeHint().width()) << "the data folder's path gives way";
-    t.form.lblStatus4.set_visible(false);
-    EXPECT_EQ(plätze(), vorher);
 }
 
 } // namespace kalvora

@@ -8,24 +8,11 @@ namespace kalvora {
 
 namespace {
 
-constexpr Farbe WOCHENENDE = 0xE8E8E8, ÜBERSCHRIFT = 0xFFE8CE, HEUTE = 0xE8FFFF, URLAUB = 0x80FF80;
-
-bool ist_Wochenende(int tag) {
-    return Wochentag(Datum_aus(2026, 11, tag)) > 5;
-}
-
 void Person(Table& plan, int row, int nummer) {
     plan.edit(row, 0).text = u"Person, Nummer " + ziffern(nummer);
     plan.edit(row, 32).text = u"b" + ziffern(nummer);
-    for (int tag = 1; tag <= 30; ++tag) {
-        Cell& cell = plan.edit(row, tag);
-        if (ist_Wochenende(tag))
-            cell.back = WOCHENENDE;
-        else if ((tag + nummer * 7) % 29 < 5)
-            cell = {u"U", 0x000000, URLAUB, u'1', false};
-        else if (tag == 18)
-            cell.back = HEUTE;
-    }
+    for (int tag = 1; tag <= 30; ++tag)
+        if ((tag + nummer * 7) % 29 < 5) plan.edit(row, tag) = {u"U", 0x000000, 0x80FF80, u'1', false};
 }
 
 } // namespace
@@ -43,8 +30,6 @@ void fülle_Plan(frmKalvora& form, int personen) {
     for (int i = 0; i < personen; ++i) {
         const int row = plan.rows(), neue = i % 11 == 0 ? 1 : 0; // department
         plan.resize(row + 1 + neue, 33);
-        for (int col = 0; neue == 1 && col <= 31; ++col)
-            plan.edit(row, col).back = ÜBERSCHRIFT;
         if (neue == 1) plan.edit(row, 0).text = u"Abteilung " + ziffern(i / 11);
         Person(plan, row + neue, i + 1);
     }
