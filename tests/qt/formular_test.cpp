@@ -119,12 +119,13 @@ TEST_F(Formulare, Startbild_wartet_ohne_zu_springen_und_ohne_etwas_abzuschneiden
         EXPECT_GE(knopf->height(), knopf->sizeHint().height()) << name;
     }
     EXPECT_EQ(fenster.focusWidget()->objectName(), QStringLiteral("cmdAuswahl_2"));
-    start.cmdAuswahl1.on_click = [&](Modifiers) { start.set_tag(u"D"); };
+    bool gedrückt = false;
+    start.cmdAuswahl1.on_click = [&](Modifiers) { gedrückt = true; };
     QTimer::singleShot(0, &fenster, [&] {
         QTest::mouseClick(fenster.findChild<QPushButton*>(QStringLiteral("cmdAuswahl_1")), Qt::LeftButton);
     });
     app.Pause_in(start, 0.05);
-    EXPECT_EQ(start.tag(), u"D") << "a hand reaches the button while the program waits";
+    EXPECT_TRUE(gedrückt) << "a hand reaches the button while the program waits";
     app.close(start);
 }
 

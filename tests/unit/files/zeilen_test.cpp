@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <set>
 #include <tuple>
 
@@ -39,9 +40,12 @@ TEST(Zeilen, JederTextKommtMitJedemSchlüsselZurück) {
     std::string text;
     for (int c = 32; c <= 255; ++c)
         text += static_cast<char>(c);
-    for (int schlüssel = 32; schlüssel <= 254; ++schlüssel) {
-        const std::string roh = gespeichert(text, schlüssel);
-        EXPECT_EQ(gelesen(roh), text) << schlüssel;
+    for (int n = 0; n < 223 * 4; ++n) {
+        const int schlüssel = 32 + n % 223;
+        const size_t länge =
+            std::array{size_t{1}, size_t{63}, size_t{65}, text.size()}[static_cast<size_t>(n / 223)];
+        const std::string roh = gespeichert(text.substr(0, länge), schlüssel);
+        EXPECT_EQ(gelesen(roh), text.substr(0, länge)) << schlüssel;
         for (size_t i = 0; i + 2 < roh.size(); ++i)
             ASSERT_GE(static_cast<unsigned char>(roh[i]), 32) << "a control character is stored";
     }

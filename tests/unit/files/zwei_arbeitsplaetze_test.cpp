@@ -49,22 +49,6 @@ TEST(ZweiArbeitsplätze, EigenesHinterFremdem) {
     }
 }
 
-TEST(ZweiArbeitsplätze, ErsteSpeicherungDesTagesVonBeiden) {
-    Netz netz;
-    const auto p = netz.platz(u"anna", u"P"), q = netz.platz(u"otto", u"Q");
-    p->trage_ein(u"anna", 18, 19, 1);
-    q->trage_ein(u"otto", 18, 18, 3); // has never seen the other's version
-    EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"UU"));
-    EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"Z"));
-    q->trage_ein(u"otto", 19, 19, 1);
-    p->trage_ein(u"anna", 19, 19, 7);
-    EXPECT_EQ(netz.zellen(u"anna"), ab(18, u"U"));
-    EXPECT_EQ(netz.zellen(u"otto"), ab(18, u"ZU"));
-    q->fenster_().tmrTimer1.tick();
-    EXPECT_EQ(q->zellen(u"anna"), ab(18, u"U")) << "the poll shows what the other has saved";
-    EXPECT_TRUE(p->fenster.hinweise.empty() && q->fenster.hinweise.empty());
-}
-
 TEST(ZweiArbeitsplätze, MarkierungBleibtBeiDerPerson) {
     Netz netz;
     const auto p = netz.platz(u"chef", u"P"), q = netz.platz(u"otto", u"Q");
