@@ -43,6 +43,29 @@ TEST(Fragen, nehmen_die_Antworten_der_Reihe_nach_sonst_die_Vorgabe) {
     EXPECT_EQ(lauf.konsole().Fehlerzahl(), 2);
 }
 
+TEST(Maus, meldet_was_eine_Hand_täte) {
+    Probelauf lauf;
+    const struct {
+        const char *zeile, *protokoll;
+    } FÄLLE[] = {
+        {"maus links msgFlexGrid Adam 1 bis \"17\" 3",
+         "HINWEIS \"ab 1,1\"\nHINWEIS \"markiert 1,1-1,1\"\nHINWEIS \"markiert 1,1-4,3\"\nHINWEIS \"auf "
+         "4,3\"\n"},
+        {"maus links msgFlexGrid 2 3 umschalt",
+         "HINWEIS \"ab 2,3 umschalt\"\nHINWEIS \"markiert 1,1-2,3\"\nHINWEIS \"auf 2,3\"\n"},
+        {"maus links msgFlexGrid 2 3 bis 0 0", "HINWEIS \"ab 2,3\"\nHINWEIS \"markiert 2,3-2,3\"\nHINWEIS "
+                                               "\"markiert 2,3-1,0\"\nHINWEIS \"auf 0,0\"\n"},
+        // A window that the press opens takes the rest of the movement.
+        {"maus links msgFlexGrid 1 1 strg", "HINWEIS \"ab 1,1 strg\"\nFENSTER frmUnter \"Unter\"\n"},
+        {"klick cmdOK", "GESCHLOSSEN frmUnter\nHINWEIS \"zurück\"\n"},
+        {"maus links msgFlexGrid Berta 1", "FEHLER 6: \"Berta\" steht in mehreren Zeilen von msgFlexGrid\n"},
+        {"maus links msgFlexGrid Verborgen 1", "FEHLER 7: Keine Zeile \"Verborgen\" in msgFlexGrid\n"},
+        {"maus links msgFlexGrid 5 1", "FEHLER 8: Die Zeile 5 von msgFlexGrid ist ausgeblendet\n"},
+    };
+    for (const auto& fall : FÄLLE)
+        EXPECT_EQ(lauf(fall.zeile), fall.protokoll) << fall.zeile;
+}
+
 TEST(Ende, schließt_offene_modale_Fenster_als_Fehler) {
     Probelauf lauf;
     EXPECT_EQ(lauf("menü mnuEintrag"), "FENSTER frmUnter \"Unter\"\n");

@@ -21,9 +21,6 @@ struct Probefenster : Form {
     explicit Probefenster(Application& app) : Form(app, u"frmProbe") {
         set_title(u"Probe");
         Tabelle_füllen();
-        tabMonate.set_captions({u"Januar", u"&Februar", u"März"});
-        tabMonate.set_tab_enabled(2, false);
-        cmbGruppe.set_items({u"Alle", u"#1", u"12"});
         lblText.set_text(u"Zeile 1\nZeile \"2\"");
         Ereignisse_melden();
     }
@@ -69,8 +66,6 @@ struct Probefenster : Form {
 
     int kurz = 0;
     Label lblText{*this, u"lblText"};
-    TabStrip tabMonate{*this, u"tabMonate"};
-    ComboBox cmbGruppe{*this, u"cmbGruppe"};
     Table msgFlexGrid{*this, u"msgFlexGrid"};
     Button cmdAuswahl1{*this, u"cmdAuswahl", 1};
     Button cmdAuswahl2{*this, u"cmdAuswahl", 2};
