@@ -146,7 +146,7 @@ TEST_F(Vertrag, Tasten_kommen_einmal_an_und_gehen_sonst_an_das_Steuerelement) {
 }
 
 TEST_F(Vertrag, Schaltflaechen_Beschriftung_und_Farbe) {
-    const auto& erste = w<QPushButton>("cmdAuswahl_1");
+    auto& erste = w<QPushButton>("cmdAuswahl_1");
     f.cmdAuswahl(1)->set_caption(u"Fort- & Ausbildung");
     f.cmdAuswahl(1)->set_colours(0xFFFFFF, 0x336699);
     t.zeigen();
