@@ -108,7 +108,7 @@ bool Erfassungsdateien::Erfassungsdaten_vorhanden(int code) const {
 bool Erfassungsdateien::gesund(const Version& version, const Text& yymm) {
     try {
         const auto inhalt = einmal_lesen(version, yymm, Fehlerweg::IgnoreErrors);
-        return inhalt && !inhalt->fehlerhaft();
+        return inhalt && inhalt->ganz();
     } catch (const Dateischaden&) {
         return false;
     }
@@ -125,7 +125,7 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
             const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
             const auto treffer = alle.find(yymm);
             const int jahr = platz_.Startjahr + (monat - 1) / 12;
-            if (treffer != alle.end()) gesehen_.insert(yymm);
+            if (treffer != alle.end()) gesehen_[yymm] = treffer->second.back().stamm;
             keiner = keiner && treffer == alle.end();
             if (treffer == alle.end()) {
                 if (jahr > dieses_Jahr) continue;

@@ -37,6 +37,9 @@ Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
 bool Erfassungsdateien::Monat_geändert() const {
     try {
         const Version jetzt = in_Kraft(monat_.inhalt.yymm);
+        // A version that has gone is out of sight for a moment, or the folder was put back to an earlier
+        // state; that writes the configuration too.
+        if (jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_geändert(false);
         if (jetzt.stamm != monat_.inhalt.stamm) return true;
         if (jetzt.stamm.empty()) return false;
         const auto stand = kanal_.werk().stand(pfad(jetzt.name));
@@ -82,7 +85,8 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
 }
 
 bool Erfassungsdateien::verschwunden(const Monatsinhalt& inhalt) const {
-    return inhalt.stamm.empty() && gesehen_.contains(inhalt.yymm);
+    const auto gesehen = gesehen_.find(inhalt.yymm);
+    return gesehen != gesehen_.end() && inhalt.stamm < gesehen->second;
 }
 
 // The version in force may have changed between the two looks, and the one listed may have been deleted
@@ -90,11 +94,11 @@ bool Erfassungsdateien::verschwunden(const Monatsinhalt& inhalt) const {
 Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
     Monatsinhalt inhalt = zweite_Lesung(
         kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
-        [&](const Monatsinhalt& gelesen) { return !gelesen.fehlerhaft() && !verschwunden(gelesen); });
+        [&](const Monatsinhalt& gelesen) { return gelesen.ganz() && !verschwunden(gelesen); });
     // The restore of an earlier state takes months away; it rewrites the configuration too.
     if (verschwunden(inhalt) && konfig_.Datei_geändert(false)) gesehen_.clear();
-    if (verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
-    if (!inhalt.stamm.empty()) gesehen_.insert(yymm);
+    if (inhalt.stamm.empty() && verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
+    if (!inhalt.stamm.empty()) gesehen_[yymm] = inhalt.stamm;
     return inhalt;
 }
 
@@ -141,7 +145,7 @@ void Erfassungsdateien::einlesen(const Text& yymm, Monatsstand& ziel) {
         kanal_.app().Hinweis(u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(yymm) +
                              u"!\n\nBitte Administrationslogbuch beachten!");
     }
-    ziel.gesund = neu.fehlerhaft() ? Text() : neu.stamm;
+    ziel.gesund = neu.ganz() ? neu.stamm : Text();
     ziel.zeit = neu.zeit;
     ziel.inhalt = std::move(neu);
     ziel.lesbar = true;
@@ -367,7 +371,7 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     neue_Version_ausgeben(monat.inhalt, bisher, zeilen);
     if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty() && !steht_schon;
     // A version with faults stays beside its successor until somebody has looked at it.
-    monat.gesund = monat.inhalt.fehlerhaft() ? Text() : heutiger_Stamm(monat.inhalt.yymm);
+    monat.gesund = monat.inhalt.ganz() ? heutiger_Stamm(monat.inhalt.yymm) : Text();
     merken(monat.inhalt, zeilen, versuch);
     Stand_übernehmen(monat, true);
     return true;

@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <map>
-#include <set>
 
 #include "files/ausstehende.h"
 #include "files/logbuch.h"
@@ -146,9 +145,9 @@ private:
     Konfigdaten& konfig_;
     Mitarbeiterdaten& personal_;
     Logbuch& log_;
-    Monatsstand monat_;      // the shown one
-    std::set<Text> gesehen_; // months that had a version since the start: one that is gone now is a fault
-    Text gemeldet_;          // stem of the faulty version told last
+    Monatsstand monat_;            // the shown one
+    std::map<Text, Text> gesehen_; // stem of each month that had a version: what is gone now is a fault
+    Text gemeldet_;                // stem of the faulty version told last
     Zeitstempel gemeldet_Stand_ = 0;
     bool sammeln_ = false;
     std::vector<Text> puffer_;

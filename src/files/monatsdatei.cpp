@@ -176,6 +176,7 @@ void Monat_einlesen(Dateikanal& kanal, const Text& pfad, const Codefilter& filte
     const int länge = Tage_im_Monat(inhalt.yymm);
     while (const auto zeile = kanal.nächste_Klarzeile())
         Zeile_übernehmen(*zeile, filter, länge, inhalt);
+    inhalt.letzte_Zeile_offen = kanal.letzte_Zeile_offen();
     inhalt.zeit = kanal.Stand().time;
     inhalt.größe = kanal.Stand().size;
     inhalt.kopf = kanal.Kopfbytes();

@@ -66,6 +66,8 @@ struct Monatsinhalt {
     std::uint64_t größe = 0; // of the file when it was opened, in bytes
     std::string kopf;        // its first bytes as stored
 
+    bool letzte_Zeile_offen = false; // somebody is appending, or only half of the file is to be seen
+
     // Faults found; the rows themselves are left out above, and kept as they stood for a rewrite.
     bool Ausnahmezeile_ohne_Doppelpunkt = false;
     Text Ausnahmezeile;                   // as it stood
@@ -75,6 +77,7 @@ struct Monatsinhalt {
     bool fehlerhaft() const {
         return Ausnahmezeile_ohne_Doppelpunkt || fehler_erster_Art > 0 || !fehler_zweiter_Art.empty();
     }
+    bool ganz() const { return !fehlerhaft() && !letzte_Zeile_offen; }
 
     // Number of the last A row of a key, compared without case; 0 when there is none.
     int letzter_Satz(TextView BenId) const;

@@ -54,7 +54,7 @@ TEST(Erstinitialisierung, VerlorenesWirdNichtErsetzt) {
         EXPECT_NE(ausgang(p, p.daten(name), [&] { p.setup.Erstinitialisierung(); }), u"");
         p.setup.Standard_ergänzen(u"Ferientage.dat");
         EXPECT_FALSE(p.fs.gibt_es(p.daten(name))) << "each file has a repair of its own";
-        p.setup.Standard_ergänzen(Text(name));
+        Setupprobe(p.fs.geteilte_platte()).setup.Standard_ergänzen(Text(name));
         EXPECT_TRUE(p.fs.gibt_es(p.daten(name)));
     }
 }

@@ -400,7 +400,7 @@ TEST(Erfassungsdateien, VerschwundenerMonat) {
     EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611")) << "for a moment only";
     p.fenster.beim_Warten = {};
     p.fs.platte().entferne(datei);
-    EXPECT_TRUE(p.erfassung.Monat_geändert());
+    EXPECT_FALSE(p.erfassung.Monat_geändert()) << "out of sight for a moment, as far as anybody knows";
     EXPECT_THROW(p.erfassung.Datensatz_speichern(A(u"anna", u"2")), Dateischaden);
     EXPECT_EQ(p.Versionen(), std::vector<Text>{u"Konfigdaten.dat"}) << "nothing is saved into an empty month";
     p.fs.platte().schreibe(p.daten(u"Konfigdaten.dat"), *p.fs.inhalt(p.daten(u"Konfigdaten.dat")));

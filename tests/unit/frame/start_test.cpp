@@ -231,9 +231,12 @@ TEST(Start, EinFehlerStehtImLog) {
     Firma().anlegen(r, DATEN);
     r.schreibe(DATEN + u"Feiertage.dat", als_Datei({u"[Fremd]", u"x", u"y"}));
     Platzlauf l(r, u"chef");
+    l.fenster.antwort = Antwort::Ja;
     EXPECT_FALSE(l.starten(AUFRUF));
     EXPECT_EQ(l.programm->ende(), 2);
-    EXPECT_TRUE(enthält(r.zeilen(DATEN + u"Logs/2611 Kalvora.log").back(), u"|KalvoAdmin|Startfehler: "));
+    const auto log = r.zeilen(DATEN + u"Logs/2611 Kalvora.log");
+    ASSERT_FALSE(log.empty());
+    EXPECT_TRUE(enthält(log.back(), u"|KalvoAdmin|Startfehler: "));
 }
 
 TEST(Ende, FehlerInEinerBehandlungWirdGemeldet) {

@@ -38,7 +38,7 @@ TEST(Fragen, nehmen_die_Antworten_der_Reihe_nach_sonst_die_Vorgabe) {
         lauf("klick cmdAuswahl(1)"),
         "FEHLER 5: Die Frage lässt sich nur mit Ja oder Nein beantworten\nFRAGE \"Wirklich?\" -> Nein\n");
     lauf("datei \"/tmp/a b.csv\"");
-    EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\nFEHLER 9: Die Antwort \"/tmp/a b.csv\" wurde nicht "
+    EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\nFEHLER 8: Die Antwort \"/tmp/a b.csv\" wurde nicht "
                            "gebraucht\nENDE\n");
     EXPECT_EQ(lauf.konsole().Fehlerzahl(), 2);
 }
