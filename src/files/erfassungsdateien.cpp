@@ -37,11 +37,11 @@ Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
 bool Erfassungsdateien::Monat_geändert() const {
     try {
         const Version jetzt = in_Kraft(monat_.inhalt.yymm);
-        // A version that has gone is out of sight for a moment, or the folder was put back to an earlier
-        // state; that writes the configuration too.
+        if (jetzt.stamm.empty()) return false; // out of sight for a moment, as far as anybody knows
+        // An earlier version in force: for a moment, or the folder was put back to an earlier state, which
+        // writes the configuration too.
         if (jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_geändert(false);
         if (jetzt.stamm != monat_.inhalt.stamm) return true;
-        if (jetzt.stamm.empty()) return false;
         const auto stand = kanal_.werk().stand(pfad(jetzt.name));
         return stand && stand->time != monat_.zeit;
     } catch (const Laufzeitfehler& fehler) {
@@ -95,8 +95,6 @@ Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
     Monatsinhalt inhalt = zweite_Lesung(
         kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
         [&](const Monatsinhalt& gelesen) { return gelesen.ganz() && !verschwunden(gelesen); });
-    // The restore of an earlier state takes months away; it rewrites the configuration too.
-    if (verschwunden(inhalt) && konfig_.Datei_geändert(false)) gesehen_.clear();
     if (inhalt.stamm.empty() && verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
     if (!inhalt.stamm.empty()) gesehen_[yymm] = inhalt.stamm;
     return inhalt;

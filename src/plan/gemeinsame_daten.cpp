@@ -63,7 +63,6 @@ void Gemeinsame_Daten::Anzeigeberechtigungen_ermitteln() {
 void Gemeinsame_Daten::Konfiguration_neu_lesen() {
     ini.Inidatei_schreiben();
     konfig.Konfigdaten_lesen();
-    erfassung.Monate_vergessen();
     feiertage.Feiertage_lesen();
     Anzber_und_Anzgru_init();
     ini.Inidatei_lesen(Anzeigegruppen_vorhanden() ? Anzeigegruppen.anzahl() : 0);
@@ -79,6 +78,7 @@ void Gemeinsame_Daten::Personal_neu_lesen() {
 }
 
 void Gemeinsame_Daten::Alles_neu_lesen() {
+    erfassung.Monate_vergessen();
     Konfiguration_neu_lesen();
     Personal_neu_lesen();
     ferien.Ferientage_lesen();

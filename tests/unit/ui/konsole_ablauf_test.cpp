@@ -36,7 +36,7 @@ TEST(Fragen, nehmen_die_Antworten_der_Reihe_nach_sonst_die_Vorgabe) {
     EXPECT_EQ(lauf("klick cmdAuswahl(2)"), "FRAGE \"Speichern?\" -> Abbrechen\n");
     EXPECT_EQ(
         lauf("klick cmdAuswahl(1)"),
-        "FEHLER 5: Die Frage lässt sich nur mit Ja oder Nein beantworten\nFRAGE \"Wirklich?\" -> Nein\n");
+        "FEHLER 4: Die Frage lässt sich nur mit Ja oder Nein beantworten\nFRAGE \"Wirklich?\" -> Nein\n");
     lauf("datei \"/tmp/a b.csv\"");
     EXPECT_EQ(lauf.ende(), "GESCHLOSSEN frmProbe\nFEHLER 8: Die Antwort \"/tmp/a b.csv\" wurde nicht "
                            "gebraucht\nENDE\n");
