@@ -17,8 +17,8 @@ public:
     // or KalvoraFtg.dat ends the program. Where months are there already, a missing base file is damage too:
     // a first run writes the months last.
     void Erstinitialisierung();
-    // Behind a repair: the standard of this base file, if it is still missing. Of other files nothing is made:
-    // each is asked for and brought back in a repair of its own.
+    // Behind a repair: the standard of this base file, if it is still missing. Of other files nothing is
+    // made: each is asked for and brought back in a repair of its own.
     void Standard_ergänzen(const Text& name);
 
     Text Ländercode_ermitteln() const; // three digits, such as "049"

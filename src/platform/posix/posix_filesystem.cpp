@@ -179,8 +179,7 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
     }
     if (S_ISREG(s.st_mode)) {
         // What another workstation has written must be seen, not what this one has kept of the file.
-        if (mode == OpenMode::Read && lies_on_share(handle))
-            posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
+        if (mode == OpenMode::Read && lies_on_share(handle)) posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
         return handle;
     }
     ::close(handle);
