@@ -189,9 +189,12 @@ void Programm::Erster_Lauf() {
         if (leer && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
             Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
     // Where the delivered files lie in Systempfad themselves, the setup file never goes.
-    const bool begonnen = leer || platz_.Systempfad != platz_.Programmpfad;
-    if (neu && begonnen && Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat")))
+    const bool Kopie = platz_.Systempfad != platz_.Programmpfad;
+    const Text setup = Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat");
+    if (leer || (neu && Kopie && Datei_vorhanden(fs, setup)))
         Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
+    else if (Kopie)
+        Datei_löschen(fs, setup); // it has done its work
     if (!platz_.Pfad_als_Parameter &&
         !Datei_vorhanden(fs, Datei_finden(fs, platz_.Systempfad, u"Kalvora.dat")))
         Kalvoradat_schreiben(*kanal_, platz_);
