@@ -103,7 +103,9 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
         char letztes = '\n';
         const auto n = fs_.read_at(*datei, vorher->size - 1, &letztes, 1);
         if (!n) return E::fehler(n.nummer());
-        if (*n == 1 && letztes != '\n') zeilen = letztes == '\r' ? "\n" : ABGERISSEN;
+        // Behind a line whose end is only just arriving the mark is passed over; a bare line end would be
+        // damage.
+        if (*n == 1 && letztes != '\n') zeilen = ABGERISSEN;
     }
     const auto kopf = Kopf(*datei);
     if (!kopf) return E::fehler(kopf.nummer());

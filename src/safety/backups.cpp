@@ -171,6 +171,8 @@ bool Backups::Tagessicherung() {
         gemacht = true;
     };
     ohne_Meldung([&] {
+        // A backup of nothing would pass for one.
+        if (!Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"*.dat")) return;
         if (!vorhanden(platz_.Monat_heute(), u"M")) sichern(u"M");
         if (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T")) sichern(u"T");
     });

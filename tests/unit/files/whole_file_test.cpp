@@ -32,8 +32,9 @@ TEST(GanzeDatei, NichtsGehtHalb) {
 
 TEST(GanzeDatei, AnhängenSchließtEineOffeneZeile) {
     const auto mit_NUL = std::string("a\0\r\nb\r\n", 7);
-    for (const auto& [davor, danach] :
-         {std::pair<std::string, std::string>{"a", mit_NUL}, {"a\r", "a\r\nb\r\n"}, {"", "b\r\n"}}) {
+    for (const auto& [davor, danach] : {std::pair<std::string, std::string>{"a", mit_NUL},
+                                        {"a\r", std::string("a\r\0\r\nb\r\n", 8)},
+                                        {"", "b\r\n"}}) {
         Werkprobe p;
         p.fs.schreibe(PFAD, davor);
         const auto anhang = p.werk.anhängen(PFAD, "b\r\n");
