@@ -172,7 +172,9 @@ bool Backups::Tagessicherung() {
     };
     ohne_Meldung([&] {
         // A backup of nothing would pass for one.
-        if (!Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"*.dat")) return;
+        const auto namen = kanal_.fs().list(platz_.Datenpfad);
+        const auto Daten = [](const Text& name) { return passt_auf_Maske(name, u"*.dat"); };
+        if (namen && std::none_of(namen->begin(), namen->end(), Daten)) return;
         if (!vorhanden(platz_.Monat_heute(), u"M")) sichern(u"M");
         if (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T")) sichern(u"T");
     });
