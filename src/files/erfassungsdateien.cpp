@@ -37,10 +37,9 @@ Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
 bool Erfassungsdateien::Monat_geändert() const {
     try {
         const Version jetzt = in_Kraft(monat_.inhalt.yymm);
-        if (jetzt.stamm.empty()) return false; // out of sight for a moment, as far as anybody knows
-        // An earlier version in force: for a moment, or the folder was put back to an earlier state, which
-        // writes the configuration too.
-        if (jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_geändert(false);
+        // No version or an earlier one: for a moment, as far as anybody knows, or the folder was put back to
+        // an earlier state, which writes the configuration too.
+        if (jetzt.stamm.empty() || jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_geändert(false);
         if (jetzt.stamm != monat_.inhalt.stamm) return true;
         const auto stand = kanal_.werk().stand(pfad(jetzt.name));
         return stand && stand->time != monat_.zeit;

@@ -73,7 +73,10 @@ void Gemeinsame_Daten::Personal_neu_lesen() {
     const int Startjahr = platz.Startjahr;
     personal.Mitarbeiterdaten_lesen();
     Berechtigung_ableiten();
-    if (platz.Startjahr != Startjahr) feiertage.Feiertage_berechnen(); // the years held have moved
+    if (platz.Startjahr != Startjahr) { // the years held have moved: a month that went with them is not lost
+        feiertage.Feiertage_berechnen();
+        erfassung.Monate_vergessen();
+    }
     neu_gelesen_ = true;
 }
 

@@ -46,6 +46,7 @@ struct Firma {
     std::vector<Text> personal{u"Büro", Person(u"anna"), Person(u"otto"),
                                u"Werk", Person(u"eve"),  Person(u"chef")};
     std::vector<Text> feiertage{u"1:17.11.:Probetag"};
+    int Startjahr = 2025;
     std::map<Text, std::vector<Text>> monate; // version's stem -> rows
     std::map<Text, Text> ausnahmen;           // yymm -> exception line
 
@@ -72,7 +73,7 @@ struct Firma {
             if (const Fehlercode f = werk.ersetzen(datenpfad + name, als_Datei(zeilen)).nummer())
                 throw Laufzeitfehler(f, name);
         };
-        std::vector<Text> ma{u"[Mitarbeiterdaten]", u"", u"2025"};
+        std::vector<Text> ma{u"[Mitarbeiterdaten]", u"", ziffern(Startjahr)};
         ma.insert(ma.end(), personal.begin(), personal.end());
         schreibe(u"Mitarbeiterdaten.dat", ma);
         std::vector<Text> regeln{u"[Feiertage]", u"", u"Deutschland"};
@@ -80,7 +81,7 @@ struct Firma {
         regeln.resize(19, u"0:000000:");
         schreibe(u"Feiertage.dat", regeln);
         for (int m = 0; m < 36; ++m) {
-            const Text yymm = ziffern(25 + m / 12, 2) + ziffern(m % 12 + 1, 2);
+            const Text yymm = ziffern(Startjahr % 100 + m / 12, 2) + ziffern(m % 12 + 1, 2);
             const auto ausnahme = ausnahmen.find(yymm);
             schreibe(yymm + u" 261110 Data.dat",
                      Monat(monate.contains(yymm) ? monate.at(yymm) : std::vector<Text>{}, yymm,

@@ -107,5 +107,24 @@ TEST(Eintragung, ÜbrigesGeändertZwischenDruckUndSpeichern) {
     EXPECT_FALSE(f.cmdAuswahl(LÖSCHEN)->visible());
 }
 
+// The folder is put back behind a year change while another workstation shows a month that goes with it.
+TEST(Hauptfenster, MonatGehtMitDenJahren) {
+    Plan p;
+    Platzlauf& l = p.öffne(u"chef");
+    frmKalvora& f = l.fenster_();
+    f.tabJahre.user_select(2);
+    ASSERT_EQ(l.programm->hauptfenster().ansicht().Anzeigemonat(), u"2701");
+    Firma früher = p;
+    früher.Startjahr = 2024;
+    früher.anlegen(p, DATEN);
+    for (int m = 1; m <= 12; ++m)
+        p.platte().entferne(DATEN + u"27" + ziffern(m, 2) + u" 261110 Data.dat");
+    f.tmrTimer1.tick();
+    EXPECT_EQ(f.tabJahre.captions().front(), u"2024");
+    EXPECT_TRUE(l.fenster.fragen.empty()) << "no month is missing";
+    l.trage_ein(u"anna", 20, 20, U);
+    EXPECT_FALSE(p.gibt_es(DATEN + u"2701 261116 Data.dat"));
+}
+
 } // namespace
 } // namespace kalvora
