@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
+#include <utility>
 
 #include "files/mitarbeiterdaten.h"
 #include "files/ordner.h"
@@ -81,7 +81,7 @@ bool Setup::fehlt(TextView name) const {
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Datenpfad, Text(name));
     const auto info = kanal_.fs().info(pfad);
     if (info || info.nummer() == FEHLER_NICHT_GEFUNDEN) return !info;
-    throw Laufzeitfehler(info.nummer(), u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad);
+    throw Zugriffsfehler(info.nummer(), pfad);
 }
 
 void Setup::KalvoraSetupDat_lesen() {
@@ -94,13 +94,9 @@ void Setup::KalvoraSetupDat_lesen() {
         zeile_9_ += (n > 0 ? u":" : u"") + (datei.Ende() ? Text() : datei.Zeile());
 }
 
-// Year of the earliest month in the folder; without any month, last year.
+// Without any month the years begin with the last one.
 int Setup::Startjahr_der_Monate() const {
-    const auto namen = Dateien(kanal_.fs(), platz_.Datenpfad, u"*Data.dat"); // sorted
-    const auto erster =
-        std::find_if(namen.begin(), namen.end(), [](const Text& n) { return ist_Versionsname(n); });
-    if (erster == namen.end()) return Jahr(platz_.Heute) - 1;
-    return Jahr(FormatDatumSD(erster->substr(0, 4) + u"01"));
+    return Erstes_Jahr(kanal_.fs(), platz_.Datenpfad).value_or(Jahr(platz_.Heute) - 1);
 }
 
 // The staff file says so; a folder without it goes by its months.
@@ -132,20 +128,20 @@ void Setup::Inst_Konfigdaten_schreiben() {
 }
 
 void Setup::Inst_Konfigdaten_modifizieren() {
-    const auto [gelesen, pfad, zeit] = zweite_Lesung(kanal_.app(), [&] {
+    const auto [zeilen, gelesen] = zweite_Lesung(kanal_.app(), [&] {
         Stammdatei datei(kanal_, platz_.Datenpfad, u"Konfigdaten.dat");
         datei.Kopf(u"Kalvora");
         std::vector<Text> alle{u"[Kalvora]", datei.Zeile(), datei.Zeile()};
         while (!datei.Ende())
             alle.push_back(datei.Zeile());
-        return std::tuple(std::move(alle), datei.Pfad(), datei.Zeit());
+        return std::pair(std::move(alle), datei.Vorgefunden());
     });
-    reserve_ = gelesen[1];
-    // What an administrator has saved meanwhile counts more than the version line.
-    if (gelesen[2] == PROGRAMMVERSION || Stand_geändert(kanal_, platz_, pfad, zeit, false)) return;
+    reserve_ = zeilen[1];
+    if (zeilen[2] == PROGRAMMVERSION) return;
     kanal_.Datei_öffnen(platz_.Datenpfad + u"Konfigdaten.dat", Dateimodus::Output);
-    for (size_t n = 0; n < gelesen.size(); ++n)
-        kanal_.LineOut(n == 2 ? PROGRAMMVERSION : TextView(gelesen[n]));
+    kanal_.Nur_ersetzen(gelesen); // what an administrator has saved meanwhile counts more
+    for (size_t n = 0; n < zeilen.size(); ++n)
+        kanal_.LineOut(n == 2 ? PROGRAMMVERSION : TextView(zeilen[n]));
     kanal_.Datei_schließen();
 }
 

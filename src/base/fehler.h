@@ -51,6 +51,14 @@ public:
     Text prozedur;
 };
 
+// A file that could not be opened. Its text is the one for the user, who need not know the number.
+class Zugriffsabbruch : public Laufzeitfehler {
+public:
+    Zugriffsabbruch(int nr, Text text, Text pfad, Text log)
+        : Laufzeitfehler(nr, std::move(text), std::move(pfad)), logtext(std::move(log)) {}
+    Text logtext;
+};
+
 // A data file that is missing or damaged: the way to the repair. `monate` lists missing months. What
 // `zweimal_gesehen` says of it has stood a second look already: nobody need read again to be sure.
 class Dateischaden : public Fehler {
@@ -70,15 +78,6 @@ public:
         : Fehler(std::move(text)), modul(std::move(wo)), logtext(std::move(log)) {}
     Text modul;
     Text logtext;
-};
-
-// The stop because of a file that could not be opened. Unlike other stops it is a fault: the file may have
-// gone between the look into the folder and the open.
-class Zugriffsabbruch : public Programmabbruch {
-public:
-    Zugriffsabbruch(int nr, Text wo, Text text, Text log)
-        : Programmabbruch(std::move(wo), std::move(text), std::move(log)), nummer(nr) {}
-    int nummer;
 };
 
 // Runs `f` under a procedure's name, so that a fault that leaves it can name its innermost procedure.

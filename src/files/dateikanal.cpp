@@ -24,8 +24,9 @@ bool darf_leer_sein(const Text& pfad) {
 }
 
 Laufzeitfehler zugriffsfehler(int nummer, const Text& pfad, TextView prozedur, int zeile = 0) {
-    Laufzeitfehler fehler(nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad, zeile);
+    Laufzeitfehler fehler = Zugriffsfehler(nummer, pfad);
     fehler.prozedur = prozedur;
+    fehler.zeile = zeile;
     return fehler;
 }
 
@@ -100,13 +101,14 @@ void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus, int num
     const bool anhang = modus == Dateimodus::Append || modus == Dateimodus::Fortsetzen;
     const TextView name = lesen ? u"Input" : anhang ? u"Append" : u"Output";
     throw Zugriffsabbruch(
-        nummer, u"modKalvora - Datei_öffnen",
+        nummer,
         u"Die Datei " + Pfad_kürzen(pfad, 100) +
             u" konnte nicht geöffnet werden.\n\nVermutlich haben Sie keine ausreichenden "
             u"Zugriffsberechtigungen für den "
             u"Ordner " +
             Pfad_kürzen(ParentDir(pfad), 100) + (lesen ? u"" : u", ist die Datei schreibgeschützt") +
             u" oder die Datei ist nicht vorhanden",
+        pfad,
         u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
 }
 
@@ -119,12 +121,11 @@ void Dateikanal::ganz_geschrieben(const FileInfo& stand) {
 Fehlercode Dateikanal::ausschreiben() {
     switch (modus_) {
     case Dateimodus::Output: {
-        // The canonical spelling is written; the same name in another case would be a second file.
         const Text andere = Datei_finden(fs(), ParentDir(pfad_), Dateiname_aus_Pfad(pfad_));
         const auto info = werk_.ersetzen(pfad_, ausgabe_, vorgefunden_ ? &*vorgefunden_ : nullptr);
         if (!info) return info.nummer();
         ganz_geschrieben(*info);
-        if (andere != pfad_) fs().remove(andere);
+        Schreibweise_entfernen(fs(), andere, pfad_);
         return 0;
     }
     case Dateimodus::Neu: {

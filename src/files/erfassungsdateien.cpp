@@ -312,9 +312,8 @@ void Erfassungsdateien::Defragmentieren_wenn_fällig() {
     if (!Defragmentieren_fällig()) return;
     try {
         Erfassungsdatei_defragmentieren();
-    } catch (const Laufzeitfehler& fehler) {
+    } catch (const Laufzeitfehler& fehler) { // the file is merely longer than need be
         if (!ist_Dateifehler(fehler.nummer)) throw;
-    } catch (const Zugriffsabbruch&) { // NOLINT(bugprone-empty-catch): the file is merely longer than need be
     }
 }
 
@@ -448,9 +447,9 @@ bool Erfassungsdateien::Ausstehende_prüfen(Monatsstand& monat) {
         ausstehend_ = vorher;
         if (!ist_Dateifehler(fehler.nummer)) throw;
         return false;
-    } catch (const Zugriffsabbruch&) {
+    } catch (...) { // a lock, or a damaged month: whoever stops the program tells what still waits
         ausstehend_ = vorher;
-        return false;
+        throw;
     }
     std::vector<Text> BenIds;
     for (const Text& zeile : befund.nachzutragen) {

@@ -142,14 +142,19 @@ void Administratoren_lesen(Stammdatei& datei, Konfiguration& k) {
         if (liste->leer()) liste->anfügen(Text(OHNE));
 }
 
-std::pair<Konfiguration, Zeitstempel> Konfigdatei_lesen(Dateikanal& kanal, const Text& ordner) {
+struct Gelesen {
+    Konfiguration werte;
+    Zeitstempel zeit;
+    Dateiwerk::Vorgefunden datei;
+};
+Gelesen Konfigdatei_lesen(Dateikanal& kanal, const Text& ordner) {
     Stammdatei datei(kanal, ordner, Text(DATEINAME));
     Konfiguration k;
     Kopfteil_lesen(datei, k);
     Farben_lesen(datei, k);
     Schaltflächen_lesen(datei, k);
     Administratoren_lesen(datei, k);
-    return {std::move(k), datei.Zeit()};
+    return {std::move(k), datei.Zeit(), datei.Vorgefunden()};
 }
 
 // ------------------------------------------------------------------ writing
@@ -217,10 +222,10 @@ Text Konfiguration::Administratorenliste(bool auch_Privilegierte) const {
 
 void Konfigdaten::Konfigdaten_lesen() {
     als_Prozedur(u"modKalvora - Konfigdaten_lesen", [&] {
-        auto [neu, zeit] =
-            zweite_Lesung(kanal_.app(), [&] { return Konfigdatei_lesen(kanal_, platz_.Datenpfad); });
-        werte_ = std::move(neu);
-        zeit_ = zeit;
+        auto neu = zweite_Lesung(kanal_.app(), [&] { return Konfigdatei_lesen(kanal_, platz_.Datenpfad); });
+        werte_ = std::move(neu.werte);
+        zeit_ = neu.zeit;
+        gelesen_ = std::move(neu.datei);
         ableiten();
     });
 }
@@ -230,13 +235,16 @@ void Konfigdaten::ableiten() {
     if (dienstlauf_) werte_.Benutzerrolle = 2;
 }
 
-void Konfigdaten::Konfigdaten_schreiben(Dateimodus modus) {
-    als_Prozedur(u"modKalvora - Konfigdaten_schreiben", [&] {
+bool Konfigdaten::Konfigdaten_schreiben(Dateimodus modus) {
+    return als_Prozedur(u"modKalvora - Konfigdaten_schreiben", [&] {
         kanal_.Datei_öffnen(platz_.Datenpfad + Text(DATEINAME), modus);
+        if (gelesen_) kanal_.Nur_ersetzen(*gelesen_);
         ausgeben(kanal_, werte_);
-        if (kanal_.Datei_schließen() != 0) return;
+        if (kanal_.Datei_schließen() != 0) return false;
         werte_.Konfigversion = PROGRAMMVERSION;
         zeit_ = kanal_.Stand().time;
+        gelesen_ = {kanal_.Stand().size, kanal_.Kopfbytes()};
+        return true;
     });
 }
 

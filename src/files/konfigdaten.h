@@ -65,7 +65,8 @@ public:
 
     // Dateischaden when missing or damaged; then the values held before stay.
     void Konfigdaten_lesen();
-    void Konfigdaten_schreiben(Dateimodus modus = Dateimodus::Output);
+    // False: somebody else has written the file since it was read, or, in mode Neu, made it.
+    bool Konfigdaten_schreiben(Dateimodus modus = Dateimodus::Output);
     void Setting_setzen(int n, int wert) { werte_.settings.SetSetting(n, wert); }
     void Dienstlauf(bool an) { dienstlauf_ = an; } // "/a:dienstlauf": role 2 after every read
     // The file's stamp differs from the one read. With `beobachten` the limits of watching hold: Setting(39),
@@ -79,6 +80,7 @@ private:
     Arbeitsplatz& platz_;
     Konfiguration werte_;
     Zeitstempel zeit_ = 0;
+    std::optional<Dateiwerk::Vorgefunden> gelesen_; // the file that `werte_` rests on
     bool dienstlauf_ = false;
 };
 

@@ -83,12 +83,30 @@ bool Datei_passend_vorhanden(FileSystem& fs, const Text& ordner, TextView maske)
 }
 
 Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name) {
-    if (fs.info(ordner + name)) return ordner + name;
+    if (fs.info(ordner + name).nummer() != FEHLER_NICHT_GEFUNDEN) return ordner + name;
     const auto namen = fs.list(ordner);
     if (namen)
         for (const Text& da : *namen)
             if (gleich_ohne_Fall(da, name)) return ordner + da;
     return ordner + name;
+}
+
+bool beide_gelistet(FileSystem& fs, const Text& ordner, const Text& name, const Text& anderer) {
+    const auto namen = fs.list(ordner);
+    const auto steht_da = [&](const Text& n) {
+        return std::find(namen->begin(), namen->end(), n) != namen->end();
+    };
+    return namen && name != anderer && steht_da(name) && steht_da(anderer);
+}
+
+void Schreibweise_entfernen(FileSystem& fs, const Text& alte, const Text& gültige) {
+    if (alte == gültige) return;
+    if (beide_gelistet(fs, ParentDir(alte), Dateiname_aus_Pfad(alte), Dateiname_aus_Pfad(gültige)))
+        fs.remove(alte);
+}
+
+Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
+    return {nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad};
 }
 
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {

@@ -24,6 +24,11 @@ std::vector<Text> Dateien(FileSystem& fs, const Text& ordner, TextView maske, bo
 bool Datei_passend_vorhanden(FileSystem& fs, const Text& ordner, TextView maske);
 // Path of a known file: as spelled when it stands there, else the same name in another case, else as spelled.
 Text Datei_finden(FileSystem& fs, const Text& ordner, const Text& name);
+// Two files, not two spellings of one: whether a folder tells them apart only its listing says.
+bool beide_gelistet(FileSystem& fs, const Text& ordner, const Text& name, const Text& anderer);
+// The canonical spelling has been written: the same name in another case would be a second file.
+void Schreibweise_entfernen(FileSystem& fs, const Text& alte, const Text& gültige);
+Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad); // of a file's fault, for the message
 
 // One level below a folder that stands: a mistyped path or a share that is not there must not become a new
 // tree. Programmabbruch on failure.

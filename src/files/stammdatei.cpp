@@ -35,6 +35,7 @@ void Stammdatei::einlesen() {
     kanal_.Datei_öffnen(pfad_, Dateimodus::Input);
     offen_ = kanal_.letzte_Zeile_offen();
     zeit_ = kanal_.Stand().time;
+    vorgefunden_ = {kanal_.Stand().size, kanal_.Kopfbytes()};
     bool lesbar = true;
     try {
         while (!kanal_.Dateiende())

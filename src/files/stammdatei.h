@@ -24,7 +24,7 @@ public:
     bool Ende() const { return gelesen_ >= zeilen_.size() && !offen_; }
     TextView nächste() const; // without taking it; empty at the end
     Zeitstempel Zeit() const { return zeit_; }
-    const Text& Pfad() const { return pfad_; }
+    const Dateiwerk::Vorgefunden& Vorgefunden() const { return vorgefunden_; } // for Nur_ersetzen
     [[noreturn]] void fehlerhaft() const; // the line taken last is none of this file's
     [[noreturn]] void unvollständig() const;
 
@@ -38,6 +38,7 @@ private:
     bool offen_ = false; // a last line without its end: it is left out, and reaching it is damage
     std::size_t gelesen_ = 0;
     Zeitstempel zeit_ = 0;
+    Dateiwerk::Vorgefunden vorgefunden_;
 };
 
 // Has the file another stamp than the one known? Watching looks only at a file that changed in the last three

@@ -2,7 +2,9 @@
 // somebody's copy, is no month of the plan.
 #pragma once
 
-#include "base/text.h"
+#include <optional>
+
+#include "platform/filesystem.h"
 
 namespace kalvora {
 
@@ -12,5 +14,8 @@ inline bool ist_Versionsname(TextView name) {
     return name.size() == 20 && nur_Ziffern(name.substr(0, 4)) && name[4] == u' ' &&
            nur_Ziffern(name.substr(5, 6)) && gleich_ohne_Fall(name.substr(STAMMLÄNGE), u" Data.dat");
 }
+
+// Year, in full, of the earliest month in the folder; nothing when there is no month.
+std::optional<int> Erstes_Jahr(FileSystem& fs, const Text& Datenpfad);
 
 } // namespace kalvora

@@ -18,9 +18,8 @@ auto zweite_Lesung(Application& app, Lesen&& lesen, Gut&& gut) {
         if (gut(gelesen)) return gelesen;
     } catch (const Dateischaden& schaden) {
         if (schaden.zweimal_gesehen) throw;
-    } catch (const Zugriffsabbruch&) { // NOLINT(bugprone-empty-catch): the second reading decides
     } catch (const Laufzeitfehler& fehler) {
-        if (!ist_Dateifehler(fehler.nummer)) throw;
+        if (!ist_Dateifehler(fehler.nummer)) throw; // of any other the second reading decides
     }
     app.Pause(KURZ_WARTEN);
     return lesen();

@@ -55,6 +55,8 @@ void Meldung::einordnen(const std::exception_ptr& fehler) {
         Programmabbruch_melden(abbruch);
     } catch (const Dateischaden& schaden) {
         Startfehler(schaden);
+    } catch (const Zugriffsabbruch& abbruch) {
+        Programmabbruch_melden({u"modKalvora - Datei_öffnen", abbruch.text(), abbruch.logtext});
     } catch (const Laufzeitfehler& laufzeit) {
         Fehlerbehandlung(laufzeit);
     } catch (const std::bad_alloc&) {

@@ -34,9 +34,6 @@ void Programm::aufbauen() {
         Fortschritt_zeigen(u"Sicherung wird erstellt", fertig, alle);
     };
     reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
-    daten_->gesperrt_durch_Wiederherstellung = [this] {
-        return Ersatz_steht_aus(plattform_.fs, platz_.Backuppfad);
-    };
     daten_->Backup_erstellen = [this](TextView art) { return Backup_erstellen(art); };
     kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
@@ -175,14 +172,12 @@ void Programm::Schritt(void (Programm::*schritt)()) {
             if (still || !platz_.Startphase) throw;
             netz = std::current_exception();
             if (fehler.nummer != FEHLER_NETZ) {
+                const bool Abbruch = dynamic_cast<const Zugriffsabbruch*>(&fehler) != nullptr;
                 const bool im_Verdacht =
                     kanal_ && !kanal_->Letzte_Datei().empty() && !ist_Dateifehler(fehler.nummer);
-                if (!erzwungen || im_Verdacht) throw;
+                if (!erzwungen || Abbruch || im_Verdacht) throw;
                 return Meldung(app_, platz_, daten_.get(), nullptr).berichten_und_weiter(fehler);
             }
-        } catch (const Zugriffsabbruch& abbruch) {
-            if (abbruch.nummer != FEHLER_NETZ || still || !platz_.Startphase) throw;
-            netz = std::current_exception();
         }
         Warte_und_wiederhole(erkannt, netz);
     }

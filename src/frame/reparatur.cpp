@@ -76,15 +76,13 @@ bool Reparatur::inzwischen_heil(const Dateischaden& schaden) const {
     if (!jetzt || jetzt->größe == 0) return false;
     const Text name = Dateiname_aus_Pfad(schaden.datei);
     const auto befund = Dateiprobe(d_.kanal, platz_).prüfen(name, jetzt->sicht());
-    return befund.urteil != Dateiprobe::Urteil::beschädigt &&
+    return befund.urteil < Dateiprobe::Urteil::ungeprüft &&
            (!gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat") || Jahre_passen(jetzt->sicht()));
 }
 
 bool Reparatur::Jahre_passen(std::string_view Mitarbeiterdatei) const {
-    const auto Startjahr = Dateiprobe(d_.kanal, platz_).Startjahr(Mitarbeiterdatei);
-    const auto monate = Dateien(fs(), platz_.Datenpfad, u"*Data.dat", true); // sorted
-    const auto erster = std::find_if(monate.begin(), monate.end(), ist_Versionsname);
-    return erster == monate.end() || (Startjahr && ziffern(*Startjahr % 100, 2) == links(*erster, 2));
+    const auto erstes = Erstes_Jahr(fs(), platz_.Datenpfad);
+    return !erstes || Dateiprobe(d_.kanal, platz_).Startjahr(Mitarbeiterdatei) == erstes;
 }
 
 // Months of the three years without any version, as yymm. Those of next year nobody would ask for.

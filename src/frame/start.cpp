@@ -238,9 +238,16 @@ void Programm::Setting_setzen() {
     const long n = Val(n_text), v = Val(v_text);
     const auto länge = static_cast<long>(daten_->K().settings.werte().size());
     if (!lesbar || n < 1 || n > länge || v > 9) throw Ende{0};
-    daten_->konfig.Setting_setzen(static_cast<int>(n), static_cast<int>(v));
-    daten_->konfig.Konfigdaten_schreiben();
-    throw Ende{0};
+    constexpr int VERSUCHE = 4; // somebody may be saving settings just now
+    for (int versuch = 1; versuch <= VERSUCHE; ++versuch) {
+        if (versuch > 1) daten_->konfig.Konfigdaten_lesen();
+        daten_->konfig.Setting_setzen(static_cast<int>(n), static_cast<int>(v));
+        if (daten_->konfig.Konfigdaten_schreiben()) throw Ende{0};
+    }
+    throw Programmabbruch(u"modKalvora - Main",
+                          u"Die Programmeinstellungen werden gerade auf einem anderen Arbeitsplatz geändert. "
+                          u"Bitte versuchen Sie es noch einmal.",
+                          u"NoLog");
 }
 
 // Records the newer program's version. A user who may not write leaves that to others.
@@ -257,13 +264,11 @@ void Programm::Versionsnr_checken() {
     if (datei > programm)
         app_.Hinweis(u"Es ist eine neue Programmversion verfügbar. Bitte installieren Sie die neueste "
                      u"Programmversion.");
-    // Somebody may have written it since: then he has recorded his version.
-    if (datei >= programm || platz_.Datenrückblick_aktiv || daten_->konfig.Datei_geändert(false)) return;
+    if (datei >= programm || platz_.Datenrückblick_aktiv) return;
     try {
-        daten_->konfig.Konfigdaten_schreiben();
+        daten_->konfig.Konfigdaten_schreiben(); // whoever has written it since has recorded his version
     } catch (const Laufzeitfehler& fehler) {
         if (!ist_Dateifehler(fehler.nummer)) throw;
-    } catch (const Zugriffsabbruch&) { // NOLINT(bugprone-empty-catch): see above
     }
 }
 

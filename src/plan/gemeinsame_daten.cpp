@@ -10,7 +10,7 @@ Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikana
     erfassung.sichern = [this](TextView art) { return Backup_erstellen && Backup_erstellen(art); };
     erfassung.vor_dem_Schreiben = [this] {
         sperre.Programmsperre_prüfen();
-        if (gesperrt_durch_Wiederherstellung && gesperrt_durch_Wiederherstellung())
+        if (Ersatz_steht_aus(kanal.fs(), platz.Backuppfad))
             throw Programmabbruch(
                 u"modKalvora - Datensatz_speichern",
                 u"Der Datenordner wird auf einen früheren Stand zurückgesetzt. Ihr Eintrag wurde "

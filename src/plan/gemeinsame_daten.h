@@ -7,7 +7,7 @@
 #include "files/erfassungsdateien.h"
 #include "files/feiertagsdatei.h"
 #include "files/inidatei.h"
-#include "files/programmsperre.h"
+#include "plan/programmsperre.h"
 
 namespace kalvora {
 
@@ -29,8 +29,6 @@ public:
 
     // "F" (at most one a day) before a repair, "T" on demand and before a month is compacted. False: failed.
     std::function<bool(TextView art)> Backup_erstellen;
-    // The folder is being put back to an earlier state, or that was interrupted: what is saved now would go.
-    std::function<bool()> gesperrt_durch_Wiederherstellung;
 
     // Rows "<name>|<heading>:<heading>:" of this user's display groups; "NoGroups" alone: none.
     Feld<Text> Anzeigegruppen{u"NoGroups"};

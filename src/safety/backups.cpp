@@ -34,11 +34,6 @@ void ohne_Meldung(F&& f) {
 
 } // namespace
 
-bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad) {
-    const auto info = fs.info(Backuppfad + Text(REDOKOPIE));
-    return info && !info->folder;
-}
-
 bool Backupname_zulässig(TextView name) {
     constexpr std::size_t LÄNGE = 19;
     return name.size() == LÄNGE && nur_Ziffern(name.substr(0, 6)) && name[6] == u' ' &&
@@ -146,9 +141,9 @@ bool Backups::Backup_erstellen(TextView art, const Text& beschädigt, bool im_Er
     const auto halber_Stand = [&] { return !im_Ersatz && Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad); };
     return als_Prozedur(u"modKalvora - Backup_erstellen", [&] {
         if (platz_.Datenrückblick_aktiv || !Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) return false;
-        if (halber_Stand()) return false;
         const Application::Sanduhrwache sanduhr(kanal_.app(), !platz_.Startphase);
         try {
+            if (halber_Stand()) return false;
             const auto container = Container(beschädigt);
             return container && !halber_Stand() && schreiben(art, *container);
         } catch (const Laufzeitfehler& fehler) { // a folder that cannot be listed

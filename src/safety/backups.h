@@ -6,14 +6,11 @@
 #include <functional>
 
 #include "files/logbuch.h"
+#include "plan/programmsperre.h"
 #include "safety/container.h"
 
 namespace kalvora {
 
-// The redo copy of a data folder that is being replaced; see Ordnerersatz.
-inline constexpr TextView REDOKOPIE = u"000000 000000 I.dat";
-// Half an old state and half a new one may stand in the data folder: nothing of it is to be kept or changed.
-bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad);
 // Is it the name of a backup, "yymmdd hhnnss <kind>.dat"? The date may be none (kind J, redo copy).
 bool Backupname_zulässig(TextView name);
 

@@ -153,10 +153,12 @@ Dateiprobe::Befund Dateiprobe::prüfen(const Text& name, std::string_view bytes)
         return {Urteil::fehlerhafte_Zeilen, u"Die Datei '" + name + u"' enthält fehlerhafte Zeilen."};
     } catch (const Dateischaden& schaden) {
         return {Urteil::beschädigt, schaden.text()};
+    } catch (const Zugriffsabbruch& abbruch) {
+        return {Urteil::ungeprüft, abbruch.text()};
     } catch (const Laufzeitfehler& fehler) {
         return {Urteil::beschädigt, fehler.text()};
-    } catch (const Programmabbruch&) { // a file of the installation is at fault, or just now out of reach
-        return {};
+    } catch (const Programmabbruch& abbruch) {
+        return {Urteil::ungeprüft, abbruch.text()};
     }
 }
 

@@ -216,11 +216,7 @@ bool Ordnerersatz::weg_damit(const Text& ordner, const Text& name, const Gelesen
     FileSystem& fs = kanal_.fs();
     Fehlercode f = 0;
     if (const Containermitglied* m = container.finden(name)) {
-        const auto namen = fs.list(ordner);
-        const auto steht_da = [&](const Text& n) {
-            return namen && std::find(namen->begin(), namen->end(), n) != namen->end();
-        };
-        if (steht_da(name) && steht_da(m->name))
+        if (beide_gelistet(fs, ordner, name, m->name))
             f = fs.rename(ordner + name, ordner + u"." + name + u".ersetzt");
     } else {
         f = fs.remove(ordner + name);

@@ -11,10 +11,6 @@
 
 namespace kalvora {
 
-Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
-    return {nummer, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100), pfad};
-}
-
 Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
                          bool aus_Namen) {
     const Text im_Namen = Text(links(name, 6)) + Text(mitte(name, 8, 6));
@@ -37,14 +33,16 @@ const Containermitglied* Wiederherstellung::Gelesen::finden(TextView name) const
     return treffer == mitglieder.end() ? nullptr : &*treffer;
 }
 
-std::vector<Text> Wiederherstellung::Sicherungen() const {
+// `vollständig`: none had to be left out because of a fault.
+std::vector<Text> Wiederherstellung::Sicherungen(bool& vollständig) const {
+    vollständig = true;
     std::vector<std::pair<Zeitstempel, Text>> gefunden;
     for (const Text& name : Dateien(kanal_.fs(), platz_.Backuppfad, u"*.dat", true)) {
-        auto info = kanal_.fs().info(platz_.Backuppfad + name);
-        if (!info) info = kanal_.fs().info(platz_.Backuppfad + name); // no fault of a moment hides it
-        const char16_t art = Backupname_zulässig(name) ? klein(name[14]) : u'\0';
-        if (info && !info->folder && art != 0 && art != u'f' && art != u'i')
-            gefunden.emplace_back(info->time, name);
+        const char16_t art = Backupname_zulässig(name) ? klein(name[14]) : u'f';
+        if (art == u'f' || art == u'i') continue;
+        const auto info = kanal_.fs().info(platz_.Backuppfad + name);
+        if (info && !info->folder) gefunden.emplace_back(info->time, name);
+        vollständig = vollständig && (info || info.nummer() == FEHLER_NICHT_GEFUNDEN);
     }
     std::sort(gefunden.rbegin(), gefunden.rend());
     std::vector<Text> namen;
@@ -52,6 +50,13 @@ std::vector<Text> Wiederherstellung::Sicherungen() const {
     for (auto& [zeit, name] : gefunden)
         namen.push_back(std::move(name));
     return namen;
+}
+
+// Which one is the newest is not to be settled by a fault of a moment.
+std::vector<Text> Wiederherstellung::Sicherungen() const {
+    bool vollständig = true;
+    return zweite_Lesung(
+        kanal_.app(), [&] { return Sicherungen(vollständig); }, [&](const auto&) { return vollständig; });
 }
 
 std::optional<Wiederherstellung::Gelesen> Wiederherstellung::lesen(const Text& pfad) const {
@@ -77,13 +82,12 @@ bool Wiederherstellung::ist_Verknüpfung(const Text& ordner, const Text& name) c
     return ziel.nummer() == FEHLER_NETZ && (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_NETZ);
 }
 
-// The canonical spelling is written; the same name in another case would be a second file.
 void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes) {
     const Text ziel = ordner + name, andere = Datei_finden(kanal_.fs(), ordner, name);
     if (ist_Verknüpfung(ordner, name)) kanal_.fs().remove(ziel);
     const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes);
     if (!ergebnis) throw Zugriffsfehler(ergebnis.nummer(), ziel);
-    if (andere != ziel) kanal_.fs().remove(andere);
+    Schreibweise_entfernen(kanal_.fs(), andere, ziel);
     kanal_.Daten_geändert = true;
 }
 
@@ -123,20 +127,9 @@ void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Ge
     }
 }
 
-// First year of the months in the data folder.
-std::optional<int> Wiederherstellung::frühestes_Jahr() const {
-    std::optional<int> jahr;
-    for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, u"*Data.dat", true)) {
-        if (!ist_Versionsname(name)) continue;
-        const int dieses = volles_Jahr(static_cast<int>(Val(links(name, 2))));
-        jahr = std::min(jahr.value_or(dieses), dieses);
-    }
-    return jahr;
-}
-
 bool Wiederherstellung::passt(const Text& name, std::string_view bytes) const {
     if (!gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat")) return true;
-    const auto jahr = frühestes_Jahr();
+    const auto jahr = Erstes_Jahr(kanal_.fs(), platz_.Datenpfad);
     return !jahr || probe_.Startjahr(bytes) == jahr;
 }
 

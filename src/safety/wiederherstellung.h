@@ -44,6 +44,7 @@ public:
     bool ist_Verknüpfung(const Text& ordner, const Text& name) const;
 
 private:
+    std::vector<Text> Sicherungen(bool& vollständig) const;
     struct Version {
         Text stamm; // empty: none found
         std::string bytes;
@@ -55,14 +56,12 @@ private:
     Version aus_Sicherungen(const Text& yymm) const;
     void aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const;
     bool passt(const Text& name, std::string_view bytes) const;
-    std::optional<int> frühestes_Jahr() const;
     void schreiben(const Text& ordner, const Text& name, std::string_view bytes);
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Dateiprobe probe_;
 };
 
-Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad);
 // "yymmddhhnnss" of a backup: by its file time, or by its name; empty without the file.
 Text Sicherungsschlüssel(const Dateikanal& kanal, const Arbeitsplatz& platz, const Text& name,
                          bool aus_Namen);

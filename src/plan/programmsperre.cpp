@@ -1,4 +1,4 @@
-#include "files/programmsperre.h"
+#include "plan/programmsperre.h"
 
 #include <algorithm>
 
@@ -50,6 +50,14 @@ bool fehlt(int nummer) {
 }
 
 } // namespace
+
+bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad) {
+    if (Backuppfad.empty()) return false;
+    const Text pfad = Backuppfad + Text(REDOKOPIE);
+    const auto info = fs.info(pfad);
+    if (!info && !fehlt(info.nummer())) throw Zugriffsfehler(info.nummer(), pfad);
+    return info && !info->folder;
+}
 
 Text Programmsperre::Pfad() const {
     return Datei_finden(kanal_.fs(), platz_.Datenpfad, u"Lockfile.txt");

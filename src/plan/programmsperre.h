@@ -1,6 +1,7 @@
 // Lockfile.txt in the data folder: a plain file by which an administrator, or a repair, keeps the others out.
 // Line 1 "<Sperrtext>|<Benutzername>[|<Name>]"; a repair adds the file repaired (or "NoFile " and the months)
-// and "<date>|<hh:nn>".
+// and "<date>|<hh:nn>". And the other thing that keeps everybody from writing: a folder that is being put
+// back to an earlier state.
 #pragma once
 
 #include <optional>
@@ -14,6 +15,11 @@ struct Sperre {
     Text Sperre_Datei, Sperre_Zeit; // of a repair; empty for an ordinary lock
     bool nach_Reparatur() const { return !Sperre_Datei.empty(); }
 };
+
+// Copy of the state that the whole data folder is being put back to, in Backups/. While it stands, because
+// that is under way or was interrupted, whatever is saved would go. A fault is thrown.
+inline constexpr TextView REDOKOPIE = u"000000 000000 I.dat";
+bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad);
 
 class Programmsperre {
 public:
