@@ -94,9 +94,11 @@ void Setup::KalvoraSetupDat_lesen() {
         zeile_9_ += (n > 0 ? u":" : u"") + (datei.Ende() ? Text() : datei.Zeile());
 }
 
-// Without any month the years begin with the last one.
+// In the steady state, and without any month, the present year is the middle one of three.
 int Setup::Startjahr_der_Monate() const {
-    return Erstes_Jahr(kanal_.fs(), platz_.Datenpfad).value_or(Jahr(platz_.Heute) - 1);
+    const auto jahre = passende_Startjahre(kanal_.fs(), platz_.Datenpfad);
+    const int üblich = Jahr(platz_.Heute) - 1;
+    return jahre.empty() || std::binary_search(jahre.begin(), jahre.end(), üblich) ? üblich : jahre.back();
 }
 
 // The staff file says so; a folder without it goes by its months.

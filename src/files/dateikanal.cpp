@@ -108,8 +108,7 @@ void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus, int num
             u"Ordner " +
             Pfad_kürzen(ParentDir(pfad), 100) + (lesen ? u"" : u", ist die Datei schreibgeschützt") +
             u" oder die Datei ist nicht vorhanden",
-        pfad,
-        u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
+        pfad, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
 }
 
 void Dateikanal::ganz_geschrieben(const FileInfo& stand) {

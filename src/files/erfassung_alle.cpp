@@ -1,4 +1,5 @@
 // What goes over all months: the three years in memory, the test at start, the freezing of past months.
+#include <algorithm>
 #include <utility>
 
 #include "base/cp1252.h"
@@ -35,7 +36,7 @@ bool Erfassungsdateien::Version_in_Monatsdaten(const Version& version, int monat
     const int länge = Tage_im_Monat(yymm);
     bool fehlerfrei = true;
     öffnen(version, Fehlerweg::Melden);
-    Kopf_einlesen(kanal_, pfad(version.name), yymm);
+    Kopf_einlesen(kanal_, ordner_.pfad(version.name), yymm);
     while (const auto zeile = kanal_.nächste_Klarzeile()) {
         if (const int i = wer.nächste_Zeile(Schlüssel_nach_Länge(zeile->bytes))) {
             filter.übertragen(zeile->bytes.substr(zeile->bytes.size() - TAGE), daten_.zelle(monat, i), länge);
@@ -60,7 +61,7 @@ void Erfassungsdateien::Monat_in_Monatsdaten(const Version& version, const Text&
         if (std::exchange(erneut, true)) {
             kanal_.verwerfen();
             daten_.Monat_leeren(monat);
-            jetzt = in_Kraft(yymm);
+            jetzt = ordner_.in_Kraft(yymm);
         }
         return !jetzt.stamm.empty() && Version_in_Monatsdaten(jetzt, monat, wer);
     };
@@ -83,7 +84,7 @@ void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
         eingelesen_ab_ = platz_.Startjahr;
         daten_.setzen(personal_.MA().anzahl());
         Schlüsselverzeichnis wer(eingelesen_für_);
-        const auto alle = verzeichnis();
+        const auto alle = ordner_.verzeichnis();
         for (int monat = 1; monat <= MONATE; ++monat) {
             const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
             const auto treffer = alle.find(yymm);
@@ -104,48 +105,80 @@ bool Erfassungsdateien::Erfassungsdaten_vorhanden(int code) const {
     return zeichen != ' ' && daten_.Code_vorhanden(zeichen);
 }
 
-// Older versions go only when the newest one can be read and shows no fault.
-bool Erfassungsdateien::gesund(const Version& version, const Text& yymm) {
+// Nothing: it cannot be read.
+std::optional<Monatsinhalt> Erfassungsdateien::Version_lesen(const Version& version, const Text& yymm) {
     try {
-        const auto inhalt = einmal_lesen(version, yymm, Fehlerweg::IgnoreErrors);
-        return inhalt && inhalt->ganz();
+        return einmal_lesen(version, yymm, Fehlerweg::IgnoreErrors);
     } catch (const Dateischaden&) {
-        return false;
+        return std::nullopt;
     }
 }
 
+// A newer version may have been begun while only half of the older one was to be seen.
+bool Erfassungsdateien::enthält_alles(const Monatsinhalt& neu, const Monatsinhalt& alt) const {
+    const auto& zeilen = alt.Erfassungsdaten;
+    const auto& personen = personal_.MA();
+    return std::all_of(zeilen.begin(), zeilen.end(), [&](const Erfassungssatz& satz) {
+        const Erfassungssatz& letzter = zeilen(alt.letzter_Satz(satz.BenId));
+        return trimmen(letzter.tage).empty() || neu.letzter_Satz(satz.BenId) > 0 ||
+               std::none_of(personen.begin(), personen.end(),
+                            [&](const Mitarbeiter& m) { return gleich_ohne_Fall(m.MA_BenId, satz.BenId); });
+    });
+}
+
+// Older versions go only when the newest one can be read, shows no fault and lacks nobody.
+void Erfassungsdateien::Überholte_löschen(const std::vector<Version>& versionen, const Text& yymm) {
+    const auto neu = Version_lesen(versionen.back(), yymm);
+    if (!neu || !neu->ganz()) return;
+    for (const Version& v : versionen) {
+        if (v.stamm == neu->stamm) continue;
+        const auto alt = Version_lesen(v, yymm);
+        if (!alt || enthält_alles(*neu, *alt)) ordner_.Alte_Erfassungsdateien_löschen({v}, neu->stamm);
+    }
+}
+
+// Months of years to come may be missing. With one wrong digit in the first year the whole plan would be
+// another one.
+Erfassungsdateien::Jahresbestand Erfassungsdateien::Bestand() const {
+    Jahresbestand b;
+    const auto alle = ordner_.verzeichnis();
+    std::vector<Text> namen;
+    for (const auto& [yymm, versionen] : alle)
+        namen.push_back(versionen.back().name);
+    const auto jahre = passende_Startjahre(namen);
+    b.Startjahr_passt = jahre.empty() || std::binary_search(jahre.begin(), jahre.end(), platz_.Startjahr);
+    for (int monat = 1; monat <= MONATE; ++monat) {
+        const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
+        const auto treffer = alle.find(yymm);
+        const int jahr = platz_.Startjahr + (monat - 1) / 12;
+        if (treffer != alle.end())
+            b.vorhanden.insert(*treffer);
+        else if (jahr <= Jahr(platz_.Heute))
+            b.fehlend += (b.fehlend.empty() ? u"" : u", ") + yymm.substr(2) + platz_.datum().trennzeichen +
+                         ziffern(jahr, 4);
+    }
+    return b;
+}
+
 void Erfassungsdateien::Erfassungsdateien_checken() {
-    // A month that is missing for a moment is no reason to ask for a repair.
-    const auto nachsehen = [&] {
-        Text fehlend;
-        const auto alle = verzeichnis();
-        const int dieses_Jahr = Jahr(platz_.Heute);
-        bool keiner = true;
-        for (int monat = 1; monat <= MONATE; ++monat) {
-            const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
-            const auto treffer = alle.find(yymm);
-            const int jahr = platz_.Startjahr + (monat - 1) / 12;
-            if (treffer != alle.end()) gesehen_[yymm] = treffer->second.back().stamm;
-            keiner = keiner && treffer == alle.end();
-            if (treffer == alle.end()) {
-                if (jahr > dieses_Jahr) continue;
-                if (!fehlend.empty()) fehlend += u", ";
-                fehlend += yymm.substr(2) + platz_.datum().trennzeichen + ziffern(jahr, 4);
-            } else if (treffer->second.size() > 1 && gesund(treffer->second.back(), yymm)) {
-                Alte_Erfassungsdateien_löschen(treffer->second.back().stamm);
-            }
-        }
-        if (keiner && !alle.empty()) // one wrong digit, and the whole plan would be another one
-            throw Dateischaden(
+    als_Prozedur(u"modKalvora - Erfassungsdateien_checken", [&] {
+        // A month that is missing for a moment is no reason to ask for a repair.
+        const Jahresbestand bestand = zweite_Lesung(
+            kanal_.app(), [&] { return Bestand(); },
+            [](const Jahresbestand& b) { return b.fehlend.empty() && b.Startjahr_passt; });
+        if (!bestand.Startjahr_passt) {
+            Dateischaden schaden(
                 u"Das Startjahr " + ziffern(platz_.Startjahr) +
                     u" in der Datei 'Mitarbeiterdaten.dat' passt nicht zu den vorhandenen Monaten.",
-                pfad(u"Mitarbeiterdaten.dat"));
-        return fehlend;
-    };
-    als_Prozedur(u"modKalvora - Erfassungsdateien_checken", [&] {
-        const Text fehlend =
-            zweite_Lesung(kanal_.app(), nachsehen, [](const Text& monate) { return monate.empty(); });
-        if (!fehlend.empty()) Monate_fehlen(fehlend);
+                ordner_.pfad(u"Mitarbeiterdaten.dat"));
+            schaden.zweimal_gesehen = true;
+            throw schaden;
+        }
+        if (!bestand.fehlend.empty()) Monate_fehlen(bestand.fehlend);
+        for (const auto& [yymm, versionen] : bestand.vorhanden) {
+            gesehen_[yymm].stamm = versionen.back().stamm;
+            if (versionen.size() > 1) Überholte_löschen(versionen, yymm);
+        }
     });
 }
 
@@ -177,7 +210,7 @@ void Erfassungsdateien::Monate_fehlen(const Text& monate) {
 // The lines of a version as bytes of the code page; a last one without its end is not yet there.
 std::vector<std::string> Erfassungsdateien::alle_Zeilen(const Version& version, bool* offen) {
     std::vector<std::string> zeilen;
-    kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input);
+    kanal_.Datei_öffnen(ordner_.pfad(version.name), Dateimodus::Input);
     while (const auto zeile = kanal_.nächste_Klarzeile())
         zeilen.emplace_back(zeile->bytes);
     if (offen) *offen = kanal_.letzte_Zeile_offen();
@@ -216,7 +249,7 @@ bool Erfassungsdateien::Ausnahmen_übernehmen(const Version& version, TextView a
 // Rewrites a version in place. False: somebody has written to it since it was read, or it cannot be written.
 bool Erfassungsdateien::unverändert_ersetzen(const Version& version, const Dateiwerk::Vorgefunden& gelesen,
                                              const std::vector<std::string>& zeilen, Fehlerweg weg) {
-    if (!kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Output, weg)) return false;
+    if (!kanal_.Datei_öffnen(ordner_.pfad(version.name), Dateimodus::Output, weg)) return false;
     kanal_.Nur_ersetzen(gelesen);
     for (const std::string& zeile : zeilen)
         kanal_.Klarzeile_schreiben(zeile);
@@ -226,7 +259,7 @@ bool Erfassungsdateien::unverändert_ersetzen(const Version& version, const Date
 void Erfassungsdateien::Ausnahmedaten_in_Erfassungdateien_übernehmen(TextView art, TextView alt,
                                                                      const Feld<Text>& Feiertagsliste) {
     als_Prozedur(u"modKalvora - Ausnahmedaten_in_Erfassungdateien_übernehmen", [&] {
-        for (const auto& [yymm, versionen] : verzeichnis()) {
+        for (const auto& [yymm, versionen] : ordner_.verzeichnis()) {
             if (yymm >= platz_.Monat_heute()) continue;
             for (const Version& v : versionen) {
                 const auto übernehmen = [&] { return Ausnahmen_übernehmen(v, art, alt, Feiertagsliste); };

@@ -4,44 +4,25 @@
 #include <utility>
 
 #include "base/cp1252.h"
+#include "files/aufbewahrung.h"
 #include "files/ordner.h"
 #include "files/versionsname.h"
 #include "files/zweite_lesung.h"
 
 namespace kalvora {
 
-Erfassungsdateien::Verzeichnis Erfassungsdateien::verzeichnis(TextView yymm) const {
-    Verzeichnis aus;
-    for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, Text(yymm) + u"*Data.dat"))
-        if (ist_Versionsname(name)) aus[name.substr(0, 4)].push_back({name.substr(0, STAMMLÄNGE), name});
-    for (auto& [monat, versionen] : aus)
-        std::sort(versionen.begin(), versionen.end(),
-                  [](const Version& a, const Version& b) { return a.stamm < b.stamm; });
-    return aus;
-}
-
-// A mount may remember the folder's names for half a minute, while a colleague has begun today's version and
-// taken the older one away: today's is asked for by its name.
-Version Erfassungsdateien::in_Kraft(TextView yymm) const {
-    const auto alle = verzeichnis(yymm);
-    const Version gelistet = alle.empty() ? Version{} : alle.begin()->second.back();
-    const Version heute{heutiger_Stamm(yymm), heutige_Datei(yymm)};
-    const bool neuer = gelistet.stamm < heute.stamm && Datei_vorhanden(kanal_.fs(), pfad(heute.name));
-    return neuer ? heute : gelistet;
-}
-
 Text Erfassungsdateien::Aktuelle_Erfassungsdatei(TextView yymm) const {
-    return in_Kraft(yymm).stamm;
+    return ordner_.in_Kraft(yymm).stamm;
 }
 
 bool Erfassungsdateien::Monat_geändert() const {
     try {
-        const Version jetzt = in_Kraft(monat_.inhalt.yymm);
+        const Version jetzt = ordner_.in_Kraft(monat_.inhalt.yymm);
         // No version or an earlier one: for a moment, as far as anybody knows, or the folder was put back to
         // an earlier state, which writes the configuration too.
-        if (jetzt.stamm.empty() || jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_geändert(false);
+        if (jetzt.stamm.empty() || jetzt.stamm < monat_.inhalt.stamm) return konfig_.Datei_ersetzt();
         if (jetzt.stamm != monat_.inhalt.stamm) return true;
-        const auto stand = kanal_.werk().stand(pfad(jetzt.name));
+        const auto stand = kanal_.werk().stand(ordner_.pfad(jetzt.name));
         return stand && stand->time != monat_.zeit;
     } catch (const Laufzeitfehler& fehler) {
         if (!ist_Dateifehler(fehler.nummer)) throw;
@@ -58,9 +39,9 @@ Text Erfassungsdateien::Monat_in_Worten(TextView yymm) const {
 // An empty version is worth another look when a newer one has come meanwhile.
 bool Erfassungsdateien::öffnen(const Version& version, Fehlerweg weg) {
     try {
-        return kanal_.Datei_öffnen(pfad(version.name), Dateimodus::Input, weg);
+        return kanal_.Datei_öffnen(ordner_.pfad(version.name), Dateimodus::Input, weg);
     } catch (Dateischaden& leer) {
-        leer.zweimal_gesehen = in_Kraft(links(version.stamm, 4)).stamm == version.stamm;
+        leer.zweimal_gesehen = ordner_.in_Kraft(links(version.stamm, 4)).stamm == version.stamm;
         throw;
     }
 }
@@ -74,7 +55,7 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
     if (version.stamm.empty()) return inhalt;
     if (!öffnen(version, weg)) return std::nullopt;
     try {
-        Monat_einlesen(kanal_, pfad(version.name), Codefilter(konfig_.werte().U()), inhalt);
+        Monat_einlesen(kanal_, ordner_.pfad(version.name), Codefilter(konfig_.werte().U()), inhalt);
     } catch (...) {
         kanal_.verwerfen();
         throw;
@@ -85,21 +66,44 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
 
 bool Erfassungsdateien::verschwunden(const Monatsinhalt& inhalt) const {
     const auto gesehen = gesehen_.find(inhalt.yymm);
-    return gesehen != gesehen_.end() && inhalt.stamm < gesehen->second;
+    return gesehen != gesehen_.end() && inhalt.stamm < gesehen->second.stamm;
+}
+
+// Versions only grow, and a rewrite has another head.
+bool Erfassungsdateien::geschrumpft(const Monatsinhalt& inhalt) const {
+    const auto gesehen = gesehen_.find(inhalt.yymm);
+    if (gesehen == gesehen_.end() || gesehen->second.stamm != inhalt.stamm) return false;
+    return inhalt.größe < gesehen->second.größe && gesehen->second.kopf.starts_with(inhalt.kopf);
 }
 
 // The version in force may have changed between the two looks, and the one listed may have been deleted
-// behind it. A month that had a version and has none any more is not empty but lost.
+// behind it. A month that had a version and has none any more is not empty but lost. A last line that is open
+// at both looks is no append under way.
 Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
+    std::optional<std::uint64_t> offen_bei; // size at the first look
     Monatsinhalt inhalt = zweite_Lesung(
-        kanal_.app(), [&] { return *einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::Melden); },
-        [&](const Monatsinhalt& gelesen) { return gelesen.ganz() && !verschwunden(gelesen); });
+        kanal_.app(), [&] { return *einmal_lesen(ordner_.in_Kraft(yymm), yymm, Fehlerweg::Melden); },
+        [&](const Monatsinhalt& gelesen) {
+            if (gelesen.letzte_Zeile_offen) offen_bei = gelesen.größe;
+            return gelesen.ganz() && !verschwunden(gelesen) && !geschrumpft(gelesen);
+        });
     if (inhalt.stamm.empty() && verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
-    if (!inhalt.stamm.empty()) gesehen_[yymm] = inhalt.stamm;
+    inhalt.abgerissen = (inhalt.letzte_Zeile_offen && offen_bei == inhalt.größe) || geschrumpft(inhalt);
+    if (!inhalt.stamm.empty()) gesehen_[yymm] = {inhalt.stamm, inhalt.größe, inhalt.kopf};
     return inhalt;
 }
 
+// An entry that broke off with its workstation costs nobody his work: who cannot mend it is told whom to ask.
+void Erfassungsdateien::Abriss_melden(const Monatsinhalt& inhalt) {
+    const Text wann = u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(inhalt.yymm);
+    log_.Logbuch_ergänzen(2, wann);
+    if (konfig_.werte().Benutzerrolle == 0)
+        kanal_.app().Hinweis(wann + u"!\n\nInformieren Sie einen der folgenden Administratoren: " +
+                             konfig_.werte().Administratorenliste());
+}
+
 void Erfassungsdateien::Fehler_protokollieren(const Monatsinhalt& inhalt) {
+    if (!inhalt.fehlerhaft()) return Abriss_melden(inhalt);
     const Text wann = u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(inhalt.yymm);
     const Konfiguration& k = konfig_.werte();
     if (k.Benutzerrolle == 0)
@@ -112,15 +116,19 @@ void Erfassungsdateien::Fehler_protokollieren(const Monatsinhalt& inhalt) {
         log_.Logbuch_ergänzen(2, wann + u" bei " + wer);
 }
 
-// Takes the faulty lines out of the version, all others stay as they stand. False: without a backup nothing
-// is taken out, and a file that changes meanwhile is left for the next look.
+// Takes the faulty lines and a torn end out of the version, all others stay as they stand. False: without a
+// backup and a copy nothing is taken out (the day's backup may be older than the fault), and a file that
+// changes meanwhile is left for the next look.
 bool Erfassungsdateien::reparieren(const Monatsinhalt& inhalt) {
     if (!sichern || !sichern(u"F")) return false;
-    const Version version = in_Kraft(inhalt.yymm);
+    const Version version = ordner_.in_Kraft(inhalt.yymm);
     if (version.stamm != inhalt.stamm) return false;
-    std::vector<std::string> zeilen = Klarzeilen(version);
+    const Text pfad = ordner_.pfad(version.name);
+    const auto vorher = kanal_.werk().lesen(pfad);
+    if (!vorher || !Kopie_aufbewahren(kanal_.werk(), pfad, platz_.Heute_S, vorher->sicht())) return false;
+    std::vector<std::string> zeilen = alle_Zeilen(version);
     const Dateiwerk::Vorgefunden gelesen{kanal_.Stand().size, kanal_.Kopfbytes()};
-    if (zeilen.size() < KOPFZEILEN) return false;
+    if (zeilen.size() < KOPFZEILEN || gelesen.größe != vorher->größe) return false;
     if (inhalt.Ausnahmezeile_ohne_Doppelpunkt) zeilen[KOPFZEILEN - 1] = zu_cp1252(KEINE_AUSNAHMEN);
     const auto ist_fehlerhaft = [](const std::string& zeile) {
         const Zeilenbefund::Art art = Zeile_prüfen(std::string_view(zeile)).art;
@@ -134,13 +142,15 @@ bool Erfassungsdateien::reparieren(const Monatsinhalt& inhalt) {
 void Erfassungsdateien::einlesen(const Text& yymm, Monatsstand& ziel) {
     ziel.lesbar = false; // until it was read, the month takes no entries
     Monatsinhalt neu = zweimal_lesen(yymm);
-    if (neu.fehlerhaft() && (neu.stamm != gemeldet_ || neu.zeit != gemeldet_Stand_)) {
-        Fehler_protokollieren(neu);
+    const bool fehlerhaft = neu.fehlerhaft() || neu.abgerissen;
+    if (fehlerhaft && (neu.stamm != gemeldet_ || neu.zeit != gemeldet_Stand_)) {
         gemeldet_ = neu.stamm;
         gemeldet_Stand_ = neu.zeit;
-        if (reparieren(neu)) neu = zweimal_lesen(yymm);
-        kanal_.app().Hinweis(u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(yymm) +
-                             u"!\n\nBitte Administrationslogbuch beachten!");
+        Fehler_protokollieren(neu);
+        if (konfig_.werte().Benutzerrolle > 0 && reparieren(neu)) neu = zweimal_lesen(yymm);
+        if (konfig_.werte().Benutzerrolle > 0)
+            kanal_.app().Hinweis(u"Fehlerhafte Daten erkannt in Monat " + Monat_in_Worten(yymm) +
+                                 u"!\n\nBitte Administrationslogbuch beachten!");
     }
     ziel.gesund = neu.ganz() ? neu.stamm : Text();
     ziel.zeit = neu.zeit;
@@ -230,7 +240,7 @@ Text Erfassungsdateien::Hindernis(const Monatsstand& monat, const std::vector<Te
 Text Erfassungsdateien::schreiben(Monatsstand& monat, const std::vector<Text>& zeilen, int versuch) {
     if (Text grund = Hindernis(monat, zeilen); !grund.empty()) return grund;
     constexpr int RUNDEN = 4;
-    const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, heutige_Datei(monat.inhalt.yymm));
+    const Text ziel = Datei_finden(kanal_.fs(), platz_.Datenpfad, ordner_.heutige_Datei(monat.inhalt.yymm));
     bool geschrieben = false;
     for (int runde = 1; runde <= RUNDEN && !geschrieben; ++runde)
         geschrieben = (!zeilen.empty() && anhängen(monat, ziel, zeilen, versuch)) ||
@@ -254,7 +264,7 @@ Text Erfassungsdateien::Bedeutung_der_Codes() const {
 }
 
 void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Text>& zeilen, int versuch) {
-    ausstehend_.merken({vorher.yymm, heutiger_Stamm(vorher.yymm), kanal_.Kopfbytes(),
+    ausstehend_.merken({vorher.yymm, ordner_.heutiger_Stamm(vorher.yymm), kanal_.Kopfbytes(),
                         kanal_.Größe_vor_Anhang(), Bedeutung_der_Codes(), kanal_.werk().uhr().steady(),
                         versuch},
                        zeilen, vorher);
@@ -263,7 +273,7 @@ void Erfassungsdateien::merken(const Monatsinhalt& vorher, const std::vector<Tex
 // Behind an own write the file is known as before, unless it held what nobody here has read: then the stamp
 // held stays another one, and the next check reads the month.
 void Erfassungsdateien::Stand_übernehmen(Monatsstand& monat, bool nur_eigenes) const {
-    monat.inhalt.stamm = heutiger_Stamm(monat.inhalt.yymm);
+    monat.inhalt.stamm = ordner_.heutiger_Stamm(monat.inhalt.yymm);
     if (!nur_eigenes || monat.ungezeigt) {
         monat.zeit = 0;
         return;
@@ -282,7 +292,7 @@ bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const st
     if (kanal_.Datei_schließen() == FEHLER_NICHT_GEFUNDEN) return false;
     merken(monat.inhalt, zeilen, versuch);
     const Monatsinhalt& bekannt = monat.inhalt;
-    Stand_übernehmen(monat, bekannt.stamm == heutiger_Stamm(bekannt.yymm) &&
+    Stand_übernehmen(monat, bekannt.stamm == ordner_.heutiger_Stamm(bekannt.yymm) &&
                                 bekannt.größe == kanal_.Größe_vor_Anhang() &&
                                 kanal_.Kopfbytes().starts_with(bekannt.kopf));
     return true;
@@ -290,6 +300,7 @@ bool Erfassungsdateien::anhängen(Monatsstand& monat, const Text& ziel, const st
 
 bool Erfassungsdateien::Defragmentieren_fällig() const {
     const Monatsinhalt& m = monat_.inhalt;
+    if (m.stamm == verdichtet_) return false; // refused before: not with a backup at each look
     const int zeilen = m.Erfassungsdaten.anzahl(), personen = personal_.MA().anzahl();
     if (2 * zeilen <= 3 * personen || !monat_.lesbar || personal_.leer() || kanal_.Reparatursperre)
         return false;
@@ -300,9 +311,12 @@ bool Erfassungsdateien::Erfassungsdatei_defragmentieren() {
     return als_Prozedur(u"modKalvora - Erfassungsdatei_defragmentieren", [&] {
         if (platz_.Startphase || kanal_.Reparatursperre) return false;
         const Text wann = Monat_in_Worten(monat_.inhalt.yymm);
+        const std::string vorher = monat_.inhalt.kopf;
+        verdichtet_ = monat_.inhalt.stamm;
         if (konfig_.werte().Benutzerrolle > 0 && sichern && !sichern(u"T"))
             log_.Logbuch_ergänzen(2, u"Backup vor Defragmentieren konnte nicht erstellt werden");
-        if (!Datensatz_speichern({})) return false;
+        if (!Datensatz_speichern({}) || monat_.inhalt.kopf == vorher) return false;
+        verdichtet_.clear();
         log_.Logbuch_ergänzen(2, u"Erfassungsdatei für " + wann + u" wurde defragmentiert");
         return true;
     });
@@ -321,7 +335,7 @@ void Erfassungsdateien::Defragmentieren_wenn_fällig() {
 // ones: neither may decide which rows and codes are kept.
 std::vector<std::string> Erfassungsdateien::unverdichtet(const Monatsinhalt& alt) {
     if (alt.stamm.empty()) return {};
-    std::vector<std::string> zeilen = alle_Zeilen(in_Kraft(alt.yymm));
+    std::vector<std::string> zeilen = alle_Zeilen(ordner_.in_Kraft(alt.yymm));
     zeilen.erase(zeilen.begin(), zeilen.begin() + std::min<std::ptrdiff_t>(KOPFZEILEN, std::ssize(zeilen)));
     return zeilen;
 }
@@ -353,12 +367,12 @@ void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std
 // a moment, and the rows go behind his version.
 bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
                                      int versuch) {
-    const Monatsinhalt gezeigt = monat.inhalt;
+    const Gesehen gezeigt{monat.inhalt.stamm, monat.inhalt.größe, monat.inhalt.kopf};
     einlesen(Text(monat.inhalt.yymm), monat);
     const bool derselbe = gezeigt.stamm == monat.inhalt.stamm && gezeigt.größe == monat.inhalt.größe &&
                           gezeigt.kopf == monat.inhalt.kopf;
     monat.ungezeigt = monat.ungezeigt || !derselbe;
-    const bool steht_schon = monat.inhalt.stamm == heutiger_Stamm(monat.inhalt.yymm);
+    const bool steht_schon = monat.inhalt.stamm == ordner_.heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
     const std::vector<std::string> bisher =
         kanal_.Reparatursperre ? unverdichtet(monat.inhalt) : verdichtet(monat.inhalt);
@@ -367,7 +381,7 @@ bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const
     neue_Version_ausgeben(monat.inhalt, bisher, zeilen);
     if (kanal_.Datei_schließen() == FEHLER_EXISTIERT) return zeilen.empty() && !steht_schon;
     // A version with faults stays beside its successor until somebody has looked at it.
-    monat.gesund = monat.inhalt.ganz() ? heutiger_Stamm(monat.inhalt.yymm) : Text();
+    monat.gesund = monat.inhalt.ganz() ? ordner_.heutiger_Stamm(monat.inhalt.yymm) : Text();
     merken(monat.inhalt, zeilen, versuch);
     Stand_übernehmen(monat, true);
     return true;
@@ -385,11 +399,11 @@ void Erfassungsdateien::einpflegen(Monatsinhalt& inhalt, const Text& zeile) {
 
 // Older versions go only behind one that was read sound or written whole by this program.
 void Erfassungsdateien::nach_dem_Schreiben(const Monatsstand& monat) {
-    const Text heutiger = heutiger_Stamm(monat.inhalt.yymm);
-    const auto alle = verzeichnis(monat.inhalt.yymm);
+    const Text heutiger = ordner_.heutiger_Stamm(monat.inhalt.yymm);
+    const auto alle = ordner_.verzeichnis(monat.inhalt.yymm);
     if (alle.empty()) return;
     const std::vector<Version>& versionen = alle.begin()->second;
-    if (monat.gesund == heutiger) Kleinere_löschen(versionen, heutiger);
+    if (monat.gesund == heutiger) ordner_.Alte_Erfassungsdateien_löschen(versionen, heutiger);
     if (rechts(versionen.back().stamm, 6) <= TextView(platz_.Heute_S)) return;
     // No read will ever find these rows, and the user is told so: they are not written again and again.
     ausstehend_.vergessen(monat.inhalt.yymm, heutiger);
@@ -407,16 +421,6 @@ void Erfassungsdateien::Datumskorruption_melden(const Text& stamm) {
         u"allen angeschlossenen Rechnern korrekt eingestellt ist und bitten Sie einen Administrator mit "
         u"Vollzugriff auf den Datenordner diesen Eintrag für Sie vorzunehmen.");
     log_.Logbuch_ergänzen(2, erkannt);
-}
-
-void Erfassungsdateien::Kleinere_löschen(const std::vector<Version>& versionen, TextView stamm) const {
-    for (const Version& v : versionen)
-        if (TextView(v.stamm) < stamm) Datei_löschen(kanal_.fs(), pfad(v.name));
-}
-
-void Erfassungsdateien::Alte_Erfassungsdateien_löschen(TextView stamm) const {
-    const auto alle = verzeichnis(links(stamm, 4));
-    if (!alle.empty()) Kleinere_löschen(alle.begin()->second, stamm);
 }
 
 // --- own rows that wait ------------------------------------------------------------------------------------
@@ -466,7 +470,7 @@ bool Erfassungsdateien::Ausstehende_prüfen(Monatsstand& monat) {
 bool Erfassungsdateien::Ausstehende_nachsehen(const Text& yymm) {
     Monatsstand monat;
     try {
-        auto inhalt = einmal_lesen(in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
+        auto inhalt = einmal_lesen(ordner_.in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
         if (!inhalt) return false;
         monat.inhalt = *std::move(inhalt);
     } catch (const Dateischaden&) {

@@ -10,14 +10,9 @@
 #include "files/logbuch.h"
 #include "files/mitarbeiterdaten.h"
 #include "files/monatsdaten.h"
+#include "files/monatsordner.h"
 
 namespace kalvora {
-
-// Name in force of a month.
-struct Version {
-    Text stamm; // "yymm yymmdd"; empty: the month has no file
-    Text name;  // as it stands in the folder
-};
 
 // A month as held.
 struct Monatsstand {
@@ -32,7 +27,8 @@ class Erfassungsdateien {
 public:
     Erfassungsdateien(Dateikanal& kanal, Arbeitsplatz& platz, Konfigdaten& konfig, Mitarbeiterdaten& personal,
                       Logbuch& log)
-        : kanal_(kanal), platz_(platz), konfig_(konfig), personal_(personal), log_(log) {}
+        : kanal_(kanal), platz_(platz), konfig_(konfig), personal_(personal), log_(log),
+          ordner_(kanal.fs(), platz) {}
 
     // Stem of the version in force, empty when the month has no file. A folder that cannot be listed throws.
     Text Aktuelle_Erfassungsdatei(TextView yymm) const;
@@ -85,32 +81,32 @@ public:
     // all months before the present one. A frozen part is left alone; only changed files are rewritten.
     void Ausnahmedaten_in_Erfassungdateien_übernehmen(TextView art, TextView alt,
                                                       const Feld<Text>& Feiertagsliste);
-    // Deletes the smaller stems of the month, and only behind a version that was written or found sound.
-    void Alte_Erfassungsdateien_löschen(TextView stamm) const;
 
 private:
     static constexpr double NIE = -1e9;
-    using Verzeichnis = std::map<Text, std::vector<Version>>; // by yymm, sorted by stem
-
-    Verzeichnis verzeichnis(TextView yymm = u"????") const;
-    Version in_Kraft(TextView yymm) const;
-    Text pfad(const Text& name) const { return platz_.Datenpfad + name; }
-    Text heutiger_Stamm(TextView yymm) const { return Text(yymm) + u" " + platz_.Heute_S; }
-    Text heutige_Datei(TextView yymm) const { return heutiger_Stamm(yymm) + u" Data.dat"; }
-
     bool öffnen(const Version& version, Fehlerweg weg);
     std::optional<Monatsinhalt> einmal_lesen(const Version& version, const Text& yymm, Fehlerweg weg);
     Monatsinhalt zweimal_lesen(const Text& yymm);
     void einlesen(const Text& yymm, Monatsstand& ziel);
     [[noreturn]] static void Monate_fehlen(const Text& monate);
     bool verschwunden(const Monatsinhalt& inhalt) const;
+    bool geschrumpft(const Monatsinhalt& inhalt) const;
     bool Defragmentieren_fällig() const;
     Text Monat_in_Worten(TextView yymm) const;
+    void Abriss_melden(const Monatsinhalt& inhalt);
     void Fehler_protokollieren(const Monatsinhalt& inhalt);
     bool reparieren(const Monatsinhalt& inhalt);
     bool unverändert_ersetzen(const Version& version, const Dateiwerk::Vorgefunden& gelesen,
                               const std::vector<std::string>& zeilen, Fehlerweg weg);
-    bool gesund(const Version& version, const Text& yymm);
+    struct Jahresbestand {
+        Text fehlend; // "mm.yyyy, mm.yyyy"
+        bool Startjahr_passt = true;
+        Monatsordner::Verzeichnis vorhanden;
+    };
+    Jahresbestand Bestand() const;
+    void Überholte_löschen(const std::vector<Version>& versionen, const Text& yymm);
+    bool enthält_alles(const Monatsinhalt& neu, const Monatsinhalt& alt) const;
+    std::optional<Monatsinhalt> Version_lesen(const Version& version, const Text& yymm);
 
     bool zulässig(const Text& zeile) const;
     void puffern(const Text& zeile);
@@ -129,7 +125,6 @@ private:
     static void einpflegen(Monatsinhalt& inhalt, const Text& zeile);
     void nach_dem_Schreiben(const Monatsstand& monat);
     void Datumskorruption_melden(const Text& stamm);
-    void Kleinere_löschen(const std::vector<Version>& versionen, TextView stamm) const;
     bool Ausstehende_prüfen(Monatsstand& monat);
     bool Ausstehende_nachsehen(const Text& yymm);
     void Unbestätigte_melden(const Text& yymm, const std::vector<Text>& BenIds);
@@ -145,10 +140,18 @@ private:
     Konfigdaten& konfig_;
     Mitarbeiterdaten& personal_;
     Logbuch& log_;
-    Monatsstand monat_;            // the shown one
-    std::map<Text, Text> gesehen_; // stem of each month that had a version: what is gone now is a fault
-    Text gemeldet_;                // stem of the faulty version told last
+    const Monatsordner ordner_;
+    Monatsstand monat_; // the shown one
+    // Of each month the version read last, for what has gone since: that is a fault. Size 0: only listed.
+    struct Gesehen {
+        Text stamm;
+        std::uint64_t größe = 0;
+        std::string kopf;
+    };
+    std::map<Text, Gesehen> gesehen_;
+    Text gemeldet_; // stem of the faulty version told last
     Zeitstempel gemeldet_Stand_ = 0;
+    Text verdichtet_; // stem of the version that was to be compacted last
     bool sammeln_ = false;
     std::vector<Text> puffer_;
     Ausstehende ausstehend_;

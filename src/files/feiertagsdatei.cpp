@@ -162,6 +162,8 @@ void Ferientagedatei::Ferientage_lesen() {
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Datenpfad, u"Ferientage.dat");
     if (Datei_vorhanden(kanal_.fs(), pfad)) {
         const auto lesen = [&]() -> std::optional<Ferien> {
+            const auto info = kanal_.fs().info(pfad);
+            if (info && info->size == 0) return std::nullopt; // not worth a message
             try {
                 auto gelesen = Ferien_lesen(kanal_, pfad);
                 kanal_.Datei_schließen();

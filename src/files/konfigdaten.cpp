@@ -132,6 +132,7 @@ void Administratoren_lesen(Stammdatei& datei, Konfiguration& k) {
     datei.Kopf(u"Administratoren");
     k.Administratoren.leeren();
     k.Privilegierte.leeren();
+    if (datei.Ende()) datei.unvollständig(); // without administrators everybody would be one
     while (!datei.Ende()) {
         Text zeile = datei.Zeile();
         if (zeile == OHNE) continue;
@@ -252,6 +253,11 @@ bool Konfigdaten::Datei_geändert(bool beobachten) {
     if (beobachten && werte_.Setting(39) == 1) return false;
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Datenpfad, Text(DATEINAME));
     return Stand_geändert(kanal_, platz_, pfad, zeit_, beobachten);
+}
+
+bool Konfigdaten::Datei_ersetzt() const {
+    const auto stand = kanal_.werk().stand(Datei_finden(kanal_.fs(), platz_.Datenpfad, Text(DATEINAME)));
+    return stand && stand->time != zeit_;
 }
 
 // ------------------------------------------------------------------ line forms and standard content

@@ -72,6 +72,9 @@ public:
     // The file's stamp differs from the one read. With `beobachten` the limits of watching hold: Setting(39),
     // and only a file that changed in the last three days. Before a write call it without.
     bool Datei_geändert(bool beobachten);
+    // It can be looked at and is another one than the one read: somebody has written it, or the whole folder
+    // was put back to an earlier state.
+    bool Datei_ersetzt() const;
     // Puts the role and the derived values in order; the reader does it itself.
     void ableiten();
 

@@ -67,6 +67,7 @@ struct Monatsinhalt {
     std::string kopf;        // its first bytes as stored
 
     bool letzte_Zeile_offen = false; // somebody is appending, or only half of the file is to be seen
+    bool abgerissen = false;         // and it stays so, or lines that were read before have gone from its end
 
     // Faults found; the rows themselves are left out above, and kept as they stood for a rewrite.
     bool Ausnahmezeile_ohne_Doppelpunkt = false;
@@ -77,7 +78,7 @@ struct Monatsinhalt {
     bool fehlerhaft() const {
         return Ausnahmezeile_ohne_Doppelpunkt || fehler_erster_Art > 0 || !fehler_zweiter_Art.empty();
     }
-    bool ganz() const { return !fehlerhaft() && !letzte_Zeile_offen; }
+    bool ganz() const { return !fehlerhaft() && !letzte_Zeile_offen && !abgerissen; }
 
     // Number of the last A row of a key, compared without case; 0 when there is none.
     int letzter_Satz(TextView BenId) const;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "platform/filesystem.h"
 
@@ -15,7 +16,12 @@ inline bool ist_Versionsname(TextView name) {
            nur_Ziffern(name.substr(5, 6)) && gleich_ohne_Fall(name.substr(STAMMLÄNGE), u" Data.dat");
 }
 
-// Year, in full, of the earliest month in the folder; nothing when there is no month.
-std::optional<int> Erstes_Jahr(FileSystem& fs, const Text& Datenpfad);
+// First years, in full and rising, whose three years hold the most of these months; none without any month.
+// A stray month of another year, or a few that are missing, do not shift the plan.
+std::vector<int> passende_Startjahre(const std::vector<Text>& namen);
+// The same for the months in the folder.
+std::vector<int> passende_Startjahre(FileSystem& fs, const Text& Datenpfad);
+// Whether a staff list that begins with this year fits the months in the folder.
+bool Startjahr_passt(FileSystem& fs, const Text& Datenpfad, std::optional<int> Startjahr);
 
 } // namespace kalvora

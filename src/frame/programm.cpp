@@ -156,7 +156,7 @@ void Programm::Main() {
         Schritt(schritt);
     const auto& offen = app_.forms();
     if (!haupt_ || std::find(offen.begin(), offen.end(), &haupt_->form()) == offen.end())
-        throw Ende{2}; // forced on, and still nothing to show
+        throw Programmabbruch(u"modKalvora - Main", {}, u"NoLog"); // forced on, and still nothing to show
 }
 
 // A network that is gone is waited for, and then the step is tried again. With /enforcestart other faults are

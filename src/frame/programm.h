@@ -65,6 +65,9 @@ private:
     void Datenordner_bestimmen();
     void Silent_beenden();
     void Datenordner_prüfen();
+    bool neuer_Ordner_erlaubt() const;
+    void Erreichbarkeit_prüfen() const;
+    bool ohne_Daten() const;
     void Ordner_einrichten();
     void Programmsperre_prüfen();
     void Erster_Lauf();

@@ -4,6 +4,7 @@
 
 #include "admin/erstinitialisierung.h"
 #include "base/cp1252.h"
+#include "files/aufbewahrung.h"
 #include "files/kalvoradat.h"
 #include "files/ordner.h"
 #include "files/versionsname.h"
@@ -81,8 +82,7 @@ bool Reparatur::inzwischen_heil(const Dateischaden& schaden) const {
 }
 
 bool Reparatur::Jahre_passen(std::string_view Mitarbeiterdatei) const {
-    const auto erstes = Erstes_Jahr(fs(), platz_.Datenpfad);
-    return !erstes || Dateiprobe(d_.kanal, platz_).Startjahr(Mitarbeiterdatei) == erstes;
+    return Startjahr_passt(fs(), platz_.Datenpfad, Dateiprobe(d_.kanal, platz_).Startjahr(Mitarbeiterdatei));
 }
 
 // Months of the three years without any version, as yymm. Those of next year nobody would ask for.
@@ -127,25 +127,22 @@ void Reparatur::sichern(const Text& name) {
         u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden");
 }
 
-// The copy's name ends in digits, which no mask matches. A file that cannot even be read is moved itself.
+// A file that cannot even be read is moved itself.
 Reparatur::Altes Reparatur::aufbewahren(const Text& datei, const Text& text) const {
-    constexpr int VERSUCHE = 100;
-    const auto inhalt = d_.kanal.werk().lesen(datei);
+    const Dateiwerk& werk = d_.kanal.werk();
+    const auto inhalt = werk.lesen(datei);
     if (inhalt.nummer() == FEHLER_NICHT_GEFUNDEN) return {};
     Altes alt;
     alt.lesbar = static_cast<bool>(inhalt);
     if (inhalt) alt.bytes = inhalt->sicht();
-    const Zeitpunkt jetzt = d_.kanal.werk().uhr().now();
-    const Text stamm = datei + u" defekt " + platz_.Heute_S + u" " + ziffern(jetzt.stunde, 2) +
-                       ziffern(jetzt.minute, 2) + ziffern(jetzt.sekunde, 2);
-    for (int n = 1; n <= VERSUCHE; ++n) {
-        alt.kopie = n == 1 ? stamm : stamm + u" " + ziffern(n);
-        const Fehlercode f = alt.lesbar ? d_.kanal.werk().neu_anlegen(alt.kopie, alt.bytes).nummer()
-                                        : fs().rename_new(datei, alt.kopie);
-        if (f == 0) return alt;
-        if (f != FEHLER_EXISTIERT) break;
-    }
-    nicht_zu_löschen(datei, text);
+    auto kopie = alt.lesbar ? Kopie_aufbewahren(werk, datei, platz_.Heute_S, alt.bytes)
+                            : Beiseite_legen(werk, datei, platz_.Heute_S,
+                                             [&](const Text& name) { return fs().rename_new(datei, name); });
+    const int f = kopie.nummer();
+    if (f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ) nicht_zu_löschen(datei, text);
+    if (!kopie) throw Zugriffsfehler(f, datei); // a full disk is no reason to delete the only copy by hand
+    alt.kopie = std::move(*kopie);
+    return alt;
 }
 
 // The workstation's own file. Only with a data folder to name is the damaged one replaced: without it the
@@ -199,8 +196,10 @@ void Reparatur::sperren(const Text& datei, const Text& monate) {
 }
 
 void Reparatur::Monat_zurückholen(const Text& name, std::string_view beschädigt) {
-    if (!wiederherstellung_.Monat_zurückholen(name.substr(0, 4), name, beschädigt, d_.K().Reservezeile))
-        nicht_aus_Backup(platz_.Datenpfad + name);
+    if (wiederherstellung_.Monat_zurückholen(name.substr(0, 4), name, beschädigt, d_.K().Reservezeile))
+        return;
+    nicht_aus_Backup(platz_.Datenpfad + name);
+    Standard_ = true;
 }
 
 // Without a sound backup the standard takes the damaged one's place, once that is gone.
@@ -213,6 +212,7 @@ void Reparatur::Datei_zurückholen(const Text& datei, const Altes& alt, const Te
     if (fs().remove(datei) != 0 && fs().info(datei).nummer() != FEHLER_NICHT_GEFUNDEN)
         nicht_zu_löschen(datei, text);
     Standard_schreiben(name);
+    Standard_ = true;
 }
 
 void Reparatur::nicht_aus_Backup(const Text& datei) {
@@ -242,9 +242,12 @@ void Reparatur::beenden(const Text& text, const Text& kopie) const {
         kopie.empty() ? Text()
                       : u"\n\nDie beschädigte Datei wurde aufbewahrt als " + Pfad_kürzen(kopie, 170) + u".";
     const bool ausgesperrt = k.Administratoren(1) != u"NoAdmins" && k.Benutzerrolle != 2;
+    const TextView ersatz = Standard_ ? u"\n\nIn keinem Backup war eine unbeschädigte Fassung enthalten. Es "
+                                        u"wurde eine Standardversion angelegt."
+                                      : u"";
     throw Programmabbruch(
         Text(MODUL),
-        u"Wiederherstellen beendet." + aufbewahrt +
+        u"Wiederherstellen beendet." + Text(ersatz) + aufbewahrt +
             (ausgesperrt
                  ? u"\n\nDer Programmaufruf wird jetzt gesperrt und kann nur von einem der folgenden "
                    u"Administratoren wieder freigegeben werden: " +

@@ -1,6 +1,6 @@
-// The repair of a damaged or missing shared file: asks, saves the present state, moves the damaged file
-// aside, takes the file from a backup or writes the standard one, locks the program for the staff, and ends
-// it. Nothing is ever deleted.
+// The repair of a damaged or missing shared file: asks, saves the present state, keeps a copy of the damaged
+// file, locks the program for the staff, takes the file from a backup or writes the standard one, and ends
+// the program. The damaged file itself goes only once its copy stands.
 #pragma once
 
 #include <string>
@@ -53,6 +53,7 @@ private:
     Arbeitsplatz& platz_;
     Backups& backups_;
     Wiederherstellung& wiederherstellung_;
+    bool Standard_ = false; // no backup held what was looked for
 };
 
 } // namespace kalvora

@@ -1,8 +1,11 @@
 // The steps of the start, in the order in which Main calls them.
+#include <algorithm>
+
 #include "admin/erstinitialisierung.h"
 #include "base/cp1252.h"
 #include "files/kalvoradat.h"
 #include "files/ordner.h"
+#include "files/versionsname.h"
 #include "frame/programm.h"
 
 namespace kalvora {
@@ -142,18 +145,17 @@ void Programm::Silent_beenden() {
 // anything is read.
 void Programm::Datenordner_prüfen() {
     FileSystem& fs = plattform_.fs;
-    const Text eigener = platz_.Systempfad + u"Data/";
-    if (platz_.Datenpfad.empty()) platz_.Datenpfad = eigener;
+    if (platz_.Datenpfad.empty()) platz_.Datenpfad = platz_.Systempfad + u"Data/";
     if (platz_.Logpfad.empty()) platz_.Logpfad = platz_.Datenpfad + u"Logs/";
     platz_.Backuppfad = platz_.Datenpfad + u"Backups/";
-    const bool gewählt = platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, eigener);
-    if (!gewählt && !Ordner_vorhanden(fs, platz_.Datenpfad))
-        throw Laufzeitfehler(FEHLER_NETZ, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
+    if (!neuer_Ordner_erlaubt()) Erreichbarkeit_prüfen();
     mit_Fortschritt([&] {
         if (auto logtext = ersatz_->Begonnenes_abschließen()) nachgeholt_ = std::move(*logtext);
         return true;
     });
-    if (gewählt || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
+    if (neuer_Ordner_erlaubt() || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
+    // Months that have gone are asked for; nothing else of this program's, and it is another folder.
+    if (!ohne_Daten() || !wiederherstellung_->Sicherungen().empty()) return;
     throw Programmabbruch(
         u"modKalvora - Main",
         u"Die An-/Abwesenheitsdaten wurden nicht im Ordner " + Pfad_kürzen(platz_.Datenpfad, 100) +
@@ -162,8 +164,32 @@ void Programm::Datenordner_prüfen() {
         u"NoLog");
 }
 
+// Only where somebody has asked for it, or in the workstation's own place, may a company begin.
+bool Programm::neuer_Ordner_erlaubt() const {
+    return platz_.Pfad_als_Parameter || gleich_ohne_Fall(platz_.Datenpfad, platz_.Systempfad + u"Data/");
+}
+
+void Programm::Erreichbarkeit_prüfen() const {
+    const auto info = plattform_.fs.info(platz_.Datenpfad);
+    const int f = info.nummer();
+    if (info && info->folder) return;
+    if (info || f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_ORDNER || f == FEHLER_NETZ)
+        throw Laufzeitfehler(FEHLER_NETZ, u"Der Datenordner ist nicht zu erreichen", platz_.Datenpfad);
+    throw Zugriffsfehler(f, platz_.Datenpfad);
+}
+
+// None of the files that a first run makes. Holidays of schools may have been put there before it.
+bool Programm::ohne_Daten() const {
+    const auto namen = Dateien(plattform_.fs, platz_.Datenpfad, u"*.dat");
+    return std::none_of(namen.begin(), namen.end(), [](const Text& name) {
+        return ist_Versionsname(name) || gleich_ohne_Fall(name, u"Konfigdaten.dat") ||
+               gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat") || gleich_ohne_Fall(name, u"Feiertage.dat");
+    });
+}
+
 void Programm::Ordner_einrichten() {
     FileSystem& fs = plattform_.fs;
+    if (!neuer_Ordner_erlaubt()) Erreichbarkeit_prüfen(); // it may have gone since
     if (!Ordner_vorhanden(fs, platz_.Datenpfad)) {
         Ordner_anlegen(fs, platz_.Datenpfad);
         platz_.Ordner_neu = true;
@@ -182,16 +208,16 @@ void Programm::Programmsperre_prüfen() {
 // whatever is missing was lost, and is asked for.
 void Programm::Erster_Lauf() {
     FileSystem& fs = plattform_.fs;
-    const bool leer = !Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*.dat");
-    const bool neu = wiederherstellung_->Sicherungen().empty();
+    // Where the delivered files lie in Systempfad themselves, the setup file never goes.
+    const bool Kopie = platz_.Systempfad != platz_.Programmpfad;
+    const Text setup = Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat");
+    const bool leer = ohne_Daten(), offen = leer || (Kopie && Datei_vorhanden(fs, setup));
+    const bool neu = offen && wiederherstellung_->Sicherungen().empty();
     if (leer && !neu) Dateifehler(1, platz_.Datenpfad + u"Konfigdaten.dat");
     for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
         if (leer && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
             Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
-    // Where the delivered files lie in Systempfad themselves, the setup file never goes.
-    const bool Kopie = platz_.Systempfad != platz_.Programmpfad;
-    const Text setup = Datei_finden(fs, platz_.Systempfad, u"KalvoraSetup.dat");
-    if (leer || (neu && Kopie && Datei_vorhanden(fs, setup)))
+    if (neu)
         Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
     else if (Kopie)
         Datei_löschen(fs, setup); // it has done its work

@@ -35,7 +35,9 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
     frmStart& f = *start_;
     f.Warten_zeigen(true);
     if (f.view()) f.view()->paint_now();
-    app_.Hinweis(u"Der Datenordner " + ParentDir(platz_.Datenpfad) + u" ist nicht verfügbar");
+    // Before the data folder is known it is the workstation's own that cannot be reached.
+    const Text wo = platz_.Datenpfad.empty() ? platz_.Systempfad : ParentDir(platz_.Datenpfad);
+    app_.Hinweis(u"Der Datenordner " + wo + u" ist nicht verfügbar");
     const Wartende ende = Wartezeit(f);
     if (ende == Wartende::Beenden) {
         f.Zustand_zeigen(u"Das Programm wird beendet");
@@ -56,9 +58,10 @@ Programm::Wartende Programm::Wartezeit(frmStart& f) {
         if (f.tag() == u"D") return Wartende::Erneut;
         if (f.tag() == u"E") return Wartende::Beenden;
         if (zähler % TAKTE_JE_PRÜFUNG != 0) continue;
-        const auto namen = plattform_.fs.list(platz_.Datenpfad);
+        const bool bekannt = !platz_.Datenpfad.empty();
+        const auto namen = plattform_.fs.list(bekannt ? platz_.Datenpfad : platz_.Systempfad);
         const auto passt = [](const Text& name) { return passt_auf_Maske(name, u"*Data.dat"); };
-        if (!namen || std::none_of(namen->begin(), namen->end(), passt)) continue;
+        if (!namen || (bekannt && std::none_of(namen->begin(), namen->end(), passt))) continue;
         f.Zustand_zeigen(u"Der Datenordner wurde erkannt");
         app_.windows().status(f.lblText4.text());
         app_.Pause(FREUDE);

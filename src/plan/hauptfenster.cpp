@@ -117,9 +117,10 @@ bool Hauptfenster::Jahrestaste(int schritt) {
 
 void Hauptfenster::CheckErfassungsdaten() {
     d_.erfassung.Ausstehende_nachsehen();
-    const bool geändert = d_.erfassung.Monat_geändert();
+    // Somebody may have gone back to an earlier state of the whole folder, however old its files are: that
+    // writes the configuration, whether it is watched or not, and perhaps leaves the month as it is.
+    const bool geändert = d_.erfassung.Monat_geändert() || d_.konfig.Datei_ersetzt();
     if (!geändert && !d_.Neu_gelesen()) return; // a save may have read the configuration again
-    // Somebody may have gone back to an earlier state of the whole folder, however old its files are.
     if (geändert) d_.Vor_dem_Schreiben_auffrischen();
     const Eintragung::Auswahl auswahl = eintragung_.Auswahl_merken();
     const int oben = f_.msgFlexGrid.TopRow();

@@ -21,14 +21,14 @@ Text Betroffenes(const Text& Sperre_Datei) {
     return u"Betroffene Datei: " + Pfad_kürzen(Sperre_Datei, 170);
 }
 
-// Nothing when the first line names nobody.
+// Nothing when the first line names nobody: nobody could lift such a lock.
 std::optional<Sperre> auswerten(std::string_view bytes) {
     Text klar = aus_cp1252(bytes);
     std::erase(klar, u'\r');
     std::vector<Text> zeilen = teilen(klar, u'\n');
     zeilen.resize(std::max<std::size_t>(zeilen.size(), 3));
     const auto teile = teilen(zeilen[0], u'|');
-    if (teile.size() < 2) return std::nullopt;
+    if (teile.size() < 2 || (teile[1].empty() && zeilen[1].empty())) return std::nullopt;
     return Sperre{teile[0], teile[1], teile.size() > 2 ? teile[2] : Text(), zeilen[1], zeilen[2]};
 }
 
@@ -137,7 +137,11 @@ bool Programmsperre::anlegen(const Sperre& sperre) {
 }
 
 void Programmsperre::aufheben() {
-    Datei_löschen(kanal_.fs(), Pfad());
+    const Text pfad = Pfad();
+    Datei_löschen(kanal_.fs(), pfad);
+    if (kanal_.fs().info(pfad))
+        return kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +
+                                    u" konnte nicht gelöscht werden");
     merken(std::nullopt);
 }
 

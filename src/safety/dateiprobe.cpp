@@ -39,7 +39,11 @@ public:
     }
     Ergebnis<FileInfo> info(Handle h) override { return h == PROBE ? Stand() : fs_.info(h); }
     Fehlercode close(Handle h) override { return h == PROBE ? 0 : fs_.close(h); }
-    Ergebnis<FileInfo> info(const Text& path) override { return path == pfad_ ? Stand() : fs_.info(path); }
+    Ergebnis<FileInfo> info(const Text& path) override {
+        if (path == pfad_) return Stand();
+        return path.starts_with(PROBEORDNER) ? Ergebnis<FileInfo>::fehler(FEHLER_NICHT_GEFUNDEN)
+                                             : fs_.info(path);
+    }
     Ergebnis<std::vector<Text>> list(const Text& folder) override {
         return folder == PROBEORDNER ? std::vector<Text>{Dateiname_aus_Pfad(pfad_)} : fs_.list(folder);
     }

@@ -14,7 +14,7 @@ public:
     enum class Urteil {
         heil,
         fehlerhafte_Zeilen, // a capture file whose head is sound: the other rows can be read
-        ungeprüft, // the installation's files that it takes are out of reach or damaged themselves
+        ungeprüft,          // the installation's files that it takes are out of reach or damaged themselves
         beschädigt,
     };
     struct Befund {

@@ -129,8 +129,7 @@ void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Ge
 
 bool Wiederherstellung::passt(const Text& name, std::string_view bytes) const {
     if (!gleich_ohne_Fall(name, u"Mitarbeiterdaten.dat")) return true;
-    const auto jahr = Erstes_Jahr(kanal_.fs(), platz_.Datenpfad);
-    return !jahr || probe_.Startjahr(bytes) == jahr;
+    return Startjahr_passt(kanal_.fs(), platz_.Datenpfad, probe_.Startjahr(bytes));
 }
 
 // Of a month whose every backup has faulty lines the newest one is better than none.
