@@ -82,8 +82,11 @@ TEST(Backups, Aufräumen_nach_den_Einstellungen) {
         p.dateien.Reparatursperre = f.gesperrt;
         for (const Text& name : beide)
             p.fs.schreibe(p.daten(name), "x");
+        const Text rest = p.sicherung(u".261116 120000 T.dat.PLATZ9-1-1.neu"); // of one that was killed
+        p.fs.schreibe(rest, "x");
         heute(p, u"261117");
         p.backups.Aufräumen();
+        EXPECT_TRUE(p.fs.gibt_es(rest));
         EXPECT_EQ(p.namen(p.platz.Datenpfad), beide) << "only a day old";
         for (int m = 0; m < 40; ++m)
             p.fs.schreibe(
@@ -92,6 +95,7 @@ TEST(Backups, Aufräumen_nach_den_Einstellungen) {
         p.backups.Aufräumen();
         EXPECT_EQ(p.namen(p.platz.Datenpfad), f.bleiben);
         EXPECT_EQ(p.namen(p.platz.Logpfad).size(), f.logs);
+        EXPECT_FALSE(p.fs.gibt_es(rest));
     }
 }
 
