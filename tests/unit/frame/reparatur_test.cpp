@@ -342,6 +342,9 @@ TEST(Start, ErzwungenerStart) {
         ASSERT_EQ(l.fenster.hinweise.size(), 1U);
         EXPECT_EQ(l.fenster.hinweise[0].ends_with(u"Das Programm wird beendet."), !erzwungen);
     }
+    Haus r; // of an unfinished restore half a state may stand there
+    r.störe({.aufruf = "info", .maske = u"000000 000000 I.dat", .nummer = 57, .dauernd = true});
+    EXPECT_FALSE(r.chef.starten({u"/path", DATEN, u"/nowelcomescreen", u"/enforcestart"}));
 }
 
 TEST(Start, VersionWirdVermerktOderGemeldet) {

@@ -209,6 +209,16 @@ TEST(Ende, FehlerInEinerBehandlungWirdGemeldet) {
     EXPECT_TRUE(enthält(l.fenster.hinweise[0], u"Handler kaputt"));
 }
 
+// Somebody's rewrite has passed over the last row.
+TEST(Ende, UngesehenesWirdVorherNachgetragen) {
+    Haus r;
+    ASSERT_TRUE(r.chef.starten(AUFRUF) && r.chef.trage_ein(u"anna", 18, 18, 1));
+    r.schreibe(DATEN + u"2611 261116 Data.dat", als_Datei(Monat({})));
+    r.chef.schließen();
+    const Text tage = Erfassungsplatz({u"anna"}, r.geteilte_platte()).Tage_auf_Platte(u"anna");
+    EXPECT_EQ(tage, Text(17, u' ') + u"1");
+}
+
 TEST(Ende, AnzeigewahlWirdGemerkt) {
     Haus r;
     Platzlauf& l = r.chef;
