@@ -39,6 +39,21 @@ Installation_ablegen(const std::function<void(const Text& name, const std::strin
     ablegen(u"KalvoraSetup.dat", als_Datei({u"[Firma]", u"Probe GmbH", u"Werk 2"}));
 }
 
+// A disk with the delivered files and nothing else.
+struct Rechner : SpeicherDateisystem {
+    Rechner() {
+        Installation_ablegen(
+            [this](const Text& name, const std::string& bytes) { schreibe(u"/opt/kalvora/" + name, bytes); });
+    }
+    std::vector<Text> namen(TextView maske) const {
+        std::vector<Text> aus;
+        for (const auto& [pfad, bytes] : geteilte_platte()->abbild())
+            if (passt_auf_Maske(pfad, maske)) aus.push_back(pfad);
+        return aus;
+    }
+    std::vector<Text> zeilen(const Text& pfad) const { return als_Zeilen(inhalt(pfad).value_or("")); }
+};
+
 // The company: headings "Büro" (anna, otto) and "Werk" (eve, chef); chef is the administrator, priv a
 // privileged user. 17 November 2026 (a Tuesday) is a holiday.
 struct Firma {
@@ -145,6 +160,12 @@ struct Platzlauf {
         return aus;
     }
     Text zellen(TextView BenId) { return zellen(zeile(BenId)); }
+};
+
+// The company on a machine of its own, and its administrator at work there.
+struct Haus : Rechner {
+    Haus() { Firma().anlegen(*this, u"/srv/x/Data/"); }
+    Platzlauf chef{*this, u"chef"};
 };
 
 } // namespace kalvora

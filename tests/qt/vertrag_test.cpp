@@ -145,29 +145,6 @@ TEST_F(Vertrag, Tasten_kommen_einmal_an_und_gehen_sonst_an_das_Steuerelement) {
     EXPECT_EQ(w<QTabBar>("tabMonate").currentIndex(), 11) << "what logic does not take, the strip does";
 }
 
-TEST_F(Vertrag, Schaltflaechen_Beschriftung_und_Farbe) {
-    auto& erste = w<QPushButton>("cmdAuswahl_1");
-    f.cmdAuswahl(1)->set_caption(u"Fort- & Ausbildung");
-    f.cmdAuswahl(1)->set_colours(0xFFFFFF, 0x336699);
-    t.zeigen();
-    EXPECT_EQ(erste.text(), QStringLiteral("Fort- && Ausbildung"));
-    EXPECT_TRUE(erste.shortcut().isEmpty());
-    EXPECT_EQ(erste.grab().toImage().pixelColor(6, 6), QColor(0x99, 0x66, 0x33)) << "blue, green, red";
-}
-
-TEST_F(Vertrag, Fensterlage_kommt_wieder_und_ausserhalb_zaehlt_nicht) {
-    const Geometry g{30 * 15, 20 * 15, 740 * 15, 600 * 15};
-    f.view()->set_geometry(g);
-    EXPECT_EQ(f.view()->geometry(), g);
-    for (const Geometry draußen : {Geometry{90000, 300, 9000, 9000}, Geometry{300, -30000, 9000, 9000}}) {
-        f.view()->set_geometry(draußen);
-        EXPECT_EQ(f.view()->geometry(), g) << draußen.left << " " << draußen.top;
-    }
-    f.view()->set_state(WindowState::Maximised);
-    EXPECT_EQ(f.view()->state(), WindowState::Maximised);
-    EXPECT_EQ(f.view()->geometry(), g) << "the place to come back to";
-}
-
 TEST_F(Vertrag, Fragen_antworten_mit_Tasten_und_gelten_als_beschaeftigt) {
     struct Fall {
         Qt::Key taste;

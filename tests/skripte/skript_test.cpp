@@ -4,12 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "base/cp1252.h"
 #include "files/zeilen.h"
-#include "hilfen/konsolenlauf.h"
+#include "frame/programm.h"
 #include "hilfen/temp_ordner.h"
+#include "hilfen/test_uhr.h"
+#include "hilfen/test_umgebung.h"
 #include "platform/posix/posix_filesystem.h"
+#include "ui/konsole/konsolen_fenstersystem.h"
 
 namespace kalvora {
 namespace {
@@ -160,7 +164,14 @@ std::string Skriptergebnis(const std::string& skript) {
     const auto laufen = [&](std::vector<Text> aufruf, const std::string& kommandos, Protokoll& protokoll) {
         for (Text& wort : aufruf)
             wort = Ersetzen(wort, u"{ordner}", aus_utf8(hier));
-        return Konsolenlauf(dateien, umgebung, kopf.uhr, aufruf, kommandos, protokoll);
+        std::istringstream strom(kommandos);
+        Stromquelle quelle(strom, true);
+        TestUhr echte;
+        Skriptuhr uhr(echte, kopf.uhr);
+        KonsolenFenstersystem system(protokoll, quelle, uhr);
+        const int status = Programm({dateien, uhr, umgebung}, system, aufruf).ausführen();
+        system.abschließen();
+        return status;
     };
     Protokoll verworfen([](std::string_view) {});
     for (const std::vector<Text>& aufruf : kopf.vorläufe)

@@ -72,19 +72,6 @@ TEST(Erstinitialisierung, SchadenWirdNichtÜberschrieben) {
     EXPECT_FALSE(p.fs.gibt_es(p.daten(u"Konfigdaten.dat")));
 }
 
-TEST(Erstinitialisierung, EinAndererWarSchneller) {
-    Setupprobe ungestört;
-    ungestört.setup.Erstinitialisierung();
-    const int neue = ungestört.fs.anzahl("rename_new");
-    ASSERT_EQ(neue, 39);
-    for (int n = 1; n <= neue; n += 5) {
-        Setupprobe p;
-        p.fs.störe({.aufruf = "rename_new", .beim = n, .nummer = FEHLER_EXISTIERT});
-        p.setup.Erstinitialisierung();
-        EXPECT_EQ(p.fs.anzahl("rename_new"), neue) << "it goes on with the other files";
-    }
-}
-
 TEST(Erstinitialisierung, Ländercode) {
     const std::tuple<int, Text, int, Text> fälle[] = {
         {49, u"DEU", 0, u"049"}, {352, u"LUX", 0, u"352"}, {1, u"USA", 0, u"001"}, {1, u"CAD", 0, u"002"},
@@ -96,15 +83,6 @@ TEST(Erstinitialisierung, Ländercode) {
         p.konfig.Setting_setzen(15, setting);
         EXPECT_EQ(p.setup.Ländercode_ermitteln(), code) << nummer << setting;
     }
-}
-
-TEST(Erstinitialisierung, DieSetupdatei) {
-    Setupprobe p;
-    p.platz.Programmpfad = p.platz.Systempfad;
-    p.lege(p.setupdatei, {u"[Firma]", u"Muster", u""});
-    p.setup.Erstinitialisierung();
-    EXPECT_EQ(p.zeilen(p.daten(u"Konfigdaten.dat")).at(8), u"::");
-    EXPECT_TRUE(p.fs.gibt_es(p.setupdatei)) << "the delivered file itself is never deleted";
 }
 
 } // namespace

@@ -13,14 +13,12 @@ std::string S(TextView t) {
 
 TEST(Text, Stuecke_laufen_nie_ueber_den_Rand) {
     const TextView t = u"Kürz";
-    struct Fall {
-        int n;
-        const char16_t *links, *rechts;
-    };
-    for (const Fall& f : {Fall{-1, u"", u""}, Fall{0, u"", u""}, Fall{1, u"K", u"z"}, Fall{3, u"Kür", u"ürz"},
-                          Fall{4, u"Kürz", u"Kürz"}, Fall{2'000'000'000, u"Kürz", u"Kürz"}}) {
-        EXPECT_EQ(S(links(t, f.n)), S(f.links)) << f.n;
-        EXPECT_EQ(S(rechts(t, f.n)), S(f.rechts)) << f.n;
+    const std::tuple<int, TextView, TextView> tafel[] = {
+        {-1, u"", u""},      {0, u"", u""},         {1, u"K", u"z"},
+        {3, u"Kür", u"ürz"}, {4, u"Kürz", u"Kürz"}, {2'000'000'000, u"Kürz", u"Kürz"}};
+    for (const auto& [n, vorn, hinten] : tafel) {
+        EXPECT_EQ(S(links(t, n)), S(vorn)) << n;
+        EXPECT_EQ(S(rechts(t, n)), S(hinten)) << n;
     }
     struct Mitte {
         int von, n;
@@ -56,18 +54,22 @@ TEST(Text, Gross_und_klein_ueber_die_ganze_Codepage) {
 }
 
 TEST(Text, Masken) {
-    struct Fall {
-        const char16_t *name, *maske;
-        bool passt;
-    };
-    for (const Fall& f :
-         {Fall{u"2611 261116 DATA.DAT", u"2611*data.dat", true},
-          Fall{u"2611 Data.dat.alt", u"*Data.dat", false}, Fall{u"Data.datData.dat", u"*Data.dat", true},
-          Fall{u"ÜSt 2026.dat", u"üst ????.dat", true}, Fall{u"ÜSt 26.dat", u"üst ????.dat", false},
-          Fall{u"", u"*", true}, Fall{u"", u"?", false}, Fall{u"a", u"", false},
-          Fall{u"abcabd", u"*ab?", true}, Fall{u"ab", u"a**b", true}, Fall{u"axb", u"a?", false},
-          Fall{u"a.b", u"a[.]b", false}})
-        EXPECT_EQ(passt_auf_Maske(f.name, f.maske), f.passt) << S(f.name) << " ~ " << S(f.maske);
+    const std::pair<TextView, TextView> gute[] = {{u"2611 261116 DATA.DAT", u"2611*data.dat"},
+                                                  {u"Data.datData.dat", u"*Data.dat"},
+                                                  {u"", u"*"},
+                                                  {u"ÜSt 2026.dat", u"üst ????.dat"},
+                                                  {u"abcabd", u"*ab?"},
+                                                  {u"ab", u"a**b"}};
+    const std::pair<TextView, TextView> schlechte[] = {{u"2611 Data.dat.alt", u"*Data.dat"},
+                                                       {u"ÜSt 26.dat", u"üst ????.dat"},
+                                                       {u"", u"?"},
+                                                       {u"a", u""},
+                                                       {u"axb", u"a?"},
+                                                       {u"a.b", u"a[.]b"}};
+    for (const auto& [name, maske] : gute)
+        EXPECT_TRUE(passt_auf_Maske(name, maske)) << S(name) << " ~ " << S(maske);
+    for (const auto& [name, maske] : schlechte)
+        EXPECT_FALSE(passt_auf_Maske(name, maske)) << S(name) << " ~ " << S(maske);
     // No mask may take a time that grows with a power of its stars.
     const Text viel(3000, u'a');
     EXPECT_FALSE(passt_auf_Maske(viel, u"*a*a*a*a*a*a*a*a*b"));
@@ -84,14 +86,11 @@ TEST(Text, Ersetzen_sieht_Eingesetztes_nicht_an) {
 }
 
 TEST(Text, Val) {
-    struct Fall {
-        const char16_t* text;
-        long wert;
-    };
-    for (const Fall& f :
-         {Fall{u"2611 K", 2611}, Fall{u"  12", 12}, Fall{u"-7x", -7}, Fall{u"", 0}, Fall{u"-", 0},
-          Fall{u"x1", 0}, Fall{u"007", 7}, Fall{u"1,5", 1}, Fall{u"1 2", 1}, Fall{u"1e3", 1}})
-        EXPECT_EQ(Val(f.text), f.wert) << S(f.text);
+    const std::pair<TextView, long> tafel[] = {{u"2611 K", 2611}, {u"  12", 12}, {u"-7x", -7}, {u"", 0},
+                                               {u"-", 0},         {u"x1", 0},    {u"007", 7},  {u"1,5", 1},
+                                               {u"1 2", 1},       {u"1e3", 1}};
+    for (const auto& [text, wert] : tafel)
+        EXPECT_EQ(Val(text), wert) << S(text);
     EXPECT_GT(Val(Text(400, u'9')), 0) << "no overflow";
     EXPECT_LT(Val(u"-" + Text(400, u'9')), 0);
 }
@@ -99,15 +98,12 @@ TEST(Text, Val) {
 TEST(Text, Utf8_hin_und_zurueck_und_verdorben) {
     const std::string gut = "Łódź – 1 €, ß, \xF0\x9F\x98\x80";
     EXPECT_EQ(zu_utf8(aus_utf8(gut)), gut);
-    struct Fall {
-        const char* bytes;
-        const char16_t* text;
-    };
-    for (const Fall& f :
-         {Fall{"a\xFC", u"a\uFFFD"}, Fall{"\xFCx", u"\uFFFDx"}, Fall{"\xC3", u"\uFFFD"},
-          Fall{"\xE2\x82", u"\uFFFD\uFFFD"}, Fall{"\xC3(", u"\uFFFD("}, Fall{"\xC0\x80", u"\uFFFD"},
-          Fall{"\xED\xA0\x80", u"\uFFFD"}, Fall{"\xF4\x90\x80\x80", u"\uFFFD"}, Fall{"\x80", u"\uFFFD"}})
-        EXPECT_EQ(aus_utf8(f.bytes), f.text) << testing::PrintToString(f.bytes);
+    const std::pair<const char*, TextView> tafel[] = {
+        {"a\xFC", u"a\uFFFD"},         {"\xFCx", u"\uFFFDx"},           {"\xC3", u"\uFFFD"},
+        {"\xE2\x82", u"\uFFFD\uFFFD"}, {"\xC3(", u"\uFFFD("},           {"\xC0\x80", u"\uFFFD"},
+        {"\xED\xA0\x80", u"\uFFFD"},   {"\xF4\x90\x80\x80", u"\uFFFD"}, {"\x80", u"\uFFFD"}};
+    for (const auto& [bytes, text] : tafel)
+        EXPECT_EQ(aus_utf8(bytes), text) << testing::PrintToString(bytes);
     EXPECT_EQ(zu_utf8(Text(1, u'\xD800') + u"x"), "\xEF\xBF\xBDx") << "half a pair";
 }
 

@@ -29,26 +29,21 @@ TEST(Osterdatum, Tabelle) {
 }
 
 TEST(Feiertagsregel, Tage_in_drei_Jahren) {
-    struct Fall {
-        const char16_t* regel;
-        int jahr;
-        const char* tage;
-    };
-    for (const Fall& f : {
-             Fall{u"1:01.01.:Neujahr", 2024, "240101|250101|260101|"},
-             Fall{u"1:31.02.:Nie", 2024, "240231|250231|260231|"},
-             Fall{u"1:VO0200:Karfreitag", 2024, "240329|250418|260403|"},
-             Fall{u"1:NO6000:Fronleichnam", 2024, "240530|250619|260604|"},
-             Fall{u"1:BU0000:Bußtag", 2022, "221116|231122|241120|"}, // 25.12.2022 is a Sunday
-             Fall{u"1:W13100:Dritter Montag im Januar", 2024, "240115|250120|260119|"},
-             Fall{u"1:W51A00:Erster Freitag im Oktober", 2024, "241004|251003|261002|"},
-             Fall{u"1:L10500:Letzter Montag im Mai", 2024, "240527|250526|260525|"}, // 1.6.2026 is a Monday
-             Fall{u"1:NO0100:Über die Jahrhundertwende", 1999, "990405|000424|010416|"},
-             Fall{u"0:01.01.:Aus", 2024, "000000|"},
-             Fall{u"x:VO0X00:Aus, also ungelesen", 2024, "000000|"},
-             Fall{u"1:XX0000:Unbekannte Art", 2024, "000000|"},
+    for (const auto& [regel, jahr, tage] : {
+             std::tuple{u"1:01.01.:Neujahr", 2024, "240101|250101|260101|"},
+             {u"1:31.02.:Nie", 2024, "240231|250231|260231|"},
+             {u"1:VO0200:Karfreitag", 2024, "240329|250418|260403|"},
+             {u"1:NO6000:Fronleichnam", 2024, "240530|250619|260604|"},
+             {u"1:BU0000:Bußtag", 2022, "221116|231122|241120|"}, // 25.12.2022 is a Sunday
+             {u"1:W13100:Dritter Montag im Januar", 2024, "240115|250120|260119|"},
+             {u"1:W51A00:Erster Freitag im Oktober", 2024, "241004|251003|261002|"},
+             {u"1:L10500:Letzter Montag im Mai", 2024, "240527|250526|260525|"}, // 1.6.2026 is a Monday
+             {u"1:NO0100:Über die Jahrhundertwende", 1999, "990405|000424|010416|"},
+             {u"0:01.01.:Aus", 2024, "000000|"},
+             {u"x:VO0X00:Aus, also ungelesen", 2024, "000000|"},
+             {u"1:XX0000:Unbekannte Art", 2024, "000000|"},
          })
-        EXPECT_EQ(Tage(f.regel, f.jahr), f.tage) << S(f.regel);
+        EXPECT_EQ(Tage(regel, jahr), tage) << S(regel);
 }
 
 TEST(Feiertagsregel, Unlesbare_nennt_ihre_Zeile) {
@@ -61,31 +56,15 @@ TEST(Feiertagsregel, Unlesbare_nennt_ihre_Zeile) {
             Feiertage_berechnen(2024, regeln);
             ADD_FAILURE() << S(regel);
         } catch (const Laufzeitfehler& fehler) {
-            EXPECT_EQ(fehler.nummer, 13);
-            EXPECT_EQ(fehler.zeile, 2);
+            EXPECT_EQ(std::pair(fehler.nummer, fehler.zeile), std::pair(13, 2));
         }
     }
-}
-
-TEST(Feiertagsregel, Lesbar) {
-    struct Fall {
-        const char16_t* regel;
-        int r;
-        bool lesbar;
-    };
-    for (const Fall& f : {
-             Fall{u"1:31.02.:Nie", 16, true},
-             Fall{u"1:XX0000:Unbekannte Art", 1, false},
-             Fall{u"1:W11000:Monat 0", 1, false},
-             Fall{u"1:W21500:Dienstag", 1, false},
-             Fall{u"1:ab.cd.:Fest", 1, false},
-             Fall{u"1;01.01.;Falsch getrennt", 1, false},
-             Fall{u"", 1, false},
-             Fall{u"24.12.", 17, true},
-             Fall{u"24.12.", 16, false},
-             Fall{u"1:24.12.:Name", 17, false},
-         })
-        EXPECT_EQ(Feiertagsregel_lesbar(f.regel, f.r), f.lesbar) << S(f.regel) << " in row " << f.r;
+    // What computes may be refused all the same; behind row 16 stand single days.
+    for (const TextView regel : {u"1:XX0000:Unbekannte Art", u"1:W11000:Monat 0", u"1:W21500:Dienstag",
+                                 u"1:ab.cd.:Fest", u"1;01.01.;Falsch getrennt", u"", u"24.12."})
+        EXPECT_FALSE(Feiertagsregel_lesbar(regel, 16)) << S(regel);
+    EXPECT_FALSE(Feiertagsregel_lesbar(u"1:24.12.:Name", 17));
+    EXPECT_TRUE(Feiertagsregel_lesbar(u"24.12.", 17) && Feiertagsregel_lesbar(u"1:31.02.:Nie", 16));
 }
 
 TEST(Feiertage, Liste_nach_Jahren_und_Zeilen_mit_Namen) {

@@ -94,24 +94,6 @@ TEST(Ausstehende, VersionDesNächstenTages) {
         prüfen(fall, MORGEN);
 }
 
-TEST(Ausstehende, MitDerNächstenLesungDesMonats) {
-    Erfassungsplatz p({u"anna"});
-    p.Monatsdatei(HEUTE, {A0});
-    p.Monatsdatei(u"2612 261116", {});
-    p.erfassung.Erfassungsdaten_lesen(u"2611");
-    p.erfassung.Datensatz_speichern(A1);
-    p.Monatsdatei(HEUTE, {A0});
-    p.erfassung.Erfassungsdaten_lesen(u"2612");
-    EXPECT_TRUE(p.erfassung.Ausstehende_vorhanden()) << "another month says nothing";
-    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
-    EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1}));
-    EXPECT_EQ(p.erfassung.monat().Erfassungsdaten(p.erfassung.monat().letzter_Satz(u"anna")).tage,
-              tage(u"12"));
-    p.erfassung.Erfassungsdaten_lesen(u"2611");
-    EXPECT_FALSE(p.erfassung.Ausstehende_vorhanden());
-    EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1}));
-}
-
 TEST(Ausstehende, NachEinigenVersuchenWirdEsGesagt) {
     Erfassungsplatz p({u"anna"});
     p.Monatsdatei(HEUTE, {A0});

@@ -13,20 +13,6 @@ struct Pfadprobe : Prüfplatz {
     }
 };
 
-TEST(Kalvoradat, PfadeInBackslashform) {
-    Pfadprobe p;
-    p.platz.Datenpfad = u"/srv/ä x/Data/";
-    p.platz.Logpfad = u"/srv/ä x/Data/Logs/";
-    p.platz.Datenpfad_alt = u"/alt/Data/";
-    Kalvoradat_schreiben(p.kanal, p.platz);
-    EXPECT_EQ(p.zeilen(p.pfad)[1], u"data_pfad=\\srv\\ä x\\Data\\");
-    p.platz.Datenpfad = p.platz.Logpfad = p.platz.Datenpfad_alt = u"";
-    ASSERT_EQ(p.lies(), u"");
-    EXPECT_EQ(p.platz.Datenpfad, u"/srv/ä x/Data/");
-    EXPECT_EQ(p.platz.Logpfad, u"/srv/ä x/Data/Logs/");
-    EXPECT_EQ(p.platz.Datenpfad_alt, u"/alt/Data/");
-}
-
 TEST(Kalvoradat, AltePlainFormUndProgrammordner) {
     Pfadprobe p;
     Kalvoradat_lesen(p.kanal, p.platz);

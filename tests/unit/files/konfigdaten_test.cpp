@@ -84,17 +84,6 @@ TEST(Konfigdaten, Benutzerrolle) {
     EXPECT_EQ(p.werte().Benutzerrolle, 2) << "after every read";
 }
 
-TEST(Konfigdaten, WächterzeilenKommenNurEinmalInDieDatei) {
-    Konfigprobe p;
-    p.lege_Standard({{32, u"NoAdmins"}}, {u"P:Meier:meier"});
-    ASSERT_EQ(p.lies(), u"");
-    EXPECT_EQ(p.werte().Administratoren, (Feld<Text>{Text(u"NoAdmins")}));
-    p.konfig.ändern().Privilegierte = {Text(u"NoAdmins")};
-    p.konfig.Konfigdaten_schreiben();
-    EXPECT_EQ(p.zeilen(p.pfad).back(), u"NoAdmins");
-    EXPECT_EQ(p.zeilen(p.pfad)[30], u"[Administratoren]");
-}
-
 TEST(Konfigdaten, SchaltflächenNummer) {
     const auto satz = [](char16_t c, int admin, TextView text) {
         return Schaltfläche{0, 0, admin, c, Text(text), 0};
@@ -123,11 +112,6 @@ TEST(Konfigdaten, FremdeInhalteNennenDateiUndZeile) {
         p.lege_Standard({{n, zeile}});
         EXPECT_EQ(p.lies(), u"Zeile " + ziffern(static_cast<long>(n)) +
                                 u" der Datei '/srv/x/Data/Konfigdaten.dat' ist fehlerhaft.");
-    }
-    for (const auto& [n, wort] : {std::pair<size_t, Text>{1, u"Kalvora"}, {23, u"Schaltflaechen"}}) {
-        Konfigprobe p;
-        p.lege_Standard({{n, u"[Anders]"}});
-        EXPECT_TRUE(p.lies().starts_with(u"Der Dateiheader [" + wort + u"] der Datei"));
     }
     Konfigprobe p;
     auto zeilen = Konfigprobe::standard();

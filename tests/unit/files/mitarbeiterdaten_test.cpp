@@ -56,14 +56,10 @@ TEST(Mitarbeiterdaten, DieFormGiltFürDieGanzeDatei) {
 }
 
 TEST(Mitarbeiterdaten, FremdeZeilen) {
-    const std::vector<Text> fremde{
-        u":",
-        u"2501:991231:010,0:000:030:030:030:A:a",
-        u"000000:999999:010,0:000:030:030:030:Zu:viele:Felder",
-        u"000000:999999:010,0:00x:030:030:030:A:a",
-        Text(links(LANG, 68)),
-    };
-    for (const Text& zeile : fremde) {
+    for (const Text& zeile :
+         {Text(u":"), Text(u"2501:991231:010,0:000:030:030:030:A:a"), Text(links(LANG, 68)),
+          Text(u"000000:999999:010,0:000:030:030:030:Zu:viele:Felder"),
+          Text(u"000000:999999:010,0:00x:030:030:030:A:a")}) {
         Personalprobe p;
         p.lege_Zeilen({KURZ, zeile});
         EXPECT_EQ(p.lies(), u"Zeile 5 der Datei '/srv/x/Data/Mitarbeiterdaten.dat' ist fehlerhaft.")

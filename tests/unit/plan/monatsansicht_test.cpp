@@ -77,26 +77,6 @@ TEST(Monatsansicht, ZeilenNachBeschäftigungBerechtigungUndGruppe) {
     }
 }
 
-TEST(Monatsansicht, Zellen) {
-    Ansicht v;
-    v.monate[u"2611"] = {A(u"ANNA", u"1"),      A(u"anna", u" 2345688"), A(u"fremd", u"1"),
-                         A(u"otto", u"11"),     u"K:Anna:02-09:Kur",     u"K:anna:04-04:neu",
-                         u"K:otto:03-05:nichts"};
-    for (const int Setting6 : {0, 1}) {
-        v.Setting(6, Setting6);
-        v.zeige();
-        const int row = v.lauf->zeile(u"anna");
-        EXPECT_EQ(v.lauf->zellen(row), Tage({{2, u"½ZDKS__"}}, u'.')) << "the later record, case apart";
-        EXPECT_EQ(v.lauf->zellen(u"otto"), Tage({{1, u"UU"}}, u'.'));
-        for (int tag = 1; tag <= 31; ++tag) {
-            const Text soll = tag < 2 || tag > 8 ? u"" : tag == 4 ? u"neu" : u"Kur";
-            EXPECT_EQ(v.ansicht().Zellkommentar(row, tag), soll) << tag;
-            EXPECT_EQ(v.lauf->plan().cell(row, tag).bold, !soll.empty() && Setting6 == 0);
-            EXPECT_EQ(v.ansicht().Zellkommentar(v.lauf->zeile(u"otto"), tag), u"") << "without an entry";
-        }
-    }
-}
-
 TEST(Monatsansicht, FarbenDerTage) {
     // Days 1, 7/8, 14/15, 21/22, 28/29 are weekend, 17 is a holiday, 16 today.
     const struct {

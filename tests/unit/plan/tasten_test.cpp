@@ -1,20 +1,8 @@
-// The keys of the main window that change something.
+// What lies over the plan by mouse and keys.
 #include "unit/plan/plan.h"
 
 namespace kalvora::plantest {
 namespace {
-
-constexpr Modifiers STRG{.ctrl = true};
-
-TEST(Tasten, Rückstellungen) {
-    Plan p;
-    Platzlauf& l = p.öffne(u"chef");
-    l.plan().set_row_height(2, 600);
-    EXPECT_TRUE(l.fenster_().user_key({u"A", STRG}));
-    EXPECT_EQ(l.plan().row_height(2), -1);
-    for (const Key& taste : {Key{u"A", {}}, Key{u"F3", STRG}, Key{u"F5", {.shift = true}}})
-        EXPECT_FALSE(l.fenster_().user_key(taste)) << "goes to the control: " << zu_utf8(taste.code);
-}
 
 // What lies over the plan: the row under the pointer by the user's choice, the hit of a search.
 TEST(Tasten, Hervorhebung) {
@@ -43,27 +31,6 @@ TEST(Tasten, Hervorhebung) {
         l.fenster_().user_key({u"Esc", {}});
         EXPECT_EQ(plan.highlight_row(), -1);
         EXPECT_FALSE(plan.HighLight());
-    }
-}
-
-TEST(Tasten, Schreibtest) {
-    const Text GELÖSCHT = u"Fehler: Testdatei im Ordner '/srv/x/Data' konnte nicht gelöscht werden";
-    const Text ANGELEGT = u"Fehler: Testdatei im Ordner '/srv/x/Data' konnte nicht angelegt werden";
-    const struct {
-        std::vector<Störung> störungen;
-        Text hinweis;
-    } tafel[] = {
-        {{{"write", u"*Lockfile*", 1, Wirkung::Fehler, 61, 0, true}}, ANGELEGT},
-        {{{"remove", u"Lockfile.txt", 2, Wirkung::Fehler, 70}}, GELÖSCHT},
-    };
-    for (const auto& fall : tafel) {
-        Plan p;
-        Platzlauf& l = p.öffne(u"chef");
-        for (const Störung& s : fall.störungen)
-            p.störe(s);
-        EXPECT_TRUE(l.fenster_().user_key({u"F6", STRG}));
-        EXPECT_EQ(l.fenster.hinweise, std::vector<Text>{fall.hinweis});
-        EXPECT_EQ(p.gibt_es(DATEN + u"Lockfile.txt"), fall.hinweis == GELÖSCHT);
     }
 }
 

@@ -12,8 +12,8 @@ namespace {
 
 // A front end that runs given actions in its loops instead of a user.
 struct Fensterattrappe : firma::StummesFenstersystem {
-    std::function<void()> im_lauf, im_fenster, bei_meldung, beim_warten, beim_öffnen, beim_malen;
-    Mauszeiger zeiger = Mauszeiger::Standard, zeiger_bei_meldung = Mauszeiger::Standard;
+    std::function<void()> im_lauf, im_fenster, beim_warten, beim_öffnen, beim_malen;
+    Mauszeiger zeiger = Mauszeiger::Standard;
     int beendet = 0;
 
     static void tue(const std::function<void()>& was) {
@@ -23,14 +23,6 @@ struct Fensterattrappe : firma::StummesFenstersystem {
     void run(Form&) override { tue(im_lauf); }
     void run_modal(Form&) override { tue(im_fenster); }
     void quit() override { ++beendet; }
-    void message(const Text&) override {
-        zeiger_bei_meldung = zeiger;
-        tue(bei_meldung);
-    }
-    Antwort question(const Text&, const Frageart& art) override {
-        tue(bei_meldung);
-        return art.vorgabe;
-    }
     void wait(double) override { tue(beim_warten); }
     void process_events() override { tue(beim_malen); }
     void set_pointer(Mauszeiger z) override { zeiger = z; }
@@ -90,20 +82,6 @@ TEST_F(Fenster, Ein_Fehler_endet_die_Schleifen_und_kommt_dahinter_an) {
         EXPECT_EQ(app.forms(), std::vector<Form*>{&haupt}) << "the inner window is closed";
         EXPECT_FALSE(app.busy());
     }
-}
-
-TEST_F(Fenster, Sanduhr_zaehlt_und_ruht_waehrend_einer_Meldung) {
-    app.Sanduhr(true);
-    app.Sanduhr(true);
-    app.Sanduhr(false);
-    app.Hinweis(u"Hallo");
-    EXPECT_EQ(system.zeiger_bei_meldung, Mauszeiger::Standard);
-    EXPECT_EQ(system.zeiger, Mauszeiger::Sanduhr);
-    app.Sanduhr(false);
-    EXPECT_EQ(system.zeiger, Mauszeiger::Standard);
-    app.Sanduhr(false); // one too many
-    app.Sanduhr(true);
-    EXPECT_TRUE(app.Sanduhr_an());
 }
 
 TEST_F(Fenster, Ein_langer_Dateiaufruf_zeigt_dass_gewartet_wird_und_laesst_nichts_herein) {

@@ -82,38 +82,25 @@ TEST_F(Posix, Tag_eines_Stempels_ist_Ortszeit) {
 }
 
 TEST_F(Posix, Tempordner_gehoert_dem_Benutzer_allein) {
-    const std::string basis = ordner.ordner().string(), name = "kalvora-" + std::to_string(geteuid());
-    const Variable tmp("TMPDIR", basis.c_str()), kein_xdg("XDG_RUNTIME_DIR", nullptr);
-    const auto modus = [&](const Text& pfad) { return fs.info(pfad)->mode & 0777; };
-    for (int zweimal = 0; zweimal < 2; ++zweimal)
-        EXPECT_EQ(umgebung.private_temp_folder(), aus_utf8(basis + "/" + name + "/"));
-    EXPECT_EQ(modus(umgebung.private_temp_folder()), 0700u);
+    const std::string name = "kalvora-" + std::to_string(geteuid());
     const stdfs::path üblich = ordner.ordner() / name;
-    const auto Ordner = [](const stdfs::path& p, unsigned rechte) {
-        stdfs::create_directory(p);
-        chmod(p.c_str(), rechte);
-    };
-    const std::function<void()> vorgefunden[] = {
-        [&] { Ordner(üblich, 0755); }, // open to others
-        [&] {
-            Ordner(ordner.ordner() / "fremd", 0700);
-            stdfs::create_symlink(ordner.ordner() / "fremd", üblich);
-        },
-        [&] { // another's
-            Ordner(üblich, 0700);
-            if (geteuid() != 0 || chown(üblich.c_str(), 4242, 4242) != 0) chmod(üblich.c_str(), 0701);
-        },
-    };
-    for (const auto& lege_an : vorgefunden) {
-        stdfs::remove_all(üblich);
-        lege_an();
+    const Variable tmp("TMPDIR", ordner.ordner().c_str()), kein_xdg("XDG_RUNTIME_DIR", nullptr);
+    const Text eigener = ordner.pfad(aus_utf8(name));
+    // What stands there: nothing, the own one, one open to others, a link, somebody else's.
+    for (const std::string_view was : {"nothing", "own", "open", "link", "foreign"}) {
+        if (was != "own") stdfs::remove_all(üblich);
+        if (was == "open" || was == "foreign") stdfs::create_directory(üblich);
+        if (was == "open") chmod(üblich.c_str(), 0755);
+        if (was == "link") stdfs::create_symlink(ordner.ordner(), üblich);
+        if (was == "foreign" && (geteuid() != 0 || chown(üblich.c_str(), 4242, 4242) != 0)) continue;
         PosixEnvironment neu;
         const Text pfad = neu.private_temp_folder();
-        EXPECT_TRUE(pfad.starts_with(aus_utf8(basis + "/" + name + "-"))) << zu_utf8(pfad);
-        EXPECT_EQ(modus(pfad), 0700u);
-        EXPECT_EQ(neu.private_temp_folder(), pfad);
+        EXPECT_EQ(fs.info(pfad)->mode & 0777, 0700u) << was;
+        EXPECT_EQ(neu.private_temp_folder(), pfad) << was;
+        EXPECT_EQ(pfad == eigener + u"/", was == "nothing" || was == "own") << was;
+        EXPECT_TRUE(pfad.starts_with(eigener)) << zu_utf8(pfad);
     }
-    const Variable xdg("XDG_RUNTIME_DIR", basis.c_str());
+    const Variable xdg("XDG_RUNTIME_DIR", ordner.ordner().c_str());
     EXPECT_EQ(umgebung.private_temp_folder(), ordner.pfad(u"kalvora/"));
 }
 
@@ -137,40 +124,22 @@ TEST_F(Posix, Sperre_gilt_bis_zum_Ende_ihres_Besitzers) {
     EXPECT_TRUE(umgebung.lock_instance(ordner.pfad(u"fehlt/kalvora.lock"))) << "no sign of another program";
 }
 
-constexpr auto MTJ = Datumsreihenfolge::MonatTagJahr, TMJ = Datumsreihenfolge::TagMonatJahr,
-               JMT = Datumsreihenfolge::JahrMonatTag;
-
+// Names in a code page other than UTF-8 are never asked of the system: the table alone answers.
 TEST(Gebietsschema, Namen_und_ihre_Rueckfaelle) {
-    // Names in a code page other than UTF-8 are never asked of the system: the table alone answers.
-    const struct {
-        const char* name;
-        Datumsreihenfolge reihenfolge;
-        Text zeichen; // of date, decimals, lists
-        const char16_t* januar;
-        int land;
-        const char16_t* kürzel;
-    } tafel[] = {
-        {"xx_YY", TMJ, u".,;", u"Januar", 49, u"DEU"},
-        {"de_AT.ISO-8859-1", TMJ, u".,;", u"Jänner", 43, u"AUT"},
-        {"en_CA.ISO-8859-1", JMT, u"-.,", u"January", 1, u"CAD"},
-        {"sv_SE.ISO-8859-1", JMT, u"-,;", u"januari", 46, u"SWE"},
-    };
-    for (const auto& f : tafel) {
-        SCOPED_TRACE(f.name);
-        const Locale l = Gebietsschema(f.name, f.name);
-        EXPECT_EQ(l.datum.reihenfolge, f.reihenfolge);
-        EXPECT_EQ((Text{l.datum.trennzeichen, l.Dezimaltrennzeichen, l.Listentrennzeichen}), f.zeichen);
-        EXPECT_EQ(l.Monatsnamen[0], f.januar);
-        EXPECT_EQ(l.Ländernummer, f.land);
-        EXPECT_EQ(l.Landeskürzel, f.kürzel);
+    for (const auto& [name, zeichen, januar, kürzel] : {std::tuple{"xx_YY", u".,;", u"Januar", u"DEU"},
+                                                        {"de_AT.ISO-8859-1", u".,;", u"Jänner", u"AUT"},
+                                                        {"en_CA.ISO-8859-1", u"-.,", u"January", u"CAD"}}) {
+        const Locale l = Gebietsschema(name, name);
+        EXPECT_EQ((Text{l.datum.trennzeichen, l.Dezimaltrennzeichen, l.Listentrennzeichen}), zeichen) << name;
+        EXPECT_EQ(std::pair(l.Monatsnamen[0], l.Landeskürzel), std::pair(Text(januar), Text(kürzel))) << name;
     }
-    for (const auto& [muster, ergebnis] : {std::pair{"%D", Datumsformat{MTJ, u'/'}},
-                                           {"%F", {JMT, u'-'}},
-                                           {"%e. %m. %Y", {TMJ, u'.'}},
-                                           {"%Oy/%Om/%Od", {JMT, u'/'}},
-                                           {"%a %d %b %Y", {TMJ, u'/'}}}) {
-        EXPECT_EQ(Datumsformat_aus_Muster(muster).reihenfolge, ergebnis.reihenfolge) << muster;
-        EXPECT_EQ(Datumsformat_aus_Muster(muster).trennzeichen, ergebnis.trennzeichen) << muster;
+    for (const auto& [muster, reihenfolge, trenner] :
+         {std::tuple{"%D", Datumsreihenfolge::MonatTagJahr, u'/'},
+          {"%e. %m. %Y", Datumsreihenfolge::TagMonatJahr, u'.'},
+          {"%Oy/%Om/%Od", Datumsreihenfolge::JahrMonatTag, u'/'}}) {
+        const Datumsformat format = Datumsformat_aus_Muster(muster);
+        EXPECT_EQ(std::pair(format.reihenfolge, format.trennzeichen), std::pair(reihenfolge, trenner))
+            << muster;
     }
 }
 

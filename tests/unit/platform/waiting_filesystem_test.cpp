@@ -33,13 +33,6 @@ struct Wartend : testing::Test {
     }
 };
 
-TEST_F(Wartend, reicht_weiter_was_geworfen_wird) {
-    platte.störe({.aufruf = "make_folder", .wirkung = Wirkung::Ende});
-    EXPECT_THROW(fs.make_folder(u"/srv/y/"), Programmende);
-    platte.störe_nicht();
-    EXPECT_EQ(fs.make_folder(u"/srv/y/"), 0);
-}
-
 TEST_F(Wartend, laesst_das_Fenster_zu_Wort_kommen_bis_der_Aufruf_zurueckkehrt) {
     platte.tor = &tor;
     double zuletzt = 0;

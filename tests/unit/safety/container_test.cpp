@@ -3,17 +3,11 @@
 namespace kalvora {
 namespace {
 
-struct Gefunden {
-    Text name;
-    std::string bytes;
-    friend bool operator==(const Gefunden&, const Gefunden&) = default;
-};
-
-std::vector<Gefunden> gelesen(const std::string& bytes) {
-    std::vector<Gefunden> aus;
+Mitglieder gelesen(const std::string& bytes) {
+    Mitglieder aus;
     if (const auto alle = Container_lesen(bytes))
         for (const Containermitglied& m : *alle)
-            aus.push_back({m.name, std::string(m.bytes)});
+            aus.emplace_back(m.name, m.bytes);
     return aus;
 }
 
@@ -35,11 +29,10 @@ TEST(Container, gibt_Mitglieder_zurück_wie_sie_waren) {
         {u"Konfigdaten.dat", "Aeins\r\nBzw", "Aeins\r\nBzw\r\n\r\n"},
         {u"ÜStunden 2026.DAT", "\xFE\xFF\r\n", "\xFE\xFF\r\n"},
     };
-    Mitglieder mitglieder;
-    std::vector<Gefunden> erwartet;
+    Mitglieder mitglieder, erwartet;
     for (const Fall& f : fälle) {
         mitglieder.emplace_back(f.name, f.datei);
-        erwartet.push_back({f.name, f.mitglied});
+        erwartet.emplace_back(f.name, f.mitglied);
     }
     const std::string container = Sicherungsplatz::Container(mitglieder);
     EXPECT_EQ(gelesen(container), erwartet);

@@ -115,142 +115,71 @@ TEST(Datenordner_ersetzen, das_Abschließen_überall_unterbrochen) {
 }
 
 TEST(Datenordner_ersetzen, eine_Kopie_die_bleibt_wird_nicht_wieder_angewandt) {
-    auto p = alter_Stand();
-    p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
-    EXPECT_TRUE(p->ersetzen(p->sicherung(T)));
-    EXPECT_FALSE(p->ersatz.Begonnenes_abschließen());
-    p = alter_Stand();
-    p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
-    p->fs.störe({.aufruf = "rename", .maske = u".000*erledigt", .nummer = 70, .dauernd = true});
-    try {
-        p->ersetzen(p->sicherung(T));
-        FAIL();
-    } catch (const Programmabbruch& abbruch) {
-        EXPECT_TRUE(enthält(abbruch.text(), I)) << abbruch.what();
+    for (const bool beiseite : {true, false}) {
+        auto p = alter_Stand();
+        p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
+        if (!beiseite) p->fs.störe({.aufruf = "rename", .maske = u".000*", .nummer = 70, .dauernd = true});
+        try {
+            EXPECT_TRUE(p->ersetzen(p->sicherung(T)) && beiseite);
+            EXPECT_FALSE(p->ersatz.Begonnenes_abschließen());
+        } catch (const Programmabbruch& abbruch) {
+            EXPECT_TRUE(!beiseite && enthält(abbruch.text(), I)) << abbruch.what();
+        }
     }
 }
 
 // What a stop has left is finished at a start, and what colleagues have written since is kept in a backup.
-TEST(Datenordner_ersetzen, am_Start) {
-    struct Fall {
-        const char* was;
-        std::function<void(Sicherungsplatz&)> vorher;
-        Text abbruch;            // a part of the text; empty: the start goes on
-        std::vector<Text> teile; // of the message
-        Text Logtext = {};       // empty: nothing was finished
-        bool neu = false, gesichert = false;
-    };
-    const auto stellen = [](Sicherungsplatz& p) {
-        for (const auto& [name, bytes] : NEU)
-            p.fs.schreibe((name.ends_with(u".log") ? p.platz.Logpfad : p.platz.Datenpfad) + name, bytes);
-        for (const Text& weg : {p.daten(u"2611 261116 Data.dat"), p.daten(u"KONFIGDATEN.dat"),
-                                p.platz.Logpfad + u"2611 Kalvora.log"})
-            p.fs.platte().entferne(weg);
-    };
-    const Text punkt = u"Datenordner wiederhergestellt mit Sicherung vom 16.11.26, 12:00:00 Uhr",
-               unbekannt = u"Datenordner wiederhergestellt (unterbrochene Wiederherstellung abgeschlossen)";
-    const Fall fälle[]{
-        {"newer rows",
-         [](Sicherungsplatz&) {},
-         u"",
-         {u"wurde abgeschlossen. Der Stand davor ist aufbewahrt "
-          u"in der Sicherung vom 16.11.26, 12:00:00 Uhr."},
-         punkt,
-         true,
-         true},
-        {"all done but for the copy", stellen, u"", {u"wurde abgeschlossen."}, punkt, true},
-        {"its backup has gone",
-         [](Sicherungsplatz& p) {
-             p.lege_Backup(T, {{u"a.dat", ""}});
-         },
-         u"",
-         {u"wurde abgeschlossen."},
-         unbekannt + u", Stand davor: '261116 120000 T.dat'",
-         true,
-         true},
-        {"without logs",
-         [](Sicherungsplatz& p) {
-             p.fs.remove(p.platz.Logpfad + u"2611 Kalvora.log");
-             p.fs.remove(p.platz.Logpfad + u"a.dat");
-             p.fs.remove_folder(p.platz.Logpfad);
-         },
-         u"",
-         {u"wurde abgeschlossen."},
-         punkt,
-         true,
-         true},
-        {"no backup",
-         [](Sicherungsplatz& p) { p.fs.störe({.aufruf = "rename_new", .nummer = 61}); },
-         u"konnte nicht gesichert werden",
-         {}},
-        {"nothing can be removed",
-         [](Sicherungsplatz& p) { p.fs.störe({.aufruf = "remove", .nummer = 70, .dauernd = true}); },
-         u"zuerst von einem Benutzer gestartet werden",
-         {}},
-        {"a folder",
-         [](Sicherungsplatz& p) { p.fs.platte().mache_ordner(p.daten(u"leer.dat")); },
-         u"steht ein Ordner",
-         {}},
-        {"a full disk",
-         [](Sicherungsplatz& p) { p.fs.störe({.aufruf = "write", .maske = u".Konfig*", .nummer = 61}); },
-         u"Fehler Nr. 61",
-         {},
-         u"",
-         false,
-         true},
-        {"no container",
-         [](Sicherungsplatz& p) { p.fs.schreibe(p.sicherung(I), "kaputt"); },
-         u"",
-         {I + u".unlesbar", u"Sicherung vom 16.11.26, 12:00:00 Uhr"}},
-        {"once no container",
-         [](Sicherungsplatz& p) {
-             const auto heil = *p.fs.inhalt(p.sicherung(I));
-             p.fs.schreibe(p.sicherung(I), heil.substr(0, 30));
-             p.dialog.beim_Warten = [&p, heil] {
-                 if (p.fs.gibt_es(p.sicherung(I))) p.fs.platte().finde(p.sicherung(I))->bytes = heil;
-             };
-         },
-         u"",
-         {u"wurde abgeschlossen."},
-         punkt,
-         true,
-         true},
-    };
-    for (const Fall& f : fälle) {
-        SCOPED_TRACE(f.was);
+// What one look at the copy finds may be a moment's; what is no container is put aside.
+TEST(Datenordner_ersetzen, am_Start_fortgesetzt) {
+    for (const std::string_view was : {"whole", "whole at the second look", "damaged"}) {
+        SCOPED_TRACE(was);
         auto p = alter_Stand();
-        p->fs.schreibe(p->sicherung(I), *p->fs.inhalt(p->sicherung(T)));
-        f.vorher(*p);
-        const Zustand vorher = p->Zustand();
-        Text abbruch;
-        std::optional<Text> log;
-        try {
-            log = p->ersatz.Begonnenes_abschließen();
-        } catch (const Programmabbruch& a) {
-            abbruch = a.text();
-        }
-        EXPECT_EQ(abbruch.empty(), f.abbruch.empty()) << zu_utf8(abbruch);
-        EXPECT_TRUE(enthält(abbruch, f.abbruch)) << zu_utf8(abbruch);
-        EXPECT_EQ(p->ersatz.steht_aus(), !f.abbruch.empty());
-        EXPECT_EQ(p->backups.Backup_erstellen(u"M"), f.abbruch.empty()) << "none of half a state";
-        EXPECT_EQ(log.value_or(u""), f.Logtext);
+        p->lege_Backup(I, NEU);
+        const Text kopie = p->sicherung(I);
+        const std::string heil = *p->fs.inhalt(kopie);
+        if (was != "whole") p->fs.schreibe(kopie, heil.substr(0, 30));
+        if (was == "whole at the second look")
+            p->dialog.beim_Warten = [&] {
+                if (p->fs.gibt_es(kopie)) p->fs.schreibe(kopie, heil);
+            };
+        const bool fertig = was != "damaged";
+        EXPECT_EQ(p->ersatz.Begonnenes_abschließen().has_value(), fertig);
+        EXPECT_EQ(p->Zustand() == neuer_Stand(), fertig);
+        EXPECT_FALSE(p->ersatz.steht_aus());
         const auto meldungen = p->Meldungen();
-        EXPECT_EQ(meldungen.size(), f.teile.empty() ? 0U : 1U);
-        for (const Text& teil : f.teile)
-            EXPECT_TRUE(!meldungen.empty() && enthält(meldungen[0], teil)) << zu_utf8(teil);
-        EXPECT_EQ(p->fs.gibt_es(p->sicherung(u"261116 120000 T.dat")), f.gesichert);
-        if (f.gesichert) {
-            const auto stand = p->wieder.lesen(p->sicherung(u"261116 120000 T.dat"));
-            EXPECT_EQ(stand->finden(u"2611 261116 Data.dat")->bytes, "Alt\r\n");
+        ASSERT_EQ(meldungen.size(), 1U);
+        EXPECT_TRUE(enthält(meldungen[0], fertig ? u"wurde abgeschlossen" : I + u".unlesbar"));
+        EXPECT_TRUE(enthält(meldungen[0], u"Sicherung vom 16.11.26, 12:00:00 Uhr")) << "leads back";
+        const Text davor = p->sicherung(u"261116 120000 T.dat");
+        ASSERT_EQ(p->fs.gibt_es(davor), fertig);
+        if (fertig) {
+            EXPECT_EQ(p->wieder.lesen(davor)->finden(u"2611 261116 Data.dat")->bytes, "Alt\r\n");
         }
-        Zustand danach = p->Zustand();
-        const auto ort = [&](const Text& name) {
-            return (name.ends_with(u".log") ? p->platz.Logpfad : p->platz.Datenpfad) + name;
-        };
-        for (const auto& [name, bytes] : NEU)
-            EXPECT_TRUE(!f.neu || danach[ort(name)] == bytes) << zu_utf8(name);
-        EXPECT_TRUE(f.neu || f.gesichert || !f.teile.empty() || danach == vorher);
-        EXPECT_EQ(p->fs.offene(), 0);
+    }
+}
+
+TEST(Datenordner_ersetzen, am_Start_nicht_möglich) {
+    const std::tuple<std::function<void(Sicherungsplatz&)>, Text> fälle[] = {
+        {[](auto& p) { p.fs.störe({.aufruf = "rename_new", .nummer = 61}); },
+         u"konnte nicht gesichert werden"},
+        {[](auto& p) { p.fs.störe({.aufruf = "remove", .nummer = 70, .dauernd = true}); },
+         u"zuerst von einem Benutzer gestartet werden"},
+        {[](auto& p) { p.fs.platte().mache_ordner(p.daten(u"leer.dat")); }, u"steht ein Ordner"},
+    };
+    for (const auto& [hindern, grund] : fälle) {
+        auto p = alter_Stand();
+        p->lege_Backup(I, NEU);
+        hindern(*p);
+        const Zustand vorher = p->Zustand();
+        try {
+            p->ersatz.Begonnenes_abschließen();
+            ADD_FAILURE() << zu_utf8(grund);
+        } catch (const Programmabbruch& abbruch) {
+            EXPECT_TRUE(enthält(abbruch.text(), grund)) << abbruch.what();
+        }
+        EXPECT_TRUE(p->ersatz.steht_aus());
+        EXPECT_EQ(p->Zustand(), vorher);
+        EXPECT_FALSE(p->backups.Backup_erstellen(u"M")) << "none of half a state";
     }
 }
 
@@ -259,64 +188,58 @@ TEST(Datenordner_ersetzen, am_Start) {
 TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
     struct Fall {
         const char* was;
-        bool am_Start;
         std::string aufruf;
         Text datei; // its name
         std::function<void(Sicherungsplatz&)> tat;
-        Text meldung; // a part of it; empty: none
-        bool neu = true, steht_aus = false;
-        std::map<Text, std::string> anders = {}; // in the data folder, beside the new state; "": gone
+        std::map<Text, std::string> anders; // in the data folder, beside the new state
+        Text meldung = {};                  // a part of it: this one has stopped
+        bool am_Start = false;
     };
-    const auto hänge_an = [](const Text& name, const std::string& zeile) {
-        return [=](Sicherungsplatz& p) { EXPECT_TRUE(p.werk.anhängen(p.platz.Datenpfad + name, zeile)); };
-    };
-    const auto entferne = [](const Text& name) {
-        return [=](Sicherungsplatz& p) { p.fs.platte().entferne(p.daten(name)); };
+    const auto schreibe = [](const Text& name) {
+        return [=](Sicherungsplatz& p) { p.fs.schreibe(p.daten(name), "Er\r\n"); };
     };
     const auto andere_Kopie = [](Sicherungsplatz& p) { p.lege_Backup(I, {{u"b.dat", "B\r\n"}}); };
-    const Text alt = u"2611 261116 Data.dat", neu = u"2611 261110 Data.dat", log = u"Logs/2610 Kalvora.log";
+    const Text alt = u"2611 261116 Data.dat", K = u"Konfigdaten.dat", log = u"Logs/2610 Kalvora.log";
     const Fall fälle[]{
-        {"his save clears the restored month away", false, "remove", alt, entferne(neu), u""},
-        {"the same at a start", true, "remove", alt, entferne(neu), u"wurde abgeschlossen"},
-        {"he appends to what is restored already",
-         false,
+        {"his save clears the restored month away",
          "remove",
          alt,
-         hänge_an(log, "mehr\r\n"),
-         u"",
-         true,
-         false,
+         [](auto& p) { p.fs.platte().entferne(p.daten(u"2611 261110 Data.dat")); },
+         {}},
+        {"he appends to what is restored already",
+         "remove",
+         alt,
+         [&](auto& p) { EXPECT_TRUE(p.werk.anhängen(p.daten(log), "mehr\r\n")); },
          {{log, "Neu\r\nmehr\r\n"}}},
         {"he begins a month that the backup made before does not hold",
-         false,
          "remove",
          alt,
-         [](Sicherungsplatz& p) { p.fs.schreibe(p.daten(u"2611 261117 Data.dat"), "Er\r\n"); },
-         u"",
-         true,
-         false,
+         schreibe(u"2611 261117 Data.dat"),
          {{u"2611 261117 Data.dat", "Er\r\n"}}},
         {"he finishes the work before this one writes, and works on",
-         true,
          "info",
-         u"Konfigdaten.dat",
-         [](Sicherungsplatz& p) {
+         K,
+         [&](auto& p) {
              p.ersatz.Begonnenes_abschließen();
-             p.fs.schreibe(p.daten(u"Konfigdaten.dat"), "Er\r\n");
-             p.fs.schreibe(p.daten(u"2611 261116 Data.dat"), "Er\r\n");
+             schreibe(K)(p);
+             schreibe(alt)(p);
          },
+         {{K, "Er\r\n"}, {alt, "Er\r\n"}},
          u"",
-         true,
-         false,
-         {{u"Konfigdaten.dat", "Er\r\n"}, {alt, "Er\r\n"}}},
-        {"the copy goes between two looks", true, "open", I,
-         [](Sicherungsplatz& p) { p.fs.platte().entferne(p.sicherung(I)); }, u"", false},
-        {"he begins another one meanwhile", false, "remove", alt, andere_Kopie,
-         u"hat eine andere Wiederherstellung", false, true},
-        {"he begins another one just before", false, "rename_new", I, andere_Kopie,
-         u"läuft gerade auf einem anderen Arbeitsplatz", false, true},
+         true},
+        {"he begins another one meanwhile",
+         "remove",
+         alt,
+         andere_Kopie,
+         {},
+         u"hat eine andere Wiederherstellung"},
+        {"he begins another one just before",
+         "rename_new",
+         I,
+         andere_Kopie,
+         {},
+         u"läuft gerade auf einem anderen Arbeitsplatz"},
     };
-    const Zustand neuer = neuer_Stand();
     for (const Fall& f : fälle) {
         SCOPED_TRACE(f.was);
         auto p = alter_Stand();
@@ -337,15 +260,13 @@ TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
         EXPECT_TRUE(getan);
         for (const Text& meldung : p->Meldungen())
             text += meldung;
-        EXPECT_EQ(text.empty(), f.meldung.empty()) << zu_utf8(text);
-        EXPECT_TRUE(enthält(text, f.meldung)) << zu_utf8(text);
-        EXPECT_EQ(p->ersatz.steht_aus(), f.steht_aus);
-        Zustand erwartet = neuer;
+        const bool fertig = f.meldung.empty();
+        EXPECT_TRUE(fertig ? text.empty() : enthält(text, f.meldung)) << zu_utf8(text);
+        EXPECT_EQ(p->ersatz.steht_aus(), !fertig);
+        Zustand erwartet = neuer_Stand();
         for (const auto& [name, bytes] : f.anders)
             erwartet[p->daten(name)] = bytes;
-        if (f.neu) {
-            EXPECT_EQ(p->Zustand(), erwartet);
-        }
+        EXPECT_TRUE(!fertig || p->Zustand() == erwartet);
     }
 }
 

@@ -165,34 +165,6 @@ const Hindernis HINDERNISSE[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Hindernis, Platte, testing::ValuesIn(HINDERNISSE));
 
-// Until the last page of the month's file is full, and one entry more: what was taken stands there.
-TEST(PlatteUndUhr, Volle_Platte_nimmt_Eintraege_bis_keiner_mehr_passt) {
-    const TempOrdner ordner;
-    Kindprozess kind([&](const auto& sagen) {
-        if (!eigene_Platte(ordner.ordner() / "srv", "size=1m")) return sagen("cannot");
-        PosixFileSystem fs;
-        const Vorgang v = vorgang::in_der_Firma(ordner.pfad())[0];
-        v.vorbereiten(fs);
-        const auto lauf = v.Platz(fs, u"anna", u"PLATZ1");
-        if (!lauf->starten(v.aufruf)) return sagen("no start");
-        füllen(ordner.ordner() / "srv" / "Data");
-        Text letzte;
-        int n = 0;
-        while (n < 500 && lauf->fenster.hinweise.empty()) {
-            letzte = lauf->zellen(u"anna");
-            lauf->trage_ein(u"anna", 18, 18, ++n % 2 == 0 ? 1 : 3);
-            lauf->programm->schleife();
-        }
-        leeren(ordner.ordner() / "srv" / "Data");
-        const auto danach = v.Platz(fs, u"otto", u"PLATZ2");
-        sagen(n > 20 && n < 500 ? "filled" : "filled after " + std::to_string(n));
-        sagen(danach->starten(v.aufruf) && danach->zellen(u"anna") == letzte ? "kept" : "lost");
-    });
-    const auto zeilen = kind.zeilen();
-    if (zeilen == std::vector<std::string>{"cannot"}) GTEST_SKIP() << "no file system can be mounted here";
-    EXPECT_EQ(zeilen, (std::vector<std::string>{"filled", "kept"}));
-}
-
 // A colleague's clock is a day off. Each entry is seen by everybody, or its user is told.
 TEST(PlatteUndUhr, Uhren_gehen_verschieden) {
     for (const int versatz : {-1, 1}) {

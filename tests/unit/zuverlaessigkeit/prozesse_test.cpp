@@ -71,8 +71,18 @@ void Verdichter(const Text& daten, int runden, const Kindprozess::Sagen& sagen) 
         sagen("failed: " + zu_utf8(hinweis));
 }
 
+using Kinder = std::vector<std::unique_ptr<Kindprozess>>;
+
+Kinder Schreiber_starten(const Ordner& o, int prozesse, int je) {
+    Kinder kinder;
+    for (int p = 0; p < prozesse; ++p)
+        kinder.push_back(
+            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
+    return kinder;
+}
+
 // What all children say; one that failed is the test's failure.
-std::set<Text> eingesammelt(std::vector<std::unique_ptr<Kindprozess>>& kinder) {
+std::set<Text> eingesammelt(const Kinder& kinder) {
     std::set<Text> gesagt;
     for (const auto& kind : kinder)
         for (const std::string& zeile : kind->zeilen())
@@ -87,11 +97,7 @@ TEST(Prozesse, Viele_haengen_an_einen_Monat_an) {
     const int prozesse = voller_Lauf() ? 200 : 20, je = voller_Lauf() ? 50 : 20;
     const auto alle = static_cast<std::size_t>(prozesse * je);
     Ordner o(prozesse, je);
-    std::vector<std::unique_ptr<Kindprozess>> kinder;
-    for (int p = 0; p < prozesse; ++p)
-        kinder.push_back(
-            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
-    EXPECT_EQ(eingesammelt(kinder).size(), alle);
+    EXPECT_EQ(eingesammelt(Schreiber_starten(o, prozesse, je)).size(), alle);
     std::vector<Text> zeilen = o.zeilen();
     EXPECT_EQ(zeilen.size(), alle + 4) << "three head lines, and otto's row from before";
     std::sort(zeilen.begin(), zeilen.end());
@@ -106,10 +112,7 @@ TEST(Prozesse, Neufassungen_neben_Anhaengen) {
     const int prozesse = 4, je = voller_Lauf() ? 250 : 25;
     const auto alle = static_cast<std::size_t>(prozesse * je);
     Ordner o(prozesse, je);
-    std::vector<std::unique_ptr<Kindprozess>> kinder;
-    for (int p = 0; p < prozesse; ++p)
-        kinder.push_back(
-            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
+    Kinder kinder = Schreiber_starten(o, prozesse, je);
     kinder.push_back(
         std::make_unique<Kindprozess>([&](const auto& sagen) { Verdichter(o.daten, je / 2, sagen); }));
     std::set<Text> gesagt = eingesammelt(kinder);

@@ -71,6 +71,7 @@ private:
         v_.tat(*lauf);
         aufrufe_ = fs.tagebuch();
         EXPECT_TRUE(v_.gelungen(*lauf)) << zu_utf8(letzter_Hinweis(*lauf));
+        fs.platte().verliere_ungesichertes(); // what was told as done outlives a power failure
         const Text neu = *Richter::Blick(v_, *v_.Platz(fs, v_.leser, u"PLATZ2"));
         EXPECT_NE(neu, alt);
         return {v_, alt, neu};
