@@ -1,4 +1,5 @@
-// What the program asks of the workstation around it: variables, the user, the locale, its own place.
+// What the program asks of the workstation around it: variables, the user, the locale, its own place. These
+// look at local places and go past FileSystem; the one that a server can hold up says so.
 #pragma once
 
 #include <array>
@@ -33,6 +34,7 @@ public:
     virtual Locale locale() = 0;
     virtual std::uint32_t random_seed() = 0;
     // Takes the lock file of this user's running program; it dies with the process. False: another one runs.
+    // The user's folder may lie on a server: to be called through FileSystem::carry_out.
     virtual bool lock_instance(const Text& path) = 0;
 };
 

@@ -56,7 +56,7 @@ TEST(GanzeDatei, RechteBleibenUndOhneUmbenennenGehtEsAuch) {
     EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU)) << "written in place behind the whole sibling";
     EXPECT_EQ(p.inhalt(), NEU);
     EXPECT_EQ(p.dateien(), 1u);
-    EXPECT_GT(p.uhr.geschlafen(), 0.5);
+    EXPECT_GT(p.fs.gewartet(), 0.5);
 
     // The disk fails in the middle of that: the sibling is the only whole copy and stays.
     Werkprobe q;
