@@ -1,5 +1,4 @@
-// What the program asks of the workstation around it: variables, the user, the locale, its own place. These
-// look at local places and go past FileSystem; the one that a server can hold up says so.
+// What the program asks of the workstation around it: variables, the user, the locale, its own place.
 #pragma once
 
 #include <array>
@@ -34,8 +33,7 @@ public:
     virtual Locale locale() = 0;
     virtual std::uint32_t random_seed() = 0;
     // Takes the lock file of this user's running program; it dies with the process. False: another one runs.
-    // The user's folder may lie on a server: to be called through FileSystem::carry_out.
-    virtual bool lock_instance(const Text& path) = 0;
+    virtual bool lock_instance(const Text& path) = 0; // may ask a server: through FileSystem::carry_out
 };
 
 } // namespace kalvora
