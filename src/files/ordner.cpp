@@ -102,7 +102,7 @@ bool beide_gelistet(FileSystem& fs, const Text& ordner, const Text& name, const 
 void Schreibweise_entfernen(FileSystem& fs, const Text& alte, const Text& gültige) {
     if (alte == gültige) return;
     if (beide_gelistet(fs, ParentDir(alte), Dateiname_aus_Pfad(alte), Dateiname_aus_Pfad(gültige)))
-        fs.remove(alte);
+        (void)fs.remove(alte);
 }
 
 Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
