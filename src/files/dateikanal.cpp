@@ -93,7 +93,7 @@ void Dateikanal::schreibprobe(const Text& pfad) {
     if (modus_ == Dateimodus::Append) return; // its one open at the close is the probe
     const auto h = fs().open(pfad, OpenMode::Append);
     if (!h) throw zugriffsfehler(h.nummer(), pfad, {});
-    fs().close(*h);
+    (void)fs().close(*h);
 }
 
 void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus, int nummer) const {

@@ -102,7 +102,7 @@ bool beide_gelistet(FileSystem& fs, const Text& ordner, const Text& name, const 
 void Schreibweise_entfernen(FileSystem& fs, const Text& alte, const Text& gültige) {
     if (alte == gültige) return;
     if (beide_gelistet(fs, ParentDir(alte), Dateiname_aus_Pfad(alte), Dateiname_aus_Pfad(gültige)))
-        fs.remove(alte);
+        (void)fs.remove(alte);
 }
 
 Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
@@ -111,7 +111,7 @@ Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
 
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
     Netz_prüfen(fs, pfad);
-    if (!Ordner_vorhanden(fs, pfad)) fs.make_folder(pfad); // somebody else may be doing the same
+    if (!Ordner_vorhanden(fs, pfad)) (void)fs.make_folder(pfad); // somebody else may be doing the same
     if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
         Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
                      u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen", länge);
@@ -134,11 +134,12 @@ void Ordner_wechseln(FileSystem& fs, const Text& pfad, int länge) {
 
 void Datei_löschen(FileSystem& fs, const Text& pfad, const Text& temppfad) {
     if (!Ordner_vorhanden(fs, pfad)) {
-        fs.remove(pfad);
+        (void)fs.remove(pfad);
         return;
     }
-    if (!temppfad.empty() && fs.current_folder().starts_with(als_Ordner(pfad))) fs.change_folder(temppfad);
-    fs.remove_folder(pfad);
+    if (!temppfad.empty() && fs.current_folder().starts_with(als_Ordner(pfad)))
+        (void)fs.change_folder(temppfad);
+    (void)fs.remove_folder(pfad);
 }
 
 bool Dateien_löschen(FileSystem& fs, const Text& ordner, TextView maske) {

@@ -20,12 +20,12 @@ class OffeneDatei {
 public:
     OffeneDatei(FileSystem& fs, FileSystem::Handle h) : fs_(fs), h_(h) {}
     ~OffeneDatei() {
-        if (offen_) fs_.close(h_);
+        if (offen_) (void)fs_.close(h_); // a fault is told already
     }
     OffeneDatei(const OffeneDatei&) = delete;
     OffeneDatei& operator=(const OffeneDatei&) = delete;
     FileSystem::Handle operator*() const { return h_; }
-    Fehlercode schließen() {
+    [[nodiscard]] Fehlercode schließen() {
         offen_ = false;
         return fs_.close(h_);
     }
@@ -65,7 +65,7 @@ Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) con
         std::copy_n(inhalt.bytes.get(), inhalt.größe, größer.get());
         inhalt.bytes = std::move(größer);
     }
-    datei.schließen(); // nothing was written: its result says nothing
+    (void)datei.schließen(); // nothing was written: its result says nothing
     return inhalt;
 }
 
@@ -74,7 +74,7 @@ Ergebnis<FileInfo> Dateiwerk::stand(const Text& pfad) const {
     if (!h) return Ergebnis<FileInfo>::fehler(h.nummer());
     OffeneDatei datei(fs_, *h);
     auto info = fs_.info(*datei);
-    datei.schließen();
+    (void)datei.schließen();
     return info;
 }
 
@@ -97,7 +97,7 @@ Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_v
     const auto vorher = fs_.info(*datei);
     if (!vorher) return E::fehler(vorher.nummer());
     if (vorher->size == 0 && nur_bestehende) return E::fehler(FEHLER_NICHT_GEFUNDEN);
-    if (vorher->size == 0) fs_.copy_rights(*datei, Rechte_neuer_Datei(pfad));
+    if (vorher->size == 0) (void)fs_.copy_rights(*datei, Rechte_neuer_Datei(pfad));
     std::string zeilen;
     if (vorher->size > 0) {
         char letztes = '\n';
@@ -137,7 +137,7 @@ void Dateiwerk::Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std
     if (!jetzt || jetzt->size <= ab || jetzt->size - ab >= bytes.size()) return;
     std::string stück(static_cast<std::size_t>(jetzt->size - ab), '\0');
     const auto n = fs_.read_at(h, ab, stück.data(), stück.size());
-    if (n && *n == stück.size() && bytes.starts_with(stück)) fs_.truncate(h, ab);
+    if (n && *n == stück.size() && bytes.starts_with(stück)) (void)fs_.truncate(h, ab);
 }
 
 // A sibling that stands there already, left by an earlier process of the same number, may be all that is
@@ -162,7 +162,7 @@ Ergebnis<Dateiwerk::Nebendatei> Dateiwerk::in_nebendatei(const Text& ziel, std::
     const auto geschrieben = füllen(*datei, ziel, bytes, vorbild);
     const Fehlercode beim_schließen = datei.schließen();
     if (geschrieben && !beim_schließen) return Nebendatei{neben, *geschrieben};
-    fs_.remove(neben);
+    (void)fs_.remove(neben);
     return E::fehler(geschrieben ? beim_schließen : geschrieben.nummer());
 }
 
@@ -172,11 +172,12 @@ Ergebnis<FileInfo> Dateiwerk::füllen(FileSystem::Handle h, const Text& ziel, st
     if (const Fehlercode f = alles_schreiben(h, bytes)) return E::fehler(f);
     const auto eigene = fs_.info(h);
     if (!eigene) return eigene;
-    fs_.copy_rights(h, vorbild ? Rechte_nach(*vorbild, eigene->owner, ziel) : Rechte_neuer_Datei(ziel));
+    (void)fs_.copy_rights(h, vorbild ? Rechte_nach(*vorbild, eigene->owner, ziel) : Rechte_neuer_Datei(ziel));
     if (const Fehlercode f = fs_.sync(h)) return E::fehler(f);
     return fs_.info(h);
 }
 
+// Rights are given as far as that goes: to save with fewer of them is better than not to save.
 // Where the folder lets the group or others write, its new files let them append: a month's first save must
 // not shut the colleagues out.
 FileInfo Dateiwerk::Rechte_neuer_Datei(const Text& pfad) const {
@@ -238,23 +239,23 @@ Ergebnis<FileInfo> Dateiwerk::unterschieben(const Nebendatei& neben, const Text&
     Fehlercode f = 0;
     for (int versuch = 1; versuch <= UMBENENNEN_VERSUCHE; ++versuch) {
         if (const Fehlercode anders = noch_dieselbe(pfad, gelesen)) {
-            fs_.remove(neben.pfad);
+            (void)fs_.remove(neben.pfad);
             return E::fehler(anders);
         }
         f = fs_.rename(neben.pfad, pfad);
         if (!f || angekommen(neben.pfad, pfad, bytes)) return neben.info;
-        if (versuch < UMBENENNEN_VERSUCHE) uhr_.sleep(UMBENENNEN_PAUSE);
+        if (versuch < UMBENENNEN_VERSUCHE) fs_.wait(UMBENENNEN_PAUSE);
     }
     // Some servers refuse to rename over a file that somebody reads. The sibling is whole and synced: it
     // stays as the copy behind which the old file may be written in place.
     if (!fs_.info(neben.pfad)) return E::fehler(f);
     const auto h = fs_.open(pfad, OpenMode::Overwrite);
     if (!h) {
-        fs_.remove(neben.pfad); // nothing was touched: the old state stands
+        (void)fs_.remove(neben.pfad); // nothing was touched: the old state stands
         return E::fehler(f);
     }
     auto geschrieben = überschreiben(*h, bytes);
-    if (geschrieben) fs_.remove(neben.pfad);
+    if (geschrieben) (void)fs_.remove(neben.pfad);
     return geschrieben;
 }
 
@@ -275,7 +276,7 @@ Ergebnis<FileInfo> Dateiwerk::neu_anlegen(const Text& pfad, std::string_view byt
     if (!neben) return E::fehler(neben.nummer());
     const Fehlercode f = fs_.rename_new(neben->pfad, pfad);
     if (!f || angekommen(neben->pfad, pfad, bytes)) return neben->info;
-    fs_.remove(neben->pfad);
+    (void)fs_.remove(neben->pfad);
     return E::fehler(f);
 }
 

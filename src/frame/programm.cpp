@@ -132,7 +132,7 @@ void Programm::scheitern(const std::exception_ptr& fehler) {
     }
     if (start_) app_.close(*start_); // it shows the progress of a repair's backup
     start_.reset();
-    if (lief) plattform_.fs.change_folder(platz_.Temppfad);
+    if (lief) (void)plattform_.fs.change_folder(platz_.Temppfad);
 }
 
 // A stop in the middle of the work: entries that nobody has seen on the disk yet are looked for once more.
@@ -241,7 +241,7 @@ bool Programm::Schließen() {
     läuft_ = false;
     // No handle stays on the shared folder; a temp folder that has gone meanwhile is no reason to complain
     // now.
-    plattform_.fs.change_folder(platz_.Temppfad);
+    (void)plattform_.fs.change_folder(platz_.Temppfad);
     return true;
 }
 

@@ -63,9 +63,10 @@ void Programm::Systempfad_bestimmen() {
 }
 
 void Programm::Instanz_prüfen() {
-    if (plattform_.umgebung.lock_instance(platz_.Systempfad + u".kalvora-" +
-                                          als_Dateiname(platz_.Benutzername) + u".lock"))
-        return;
+    const Text sperre = platz_.Systempfad + u".kalvora-" + als_Dateiname(platz_.Benutzername) + u".lock";
+    bool frei = true;
+    plattform_.fs.carry_out([&] { frei = plattform_.umgebung.lock_instance(sperre); });
+    if (frei) return;
     app_.Hinweis(u"Programm ist bereits gestartet");
     throw Ende{2};
 }

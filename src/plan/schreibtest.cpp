@@ -7,7 +7,7 @@ namespace kalvora {
 namespace {
 
 bool weg(Dateikanal& kanal, const Text& pfad) {
-    kanal.fs().remove(pfad);
+    (void)kanal.fs().remove(pfad);
     return kanal.fs().info(pfad).nummer() == FEHLER_NICHT_GEFUNDEN;
 }
 

@@ -1,4 +1,5 @@
-// Time. The local date and time of day come from `now`; waits, guards and measures use the steady clock.
+// Time. The local date and time of day come from `now`; waits, guards and measures use the steady clock. A
+// clock does not wait: the window's waits are Application::Pause, those for a server FileSystem::wait.
 #pragma once
 
 #include "base/datum.h"
@@ -9,10 +10,8 @@ namespace kalvora {
 class Clock {
 public:
     virtual ~Clock() = default;
-    virtual Zeitpunkt now() = 0; // local time
-    virtual double steady() = 0; // seconds from an arbitrary point, never backwards
-    virtual void
-    sleep(double seconds) = 0; // the whole process waits; the window's waits are Application::Pause
+    virtual Zeitpunkt now() = 0;                // local time
+    virtual double steady() = 0;                // seconds from an arbitrary point, never backwards
     virtual Datum day_of(Zeitstempel) = 0;      // local date of a file's time stamp
     virtual Zeitpunkt time_of(Zeitstempel) = 0; // the same with the time of day
 };

@@ -33,7 +33,7 @@ public:
     virtual Locale locale() = 0;
     virtual std::uint32_t random_seed() = 0;
     // Takes the lock file of this user's running program; it dies with the process. False: another one runs.
-    virtual bool lock_instance(const Text& path) = 0;
+    virtual bool lock_instance(const Text& path) = 0; // may ask a server: through FileSystem::carry_out
 };
 
 } // namespace kalvora

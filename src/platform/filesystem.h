@@ -3,7 +3,9 @@
 // Nothing here throws: every call says its fault as a number (52 to 76).
 #pragma once
 
+#include <cassert>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -14,21 +16,28 @@
 
 namespace kalvora {
 
-// A value or the number of the fault that stood in its way.
+// A value or the number of the fault that stood in its way. To ask a fault for its value is an error of the
+// program's.
 template <class T>
-class Ergebnis {
+class [[nodiscard]] Ergebnis {
 public:
     Ergebnis(T wert) : wert_(std::move(wert)) {}
     static Ergebnis fehler(int nummer) { return Ergebnis(nummer, 0); }
     explicit operator bool() const { return nummer_ == 0; }
     int nummer() const { return nummer_; }
-    T& operator*() { return *wert_; }
-    const T& operator*() const { return *wert_; }
-    T* operator->() { return &*wert_; }
-    const T* operator->() const { return &*wert_; }
+    T& operator*() {
+        assert(wert_);
+        return *wert_;
+    }
+    const T& operator*() const {
+        assert(wert_);
+        return *wert_;
+    }
+    T* operator->() { return &**this; }
+    const T* operator->() const { return &**this; }
 
 private:
-    Ergebnis(int nummer, int) : nummer_(nummer) {}
+    Ergebnis(int nummer, int) : nummer_(nummer) { assert(nummer != 0); }
     std::optional<T> wert_;
     int nummer_ = 0;
 };
@@ -65,27 +74,35 @@ public:
     virtual Ergebnis<std::size_t> read(Handle, char* buffer, std::size_t size) = 0; // 0 at the end
     virtual Ergebnis<std::size_t> read_at(Handle, std::uint64_t offset, char* buffer, std::size_t size) = 0;
     virtual Ergebnis<std::size_t> write(Handle, std::string_view bytes) = 0; // may be short
-    virtual Fehlercode sync(Handle) = 0;                                     // "not supported" is success
-    virtual Fehlercode truncate(Handle, std::uint64_t size) = 0;
-    virtual Fehlercode copy_rights(Handle, const FileInfo& from) = 0; // mode and group, as far as allowed
+    [[nodiscard]] virtual Fehlercode sync(Handle) = 0;                       // "not supported" is success
+    [[nodiscard]] virtual Fehlercode truncate(Handle, std::uint64_t size) = 0;
+    [[nodiscard]] virtual Fehlercode
+    copy_rights(Handle, const FileInfo& from) = 0; // mode and group, as far as allowed
     virtual Ergebnis<FileInfo> info(Handle) = 0;
-    virtual Fehlercode close(Handle) = 0;
+    [[nodiscard]] virtual Fehlercode close(Handle) = 0;
 
     virtual Ergebnis<FileInfo> info(const Text& path) = 0;
-    virtual Fehlercode rename(const Text& from, const Text& to) = 0; // replaces `to`
+    [[nodiscard]] virtual Fehlercode rename(const Text& from, const Text& to) = 0; // replaces `to`
     // `to` appears with the content of `from` only if nothing stood there (58 otherwise); `from` is gone
     // then.
-    virtual Fehlercode rename_new(const Text& from, const Text& to) = 0;
-    virtual Fehlercode remove(const Text& path) = 0;        // a file, write protection notwithstanding
-    virtual Fehlercode remove_folder(const Text& path) = 0; // empty folders only
-    virtual Fehlercode make_folder(const Text& path) = 0;   // one level
+    [[nodiscard]] virtual Fehlercode rename_new(const Text& from, const Text& to) = 0;
+    [[nodiscard]] virtual Fehlercode remove(const Text& path) = 0; // a file, write protection notwithstanding
+    [[nodiscard]] virtual Fehlercode remove_folder(const Text& path) = 0; // empty folders only
+    [[nodiscard]] virtual Fehlercode make_folder(const Text& path) = 0;   // one level
     // Names of a folder, without "." and "..", sorted; a folder that cannot be listed is a fault.
     virtual Ergebnis<std::vector<Text>> list(const Text& folder) = 0;
-    virtual Fehlercode change_folder(const Text& folder) = 0;
+    [[nodiscard]] virtual Fehlercode change_folder(const Text& folder) = 0;
     virtual Text current_folder() = 0;
     // The folder's path without symbolic links, ending in "/". A link that leads nowhere is a fault of its
     // own (52): what it stands for exists, but not here and now.
     virtual Ergebnis<Text> real_folder(const Text& folder) = 0;
+    // Is the name itself a symbolic link, wherever it leads? The other calls follow it.
+    virtual Ergebnis<bool> is_link(const Text& path) = 0;
+
+    // A while goes by, for what a server refuses at one moment and grants at the next.
+    virtual void wait(double seconds) = 0;
+    // Makes a call that may ask a disk and is none of these in the same way as these.
+    virtual void carry_out(const std::function<void()>& call) { call(); }
 };
 
 bool Datei_vorhanden(FileSystem& fs, const Text& pfad);

@@ -1,7 +1,7 @@
 #include "platform/waiting_filesystem.h"
 
 #include <optional>
-#include <type_traits>
+#include <utility>
 
 namespace kalvora {
 
@@ -12,8 +12,6 @@ namespace {
 constexpr auto PATIENCE = 80ms; // a call that is done by then was none to wait for
 constexpr auto STEP = 30ms;
 constexpr auto BELIEVED = 1s;
-// A local call is over in microseconds, and the next one follows soon: waking a thread would last longer.
-constexpr auto SPIN_FOR_RESULT = 100us, SPIN_FOR_JOB = 200us;
 
 void undisturbed(const std::function<void()>& tell) {
     try {
@@ -24,8 +22,7 @@ void undisturbed(const std::function<void()>& tell) {
 
 } // namespace
 
-WaitingFileSystem::WaitingFileSystem(FileSystem& beneath)
-    : beneath_(beneath), spins_(std::thread::hardware_concurrency() > 1), thread_([this] { work(); }) {}
+WaitingFileSystem::WaitingFileSystem(FileSystem& beneath) : beneath_(beneath), thread_([this] { work(); }) {}
 
 WaitingFileSystem::~WaitingFileSystem() {
     {
@@ -38,64 +35,49 @@ WaitingFileSystem::~WaitingFileSystem() {
 
 // --- handing over
 
-bool WaitingFileSystem::spin_until(State wanted, std::chrono::microseconds longest) const {
-    const auto end = Clock::now() + (spins_ ? longest : 0us);
-    while (state_.load() != wanted) {
-        if (ending_.load() || Clock::now() >= end) return false;
-        std::this_thread::yield();
-    }
-    return true;
-}
-
 void WaitingFileSystem::work() {
-    while (!ending_) {
-        if (!spin_until(State::Posted, SPIN_FOR_JOB)) {
-            std::unique_lock lock(mutex_);
-            worker_sleeps_ = true;
-            worker_.wait(lock, [this] { return state_ == State::Posted || ending_; });
-            worker_sleeps_ = false;
-            continue;
-        }
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        worker_.wait(lock, [this] { return job_ || ending_; });
+        if (!job_) return;
+        const Job& job = *job_;
+        std::exception_ptr thrown;
+        lock.unlock();
         try {
-            job_(argument_);
-        } catch (...) { // NOLINT(bugprone-empty-catch): thrown again by the caller
-            thrown_ = std::current_exception();
+            job();
+        } catch (...) { // thrown again by the caller
+            thrown = std::current_exception();
         }
-        state_ = State::Done;
-        if (!caller_sleeps_) continue;
-        const std::lock_guard lock(mutex_);
+        lock.lock();
+        thrown_ = std::move(thrown); // none is left here: the caller alone lets go of what was thrown
+        job_ = nullptr;
         caller_.notify_one();
     }
 }
 
-void WaitingFileSystem::run(void (*job)(void*), void* argument) {
-    const auto begin = Clock::now();
-    job_ = job;
-    argument_ = argument;
-    state_ = State::Posted;
-    if (worker_sleeps_) {
+void WaitingFileSystem::run(const Job& job) {
+    {
         const std::lock_guard lock(mutex_);
-        worker_.notify_one();
+        job_ = &job;
     }
-    if (!spin_until(State::Done, SPIN_FOR_RESULT)) let_window_answer(begin);
-    state_ = State::Idle;
-    if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
+    worker_.notify_one();
+    let_window_answer();
+    if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr)); // the worker has nothing to do
 }
 
-void WaitingFileSystem::let_window_answer(Clock::time_point begin) {
+void WaitingFileSystem::let_window_answer() {
+    const auto begin = Clock::now();
     bool told = false;
-    for (auto next = begin + PATIENCE;; next = Clock::now() + STEP) {
-        {
-            std::unique_lock lock(mutex_);
-            caller_sleeps_ = true;
-            const bool done = caller_.wait_until(lock, next, [this] { return state_ == State::Done; });
-            caller_sleeps_ = false;
-            if (done) break;
-        }
+    std::unique_lock lock(mutex_);
+    for (auto next = begin + PATIENCE; !caller_.wait_until(lock, next, [this] { return !job_; });
+         next = Clock::now() + STEP) {
+        lock.unlock();
         told = true;
         const double seconds = std::chrono::duration<double>(Clock::now() - begin).count();
         if (while_waiting) undisturbed([&] { while_waiting(seconds); });
+        lock.lock();
     }
+    lock.unlock();
     if (told && wait_over) undisturbed(wait_over);
 }
 
@@ -109,12 +91,9 @@ auto WaitingFileSystem::on_worker(F&& call) -> decltype(call()) {
         Guard(const Guard&) = delete;
         Guard& operator=(const Guard&) = delete;
     } const guard(outside_);
-    struct Job {
-        std::remove_reference_t<F>& call;
-        std::optional<decltype(call())> result;
-    } job{call, std::nullopt};
-    run([](void* j) { static_cast<Job*>(j)->result.emplace(static_cast<Job*>(j)->call()); }, &job);
-    return std::move(*job.result);
+    std::optional<decltype(call())> result;
+    run([&] { result.emplace(call()); });
+    return std::move(*result);
 }
 
 // --- what need not be handed over
@@ -214,6 +193,21 @@ Fehlercode WaitingFileSystem::change_folder(const Text& folder) {
 
 Ergebnis<Text> WaitingFileSystem::real_folder(const Text& folder) {
     return look(folder, [&] { return beneath_.real_folder(folder); });
+}
+
+Ergebnis<bool> WaitingFileSystem::is_link(const Text& path) {
+    return look(path, [&] { return beneath_.is_link(path); });
+}
+
+void WaitingFileSystem::wait(double seconds) {
+    carry_out([&] { beneath_.wait(seconds); });
+}
+
+void WaitingFileSystem::carry_out(const std::function<void()>& call) {
+    on_worker([&] {
+        beneath_.carry_out(call);
+        return true;
+    });
 }
 
 } // namespace kalvora

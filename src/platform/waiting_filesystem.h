@@ -2,11 +2,11 @@
 // it lasts the calling thread is given a moment again and again, to let the window answer. Otherwise it is
 // the file system beneath. To be called from one thread alone.
 //
-// Handing over costs microseconds, or on a busy computer as long as another process holds the processor. What
-// only looks at a folder that always answers soon (`prompt`) is therefore done at once.
+// Handing over means waking a thread twice: tens of microseconds, or on a busy computer as long as another
+// process holds the processor. What only looks at a folder that always answers soon (`prompt`) is therefore
+// done at once, and what is left ends in a sync or on a server, either of which lasts longer.
 #pragma once
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
@@ -15,7 +15,6 @@
 #include <mutex>
 #include <set>
 #include <thread>
-#include <utility>
 
 #include "platform/filesystem.h"
 
@@ -57,9 +56,11 @@ public:
     Fehlercode change_folder(const Text& folder) override;
     Text current_folder() override { return beneath_.current_folder(); } // asks no disk
     Ergebnis<Text> real_folder(const Text& folder) override;
+    Ergebnis<bool> is_link(const Text& path) override;
+    void wait(double seconds) override;
+    void carry_out(const std::function<void()>& call) override;
 
 private:
-    enum class State { Idle, Posted, Done };
     using Clock = std::chrono::steady_clock;
 
     struct Answer {
@@ -72,25 +73,21 @@ private:
     auto look(const Place& place, F&& call) -> decltype(call());
     template <class F>
     auto on_worker(F&& call) -> decltype(call());
-    void run(void (*job)(void*), void* argument); // on the worker, until it is done
-    void work();                                  // the worker's loop
-    void let_window_answer(Clock::time_point begin);
-    bool spin_until(State wanted, std::chrono::microseconds longest) const;
+    using Job = std::function<void()>;
+    void run(const Job& job); // on the worker; comes back when it is done, and never before
+    void work();              // the worker's loop
+    void let_window_answer();
 
     FileSystem& beneath_;
-    const bool spins_;               // not where both sides share one processor
     std::map<Text, Answer> answers_; // by folder
     std::set<Handle> prompt_handles_;
     bool outside_ = false; // a call is under way: what comes now is nested
-    // The job is written before Posted and read behind it; so its result before and behind Done. Whoever
-    // finds the other side asleep wakes it under the mutex.
-    void (*job_)(void*) = nullptr;
-    void* argument_ = nullptr;
-    std::exception_ptr thrown_;
-    std::atomic<State> state_{State::Idle};
-    std::atomic<bool> caller_sleeps_{false}, worker_sleeps_{false}, ending_{false};
+    // What both threads touch, under the mutex. The job and its result stand on the caller's stack.
     std::mutex mutex_;
     std::condition_variable caller_, worker_;
+    const Job* job_ = nullptr; // until it is done
+    std::exception_ptr thrown_;
+    bool ending_ = false;
     std::thread thread_; // last: begins when all else stands
 };
 

@@ -212,7 +212,7 @@ void Backups::Nebendateien_löschen() const {
         if (!name.starts_with(u'.') || name.ends_with(u".unlesbar")) continue;
         const auto info = kanal_.fs().info(platz_.Backuppfad + name);
         if (info && !info->folder && platz_.Heute - kanal_.werk().uhr().day_of(info->time) > 1)
-            kanal_.fs().remove(platz_.Backuppfad + name);
+            (void)kanal_.fs().remove(platz_.Backuppfad + name);
     }
 }
 

@@ -48,6 +48,8 @@ public:
         return folder == PROBEORDNER ? std::vector<Text>{Dateiname_aus_Pfad(pfad_)} : fs_.list(folder);
     }
     Ergebnis<Text> real_folder(const Text& folder) override { return folder; }
+    Ergebnis<bool> is_link(const Text& path) override { return path == pfad_ ? false : fs_.is_link(path); }
+    void wait(double seconds) override { fs_.wait(seconds); }
     Text current_folder() override { return Text(PROBEORDNER); }
 
     Ergebnis<std::size_t> write(Handle, std::string_view) override {

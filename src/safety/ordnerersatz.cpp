@@ -91,7 +91,7 @@ bool Ordnerersatz::Datenordner_ersetzen(const Gelesen& container) {
         if (neu.nummer() == FEHLER_EXISTIERT)
             return ablehnen(u"Eine Wiederherstellung läuft gerade auf einem anderen Arbeitsplatz.");
         if (!neu) {
-            if (!stand) kanal_.fs().remove(Kopie()); // should it stand all the same
+            if (!stand) (void)kanal_.fs().remove(Kopie()); // should it stand all the same
             return ablehnen(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
                             Pfad_kürzen(platz_.Backuppfad, 100) + u".");
         }
@@ -169,7 +169,7 @@ bool Ordnerersatz::alle_schreiben(const Gelesen& container, bool erstmals, bool&
 bool Ordnerersatz::durchführen(const Gelesen& container) {
     geblieben_.clear();
     const std::set<Text> vorher = Bestand();
-    if (!Ordner_vorhanden(kanal_.fs(), platz_.Logpfad)) kanal_.fs().make_folder(platz_.Logpfad);
+    if (!Ordner_vorhanden(kanal_.fs(), platz_.Logpfad)) (void)kanal_.fs().make_folder(platz_.Logpfad);
     for (int runde = 1; runde <= RUNDEN; ++runde) {
         bool vollständig = runde > 1;
         if (!alle_schreiben(container, runde == 1, vollständig)) return false;

@@ -74,17 +74,15 @@ void Wiederherstellung::kein_Container_melden() const {
 // Nothing is written where a symbolic link in a member's place leads: to another file, nowhere, or in a
 // circle.
 bool Wiederherstellung::ist_Verknüpfung(const Text& ordner, const Text& name) const {
-    FileSystem& fs = kanal_.fs();
-    const auto ort = fs.real_folder(ordner), ziel = fs.real_folder(ordner + name); // of a file too
-    if (!ort) return false;
-    if (ziel) return *ziel != *ort + name + u"/";
-    const int f = fs.info(ordner + name).nummer();
-    return ziel.nummer() == FEHLER_NETZ && (f == FEHLER_NICHT_GEFUNDEN || f == FEHLER_NETZ);
+    const auto link = kanal_.fs().is_link(ordner + name);
+    return link && *link;
 }
 
 void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes) {
     const Text ziel = ordner + name, andere = Datei_finden(kanal_.fs(), ordner, name);
-    if (ist_Verknüpfung(ordner, name)) kanal_.fs().remove(ziel);
+    if (ist_Verknüpfung(ordner, name))
+        if (const int f = kanal_.fs().remove(ziel); f != 0 && f != FEHLER_NICHT_GEFUNDEN)
+            throw Zugriffsfehler(f, ziel);
     const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes);
     if (!ergebnis) throw Zugriffsfehler(ergebnis.nummer(), ziel);
     Schreibweise_entfernen(kanal_.fs(), andere, ziel);

@@ -36,6 +36,7 @@ public:
         }));
     }
     int offene() const { return static_cast<int>(offen_.size()); } // handles not closed
+    double gewartet() const { return gewartet_; }                  // seconds in all
     // The program was ended: its handles are gone, the disk stays.
     void neu_starten() {
         offen_.clear();
@@ -143,9 +144,19 @@ public:
         });
     }
     Text current_folder() override { return hier_; }
-    Ergebnis<Text> real_folder(const Text& pfad) override { // this disk has no links
+    Ergebnis<Text> real_folder(const Text& pfad) override { // this disk has no links to folders
         return rufe<Text>({"real_folder", pfad}, false,
                           [&] { return ordner(pfad) ? Ergebnis<Text>(pfad) : Ergebnis<Text>::fehler(76); });
+    }
+    Ergebnis<bool> is_link(const Text& pfad) override {
+        return rufe<bool>({"is_link", pfad}, false, [&]() -> Ergebnis<bool> {
+            if (!platte_->finde(pfad)) return Ergebnis<bool>::fehler(fehlt(pfad));
+            return false;
+        });
+    }
+    void wait(double sekunden) override {
+        melde("wait", {});
+        gewartet_ += sekunden;
     }
 
 private:
@@ -164,7 +175,7 @@ private:
     }
     static bool ändernd(const std::string& name) {
         return name != "read" && name != "read_at" && name != "info" && name != "list" && name != "open" &&
-               name != "change_folder" && name != "close" && name != "real_folder";
+               name != "change_folder" && name != "close" && name != "real_folder" && name != "is_link";
     }
 
     static bool legt_an(OpenMode m) { return m != OpenMode::Read && m != OpenMode::Extend; }
@@ -305,6 +316,7 @@ private:
     Handle nächster_ = 0;
     Text hier_ = u"/";
     bool drin_ = false;
+    double gewartet_ = 0;
 };
 
 } // namespace kalvora

@@ -1,4 +1,4 @@
-// A clock that stands until the test moves it; sleeping moves it on. Days of file stamps are UTC days.
+// A clock that stands until the test moves it. Days of file stamps are UTC days.
 #pragma once
 
 #include <cmath>
@@ -23,17 +23,12 @@ public:
         tag_ += static_cast<Datum>(tage);
         sekunden_ -= tage * 86400.0;
     }
-    double geschlafen() const { return geschlafen_; } // seconds in all
 
     Zeitpunkt now() override {
         const int s = static_cast<int>(sekunden_);
         return {Kalendertag_aus(tag_), s / 3600, s / 60 % 60, s % 60};
     }
     double steady() override { return stetig_; }
-    void sleep(double sekunden) override {
-        geschlafen_ += sekunden;
-        weiter(sekunden);
-    }
     Datum day_of(Zeitstempel z) override {
         constexpr Zeitstempel TAG = 86'400'000'000'000;
         return Datum_aus(1970, 1, 1) + static_cast<Datum>((z - (z % TAG + TAG) % TAG) / TAG);
@@ -51,7 +46,7 @@ public:
 
 private:
     Datum tag_ = 0;
-    double sekunden_ = 0, stetig_ = 1000, geschlafen_ = 0;
+    double sekunden_ = 0, stetig_ = 1000;
 };
 
 } // namespace kalvora

@@ -14,7 +14,6 @@ public:
     void stellen(Zeitpunkt z) { jetzt_ = z; }
     Zeitpunkt now() override { return jetzt_; }
     double steady() override { return uhr_.steady(); }
-    void sleep(double sekunden) override { uhr_.sleep(sekunden); }
     Datum day_of(Zeitstempel z) override { return uhr_.day_of(z); }
     Zeitpunkt time_of(Zeitstempel z) override { return uhr_.time_of(z); }
 

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <ctime>
-#include <thread>
 
 namespace kalvora {
 
@@ -26,10 +25,6 @@ Zeitpunkt PosixClock::now() {
 
 double PosixClock::steady() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-void PosixClock::sleep(double seconds) {
-    if (seconds > 0) std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
 
 Datum PosixClock::day_of(Zeitstempel stamp) {

@@ -9,7 +9,6 @@ class PosixClock : public Clock {
 public:
     Zeitpunkt now() override;
     double steady() override;
-    void sleep(double seconds) override;
     Datum day_of(Zeitstempel) override;
     Zeitpunkt time_of(Zeitstempel) override;
 };

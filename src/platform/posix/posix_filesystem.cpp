@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/vfs.h>
+#include <thread>
 #include <unistd.h>
 
 #include "platform/posix/posix_fehler.h"
@@ -47,11 +50,6 @@ bool on_share(const struct statfs& where) {
     constexpr std::array<unsigned, 4> SHARES{NFS_SUPER_MAGIC, SMB_SUPER_MAGIC, CIFS_SUPER_MAGIC,
                                              SMB2_SUPER_MAGIC};
     return std::find(SHARES.begin(), SHARES.end(), static_cast<unsigned>(where.f_type)) != SHARES.end();
-}
-
-bool lies_on_share(int handle) {
-    struct statfs where {};
-    return fstatfs(handle, &where) == 0 && on_share(where);
 }
 
 bool on_disk(const struct statfs& where) {
@@ -179,14 +177,24 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
     }
     if (S_ISREG(s.st_mode)) {
         // What another workstation has written must be seen, not what this one has kept of the file.
-        if (mode == OpenMode::Read && lies_on_share(handle)) posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
+        if (mode == OpenMode::Read && lies_on_share(handle, s.st_dev))
+            posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
         return handle;
     }
     ::close(handle);
     return Ergebnis<Handle>::fehler(FEHLER_SCHREIBSCHUTZ);
 }
 
-// Asked once for each run of opens on the same device: on a share the question itself goes to the server.
+// On a share the question itself goes to the server. A disk's device is never one; of the others only a yes
+// is remembered, since numbers are given anew: a wrong no would show old bytes, a wrong yes only reads again.
+bool PosixFileSystem::lies_on_share(int handle, std::uint64_t device) {
+    if (major(device) != 0) return false;
+    if (device == share_) return true;
+    struct statfs where {};
+    if (fstatfs(handle, &where) != 0 || !on_share(where)) return false;
+    share_ = device;
+    return true;
+}
 
 Ergebnis<std::size_t> PosixFileSystem::read(Handle handle, char* buffer, std::size_t size) {
     const ssize_t n = repeated([&] { return ::read(handle, buffer, size); });
@@ -407,6 +415,18 @@ Ergebnis<Text> PosixFileSystem::real_folder(const Text& folder) {
     struct stat s {};
     const bool dangling = error == ENOENT && lstat(name.c_str(), &s) == 0 && S_ISLNK(s.st_mode);
     return Ergebnis<Text>::fehler(dangling ? FEHLER_NETZ : folder_fault(error, name));
+}
+
+Ergebnis<bool> PosixFileSystem::is_link(const Text& path) {
+    if (!possible(path)) return Ergebnis<bool>::fehler(FEHLER_NETZ);
+    const std::string name = zu_utf8(path);
+    struct stat s {};
+    if (lstat(name.c_str(), &s) != 0) return Ergebnis<bool>::fehler(path_fault(errno, name));
+    return S_ISLNK(s.st_mode);
+}
+
+void PosixFileSystem::wait(double seconds) {
+    std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
 }
 
 bool PosixFileSystem::on_local_disk(const Text& folder) const {

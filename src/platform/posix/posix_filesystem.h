@@ -3,6 +3,8 @@
 // On a share Read passes over what this workstation has kept of the file.
 #pragma once
 
+#include <atomic>
+
 #include "platform/filesystem.h"
 
 namespace kalvora {
@@ -29,6 +31,8 @@ public:
     Fehlercode change_folder(const Text& folder) override;
     Text current_folder() override;
     Ergebnis<Text> real_folder(const Text& folder) override;
+    Ergebnis<bool> is_link(const Text& path) override;
+    void wait(double seconds) override;
 
     // Does the folder lie on a disk of this computer, which always answers soon? No: a share, what a process
     // serves (FUSE), anything not known, a folder that is not there. May itself last.
@@ -42,9 +46,12 @@ protected:
     virtual void claim_pause(); // between two looks at somebody else's claim to a name
 
 private:
+    bool lies_on_share(int handle, std::uint64_t device);
     enum class Claim { Name_taken, Gone, Dead };
     Claim watch_claim(const std::string& claim, const std::string& name);
     int rename_claimed(const std::string& from, const std::string& to);
+
+    std::atomic<std::uint64_t> share_{0}; // the device of the last share that was read; calls may be nested
 };
 
 } // namespace kalvora

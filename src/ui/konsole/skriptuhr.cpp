@@ -1,6 +1,8 @@
 #include "ui/konsole/skriptuhr.h"
 
+#include <chrono>
 #include <cmath>
+#include <thread>
 
 namespace kalvora {
 
@@ -15,10 +17,11 @@ Zeitpunkt Skriptuhr::now() {
     return {Kalendertag_aus(tag), rest / 3600, rest / 60 % 60, rest % 60};
 }
 
-void Skriptuhr::sleep(double seconds) {
+void Skriptuhr::warten_bis(double zeitpunkt) {
+    const double seconds = zeitpunkt - steady();
     if (!(seconds > 0)) return;
     if (echt())
-        uhr_.sleep(seconds);
+        std::this_thread::sleep_for(std::chrono::duration<double>(seconds));
     else
         vergangen_ += seconds;
 }

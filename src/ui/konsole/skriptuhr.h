@@ -18,11 +18,10 @@ public:
     // Simulated: the start and the seconds that went by since then; a change to summer time is not followed.
     Zeitpunkt now() override;
     double steady() override { return echt() ? uhr_.steady() : vergangen_; }
-    void sleep(double seconds) override;
     Datum day_of(Zeitstempel stempel) override { return uhr_.day_of(stempel); }
     Zeitpunkt time_of(Zeitstempel stempel) override { return uhr_.time_of(stempel); }
 
-    void warten_bis(double zeitpunkt) { sleep(zeitpunkt - steady()); } // of the steady clock
+    void warten_bis(double zeitpunkt); // of the steady clock
     bool echt() const { return lauf_ == Zeitlauf::Echtzeit; }
 
 private:

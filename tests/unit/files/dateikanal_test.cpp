@@ -94,6 +94,7 @@ TEST(Dateikanal, LangsamesSchließen) {
     Prüfplatz p;
     int langsam = 0;
     p.kanal.bei_langsamem_Schließen = [&] { ++langsam; };
+    p.fs.davor = [&](const std::string& aufruf, const Text&) { p.uhr.weiter(aufruf == "wait" ? 0.2 : 0); };
     for (const int beim : {1, 2})
         p.fs.störe({.aufruf = "rename", .beim = beim});
     p.kanal.Datei_öffnen(PFAD, Dateimodus::Output);

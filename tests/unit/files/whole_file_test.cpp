@@ -65,7 +65,7 @@ TEST(GanzeDatei, RechteBleibenUndOhneUmbenennenGehtEsAuch) {
     p.fs.störe({.aufruf = "rename", .nummer = 70, .dauernd = true});
     EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU)) << "written in place behind the whole sibling";
     EXPECT_EQ(p.inhalt(), NEU);
-    EXPECT_GT(p.uhr.geschlafen(), 0.5);
+    EXPECT_GT(p.fs.gewartet(), 0.5);
     EXPECT_TRUE(p.werk.ersetzen(PFAD, ALT));
     EXPECT_EQ(p.inhalt(), ALT) << "nothing of the longer one stands behind it";
     p.fs.störe({.aufruf = "open", .maske = u"Datei.dat", .nummer = 70, .dauernd = true});

@@ -64,7 +64,7 @@ protected:
         for (auto n = fs->read(*h, puffer.data(), puffer.size()); n && *n > 0;
              n = fs->read(*h, puffer.data(), puffer.size()))
             alles.append(puffer.data(), *n);
-        fs->close(*h);
+        EXPECT_EQ(fs->close(*h), 0);
         return alles;
     }
     TempOrdner ordner;
@@ -95,7 +95,7 @@ TEST_P(Dateisystem, Oeffnen_sagt_warum_nicht) {
                                               {u"da.dat", OpenMode::Read, 0}}) {
         const auto h = fs->open(basis + name, modus);
         EXPECT_EQ(h.nummer(), nummer) << zu_utf8(name) << " mode " << static_cast<int>(modus);
-        if (h) fs->close(*h);
+        EXPECT_EQ(h ? fs->close(*h) : 0, 0);
     }
     EXPECT_EQ(*fs->list(basis), (std::vector<Text>{u"da.dat", u"ordner"})) << "a refused open leaves nothing";
 }
@@ -112,8 +112,8 @@ TEST_P(Dateisystem, Anfuegen_geht_ans_Ende_und_kann_lesen) {
     auto zweiter = fs->open(basis + u"a.dat", OpenMode::Append);
     EXPECT_EQ(*fs->write(*zweiter, "drei\n"), 5u);
     EXPECT_EQ(*fs->write(*h, "vier\n"), 5u) << "behind what the other one wrote";
-    fs->close(*h);
-    fs->close(*zweiter);
+    EXPECT_EQ(fs->close(*h), 0);
+    EXPECT_EQ(fs->close(*zweiter), 0);
     EXPECT_EQ(lies(u"a.dat"), "eins\nzwei\ndrei\nvier\n");
 }
 
@@ -124,7 +124,7 @@ TEST_P(Dateisystem, Ueberschreiben_laesst_den_Rest_bis_truncate) {
     EXPECT_EQ(lies(u"a.dat"), "abc3456789");
     EXPECT_EQ(fs->truncate(*h, 3), 0);
     EXPECT_EQ(fs->info(*h)->size, 3u);
-    fs->close(*h);
+    EXPECT_EQ(fs->close(*h), 0);
     EXPECT_EQ(lies(u"a.dat"), "abc");
 }
 

@@ -2,11 +2,14 @@
 // are those beneath is shown by the contract in dateisystem_test.cpp.
 #include <gtest/gtest.h>
 
+#include <new>
 #include <set>
 #include <stdexcept>
 #include <thread>
 
+#include "files/whole_file.h"
 #include "hilfen/speicher_dateisystem.h"
+#include "hilfen/test_uhr.h"
 #include "hilfen/tor.h"
 #include "platform/waiting_filesystem.h"
 
@@ -14,10 +17,14 @@ namespace kalvora {
 namespace {
 
 struct HängendePlatte : SpeicherDateisystem {
-    Tor* tor = nullptr; // in front of make_folder
+    Tor* tor = nullptr; // in front of make_folder and wait
     Fehlercode make_folder(const Text& pfad) override {
         if (tor) tor->warten();
         return SpeicherDateisystem::make_folder(pfad);
+    }
+    void wait(double sekunden) override {
+        if (tor) tor->warten();
+        SpeicherDateisystem::wait(sekunden);
     }
 };
 
@@ -32,6 +39,14 @@ struct Wartend : testing::Test {
         fs.wait_over = [this] { ++vorbei; };
     }
 };
+
+TEST_F(Wartend, reicht_weiter_was_geworfen_wird) {
+    platte.störe({.aufruf = "make_folder", .wirkung = Wirkung::Ende});
+    EXPECT_THROW(fs.make_folder(u"/srv/y/"), Programmende);
+    platte.störe_nicht();
+    EXPECT_THROW(fs.carry_out([] { throw std::bad_alloc(); }), std::bad_alloc);
+    EXPECT_EQ(fs.make_folder(u"/srv/y/"), 0);
+}
 
 TEST_F(Wartend, laesst_das_Fenster_zu_Wort_kommen_bis_der_Aufruf_zurueckkehrt) {
     platte.tor = &tor;
@@ -50,6 +65,20 @@ TEST_F(Wartend, laesst_das_Fenster_zu_Wort_kommen_bis_der_Aufruf_zurueckkehrt) {
     EXPECT_EQ(vorbei, 1) << "the second call did not last";
 }
 
+// A server that refuses a rename is asked again after a while: the window answers through that, too.
+TEST_F(Wartend, auch_die_Pause_vor_dem_naechsten_Umbenennen_laesst_das_Fenster_zu_Wort_kommen) {
+    platte.schreibe(u"/srv/a.dat", "alt");
+    platte.störe({.aufruf = "rename", .nummer = 70});
+    platte.tor = &tor;
+    fs.while_waiting = [&](double) { ++male, tor.öffnen(); };
+    TestUhr uhr;
+    EXPECT_TRUE(Dateiwerk(fs, uhr, u"PLATZ1-1").ersetzen(u"/srv/a.dat", "neu"));
+    EXPECT_GE(male, 1);
+    EXPECT_EQ(vorbei, 1);
+    EXPECT_EQ(platte.inhalt(u"/srv/a.dat"), "neu");
+    EXPECT_DOUBLE_EQ(platte.gewartet(), 0.2);
+}
+
 // What is done at once runs on the caller's own thread.
 TEST_F(Wartend, gibt_nicht_ab_was_nur_hinsieht_wo_gleich_geantwortet_wird) {
     std::set<std::string> abgegeben;
@@ -66,14 +95,16 @@ TEST_F(Wartend, gibt_nicht_ab_was_nur_hinsieht_wo_gleich_geantwortet_wird) {
         (void)fs.read(*h, &c, 1);
         (void)fs.write(*h, "d");
         (void)fs.sync(*h);
-        fs.close(*h);
-        fs.rename(u"/srv/x/a.dat", u"/srv/x/a.dat");
+        (void)fs.close(*h);
+        (void)fs.rename(u"/srv/x/a.dat", u"/srv/x/a.dat");
+        fs.carry_out([&] { platte.davor("lock", {}); });
         return abgegeben;
     };
-    EXPECT_EQ(alles(), (std::set<std::string>{"list", "open", "read", "write", "sync", "close", "rename"}));
+    EXPECT_EQ(alles(),
+              (std::set<std::string>{"list", "open", "read", "write", "sync", "close", "rename", "lock"}));
     std::vector<Text> gefragt;
     fs.prompt = [&](const Text& ordner) { return gefragt.push_back(ordner), ordner == u"/srv/x/"; };
-    EXPECT_EQ(alles(), (std::set<std::string>{"write", "sync", "rename"}));
+    EXPECT_EQ(alles(), (std::set<std::string>{"write", "sync", "rename", "lock"}));
     EXPECT_EQ(gefragt, std::vector<Text>{u"/srv/x/"}) << "the answer holds for a while";
     (void)fs.info(u"/srv/y");
     EXPECT_TRUE(abgegeben.contains("info")) << "another folder";

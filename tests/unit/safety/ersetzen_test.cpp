@@ -286,10 +286,16 @@ TEST(Datenordner_ersetzen, bereit) {
     EXPECT_TRUE(p->Meldungen().at(0).starts_with(u"Löschen alter Dateien im Ordner"));
 }
 
-// On the real disk: links are replaced and not followed, whatever they lead to.
+// On the real disk: links are replaced and not followed, whatever they lead to; nor where they cannot go.
 TEST(Datenordner_ersetzen, folgt_keiner_Verknüpfung) {
+    struct Namensfest : PosixFileSystem {
+        bool fest = true;
+        Fehlercode remove(const Text& p) override { return fest ? 70 : PosixFileSystem::remove(p); }
+        Fehlercode rename(const Text& v, const Text& n) override {
+            return fest ? 70 : PosixFileSystem::rename(v, n);
+        }
+    } fs;
     TempOrdner temp;
-    PosixFileSystem fs;
     TestUhr uhr;
     StummeFenster fenster;
     Application app(fenster);
@@ -315,8 +321,10 @@ TEST(Datenordner_ersetzen, folgt_keiner_Verknüpfung) {
     Logbuch log(kanal, platz, konfig);
     Backups backups(kanal, platz, konfig, log);
     Wiederherstellung wieder(kanal, platz);
-    EXPECT_TRUE(Ordnerersatz(kanal, platz, wieder, backups, log)
-                    .Datenordner_ersetzen(*wieder.lesen(platz.Backuppfad + T)));
+    const auto container = wieder.lesen(platz.Backuppfad + T);
+    EXPECT_THROW(wieder.schreiben(*container->finden(u"Konfigdaten.dat")), Laufzeitfehler);
+    fs.fest = false;
+    EXPECT_TRUE(Ordnerersatz(kanal, platz, wieder, backups, log).Datenordner_ersetzen(*container));
     EXPECT_EQ(temp.lies(u"fern/datei.dat"), "fern");
     EXPECT_FALSE(temp.gibt_es(u"fern/nichts.dat"));
     EXPECT_TRUE(temp.gibt_es(u"fern/ordner/x"));

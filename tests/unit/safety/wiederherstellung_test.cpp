@@ -46,7 +46,7 @@ TEST(Dateiprobe, urteilt_wie_die_Leser) {
     EXPECT_EQ(probe.Startjahr(Mitarbeiterdatei(2031)), 2031);
     EXPECT_EQ(probe.Startjahr("x"), std::nullopt);
     EXPECT_EQ(p.fs.platte().abbild(), vorher);
-    EXPECT_EQ(p.uhr.geschlafen(), 0);
+    EXPECT_EQ(p.fs.gewartet(), 0);
     EXPECT_EQ(p.fs.offene(), 0);
     EXPECT_TRUE(p.dialog.hinweise.empty() && p.fenster.hinweise.empty());
 }

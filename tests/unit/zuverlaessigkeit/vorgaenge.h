@@ -142,7 +142,7 @@ inline Vorgang in_der_Firma(const char* name, const Text& wurzel, const Text& be
         TestUhr uhr;
         Ordnerkette_anlegen(fs, wurzel + u"opt/kalvora/");
         Installation_ablegen([&](const Text& datei, const std::string& bytes) {
-            Dateiwerk(fs, uhr, u"ANLAGE-2").ersetzen(wurzel + u"opt/kalvora/" + datei, bytes);
+            (void)Dateiwerk(fs, uhr, u"ANLAGE-2").ersetzen(wurzel + u"opt/kalvora/" + datei, bytes);
         });
         Platzlauf erster(fs, u"chef", wurzel, u"PLATZ0"); // of the day: it makes the backups
         EXPECT_TRUE(erster.starten(aufruf));
