@@ -33,7 +33,7 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
         app_.open(*start_);
     }
     frmStart& f = *start_;
-    f.Warten_zeigen(true);
+    f.Wartezustand(true);
     if (f.view()) f.view()->paint_now();
     app_.Hinweis(u"Der Datenordner " + ParentDir(platz_.Datenpfad) + u" ist nicht verfügbar");
     const Wartende ende = Wartezeit(f);
@@ -42,7 +42,7 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
         app_.windows().status(f.lblText4.text());
         app_.Pause(ABSCHIED);
     } else {
-        f.Warten_zeigen(false);
+        f.Wartezustand(false);
     }
     return ende;
 }

@@ -66,6 +66,40 @@ TEST(Maus, meldet_was_eine_Hand_täte) {
         EXPECT_EQ(lauf(fall.zeile), fall.protokoll) << fall.zeile;
 }
 
+// As on a screen that shows the whole table (tests of the plan's view have the same keys).
+TEST(Tasten, markieren_in_Tabellen_wie_auf_dem_Bildschirm) {
+    Probelauf lauf([](Probefenster& f) {
+        f.msgFlexGrid.on_selection_changed = [&f](int) { f.msgFlexGrid.set_HighLight(true); };
+        f.msgFlexGrid.set_row_kind(1, RowKind::Heading);
+        f.msgFlexGrid.set_marked_col(2);
+    });
+    Table& tabelle = lauf.window->msgFlexGrid;
+    lauf("maus links msgFlexGrid 0 0");
+    const struct {
+        const char* taste;
+        Selection danach;
+    } FÄLLE[] = {{"Bild-ab", {2, 2, 2, 2}}, // the first key: today, below the heading
+                 {"Ab", {3, 2, 3, 2}},
+                 {"Umschalt+Bild-ab", {3, 2, 4, 2}}, // the last row is hidden
+                 {"Umschalt+Rechts", {3, 2, 4, 3}},
+                 {"Rechts", {4, 3, 4, 3}}, // and the last column
+                 {"Bild-auf", {1, 3, 1, 3}},
+                 {"Strg+Ende", {4, 3, 4, 3}},
+                 {"Umschalt+Strg+Pos1", {4, 3, 1, 3}},
+                 {"Pos1", {1, 1, 1, 1}},
+                 {"Ende", {1, 3, 1, 3}},
+                 {"Auf", {1, 3, 1, 3}}};
+    for (const auto& fall : FÄLLE) {
+        EXPECT_EQ(lauf(std::string("taste ") + fall.taste), "") << fall.taste;
+        EXPECT_EQ(tabelle.selection(), fall.danach) << fall.taste;
+    }
+    tabelle.set_HighLight(false);
+    tabelle.set_TopRow(3);
+    lauf("taste Strg+Pos1");
+    EXPECT_EQ(tabelle.selection(), (Selection{1, 2, 1, 2})) << "jumps at once";
+    EXPECT_EQ(tabelle.TopRow(), 1) << "and comes into view";
+}
+
 TEST(Ende, schließt_offene_modale_Fenster_als_Fehler) {
     Probelauf lauf;
     EXPECT_EQ(lauf("menü mnuEintrag"), "FENSTER frmUnter \"Unter\"\n");
