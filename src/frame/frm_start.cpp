@@ -8,7 +8,7 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
     set_title(u"Kalvora");
     lblText1.set_text(u"Version " + teil(0) + u"." + teil(1) + u"  Release " + teil(2));
     lblText2.set_text(u"Kalvora");
-    Vorgang_zeigen({});
+    Starttext_setzen({});
     lblText4.set_visible(false);
     cmdAuswahl1.set_caption(u"&Erneut versuchen");
     cmdAuswahl1.set_visible(false);
@@ -23,7 +23,7 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
     };
 }
 
-void frmStart::Warten_zeigen(bool an) {
+void frmStart::Wartezustand(bool an) {
     set_tag({});
     lblText3.set_visible(!an);
     lblText4.set_visible(an);
@@ -37,7 +37,7 @@ void frmStart::Zustand_zeigen(const Text& text) {
     if (view()) view()->paint_now();
 }
 
-void frmStart::Vorgang_zeigen(const Text& text) {
+void frmStart::Starttext_setzen(const Text& text) {
     lblText3.set_text(text.empty() ? u"Der Monatsplan wird geladen ..." : text);
 }
 

@@ -9,9 +9,9 @@ namespace kalvora {
 struct frmStart : Form {
     explicit frmStart(Application& app, TextView version); // "1.16.1"
     // The waiting state: the buttons set the tag to "D" (try again) or "E" (end).
-    void Warten_zeigen(bool an);
+    void Wartezustand(bool an);
     void Zustand_zeigen(const Text& text);
-    void Vorgang_zeigen(const Text& text); // empty: the ordinary text
+    void Starttext_setzen(const Text& text); // empty: the ordinary text
 
     Label lblText1{*this, u"lblText", 1};        // version
     Label lblText2{*this, u"lblText", 2};        // product name

@@ -32,8 +32,6 @@ void Meldung::protokollieren(const Text& text) {
 // Letzte_Datei stays: it says which file was being judged.
 void Meldung::aufräumen() const {
     if (d_) d_->kanal.verwerfen();
-    while (app_.Sanduhr_an())
-        app_.Sanduhr(false);
 }
 
 void Meldung::berichten(const std::exception_ptr& fehler, bool still) {

@@ -23,7 +23,7 @@ void Programm::aufbauen() {
                                         u.host_name() + u"-" + ziffern(u.process_id()));
     kanal_ = std::make_unique<Dateikanal>(*werk_, app_, u.random_seed());
     daten_ = std::make_unique<Gemeinsame_Daten>(app_, *kanal_, platz_);
-    app_.Vorgang_zeigen = [this](const Text& text) { Vorgang_zeigen(text); };
+    app_.Vorgangsanzeige = [this](const Text& text) { Vorgang_zeigen(text); };
     backups_ = std::make_unique<Backups>(*kanal_, platz_, daten_->konfig, daten_->log);
     wiederherstellung_ = std::make_unique<Wiederherstellung>(*kanal_, platz_);
     ersatz_ = std::make_unique<Ordnerersatz>(*kanal_, platz_, *wiederherstellung_, *backups_, daten_->log);
@@ -73,7 +73,7 @@ void Programm::Tagessicherung() {
 }
 
 void Programm::Vorgang_zeigen(const Text& text) {
-    if (start_) return start_->Vorgang_zeigen(text);
+    if (start_) return start_->Starttext_setzen(text);
     if (!haupt_) return;
     Label& label = haupt_->form().lblStatus4;
     label.set_text(text);

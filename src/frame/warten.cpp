@@ -33,7 +33,7 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
         app_.open(*start_);
     }
     frmStart& f = *start_;
-    f.Warten_zeigen(true);
+    f.Wartezustand(true);
     if (f.view()) f.view()->paint_now();
     // Before the data folder is known it is the workstation's own that cannot be reached.
     const Text wo = platz_.Datenpfad.empty() ? platz_.Systempfad : ParentDir(platz_.Datenpfad);
@@ -44,7 +44,7 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
         app_.windows().status(f.lblText4.text());
         app_.Pause(ABSCHIED);
     } else {
-        f.Warten_zeigen(false);
+        f.Wartezustand(false);
     }
     return ende;
 }

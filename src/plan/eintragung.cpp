@@ -89,13 +89,12 @@ void Eintragung::Schaltfläche_gedrückt(int b) {
         if (!Stand_auffrischen(b) || b > d_.K().U()) return;
         kopierpuffer_ = Text(1, d_.K().SFHex(b));
         Table& plan = f_.msgFlexGrid;
-        plan.set_redraw(false);
+        const Table::Zeichenpause pause(plan);
         const Selection s = plan.selection();
         if (d_.K().Benutzerrolle >= 1 && s.row != s.row_sel && plan.HighLight() && d_.K().Setting(44) == 0)
             Tabellenzeilen_ändern(b);
         else
             Tabellenzeile_ändern(b);
-        plan.set_redraw(true);
     });
 }
 
@@ -105,9 +104,8 @@ void Eintragung::Arbeitsfrei_kennzeichnen(int row, int tag) {
         f_.msgFlexGrid.set_HighLight(true);
         const int U = d_.K().U();
         if (!Stand_auffrischen(U + 1)) return;
-        f_.msgFlexGrid.set_redraw(false);
+        const Table::Zeichenpause pause(f_.msgFlexGrid);
         Tabellenzeile_ändern(d_.K().U() + 1);
-        f_.msgFlexGrid.set_redraw(true);
         kopierpuffer_ = Text(1, d_.K().SFHex(d_.K().U() + 1));
     });
 }
@@ -146,11 +144,12 @@ void Eintragung::Tabellenzeile_ändern(int b) {
     }
     const Änderung änderung = Zellen_ändern(b, spanne);
     if (!änderung.Daten_geändert) return Markierung_aufheben();
-    const bool sanduhr = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an();
-    if (sanduhr) d_.app.Sanduhr(true);
-    const bool ok = Änderung_speichern(b, spanne, änderung.Arbeitsfrei_entfernt);
-    if (sanduhr) d_.app.Sanduhr(false);
-    if (!ok) return neu_laden();
+    const auto speichern = [&] {
+        const bool warten = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an();
+        const Application::Sanduhrwache sanduhr(d_.app, warten);
+        return Änderung_speichern(b, spanne, änderung.Arbeitsfrei_entfernt);
+    };
+    if (!speichern()) return neu_laden();
     Nacharbeit(true);
 }
 
@@ -167,17 +166,15 @@ void Eintragung::Tabellenzeilen_ändern(int b) {
         if (befund == Befund::Abgelehnt) return;
         if (befund == Befund::Ok) spannen.push_back(spanne);
     }
-    const bool sanduhr = d_.platz.Langsame_Anzeige;
-    if (sanduhr) d_.app.Sanduhr(true);
     bool ok = true;
     {
+        const Application::Sanduhrwache sanduhr(d_.app, d_.platz.Langsame_Anzeige);
         Sammlung sammlung(d_);
         for (const Spanne& spanne : spannen)
             if (const Änderung ä = ok ? Zellen_ändern(b, spanne) : Änderung(); ä.Daten_geändert)
                 ok = Änderung_speichern(b, spanne, ä.Arbeitsfrei_entfernt);
         ok = ok && sammlung.abschließen();
     }
-    if (sanduhr) d_.app.Sanduhr(false);
     if (!ok) return neu_laden();
     Nacharbeit(false);
 }

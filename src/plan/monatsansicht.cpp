@@ -21,12 +21,13 @@ void Monatsansicht::Daten_anzeigen(bool ohne_Wartezeiger) {
         d_.CheckKonfigdaten();
         d_.CheckMitarbeiterdaten();
         if (d_.Neu_gelesen_abholen() && Daten_geändert_behandeln) Daten_geändert_behandeln();
-        const bool sanduhr = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an() && !ohne_Wartezeiger;
-        if (sanduhr) d_.app.Sanduhr(true);
         const double beginn = d_.kanal.werk().uhr().steady();
         const int gestört = d_.app.interruptions();
-        Tabellen_aufbauen();
-        if (sanduhr) d_.app.Sanduhr(false);
+        {
+            const bool warten = d_.platz.Langsame_Anzeige && !d_.app.Sanduhr_an() && !ohne_Wartezeiger;
+            const Application::Sanduhrwache sanduhr(d_.app, warten);
+            Tabellen_aufbauen();
+        }
         if (nach_dem_Anzeigen) nach_dem_Anzeigen();
         if (d_.app.interruptions() != gestört || d_.kanal.werk().uhr().steady() - beginn < LANGSAM_AB) return;
         d_.platz.Langsame_Anzeige = true;
@@ -37,7 +38,7 @@ void Monatsansicht::Daten_anzeigen(bool ohne_Wartezeiger) {
 void Monatsansicht::Tabellen_aufbauen() {
     Table& plan = f_.msgFlexGrid;
     if (Anzeige(fenster::KALENDERWOCHEN) || Anzeige(fenster::KALENDERWOCHEN_DRUCKEN)) Kalenderwochen();
-    plan.set_redraw(false);
+    const Table::Zeichenpause pause(plan), summenpause(f_.msgFlexTaSu);
     plan.set_highlight(-1, -1, plan.highlight_colour()); // it was a row's number
     plan.resize(0, SPALTEN);
     plan.resize(1, SPALTEN);
@@ -47,17 +48,14 @@ void Monatsansicht::Tabellen_aufbauen() {
         Tabellenfelder_anordnen();
     zeilen_angeordnet_ = plan.rows();
     Daten_in_Tabellenfeld_ausgeben();
-    f_.msgFlexTaSu.set_redraw(false);
     Tage_einfärben();
     if (Markierung_aufheben) Markierung_aufheben();
     if (Anzeige(fenster::TAGESSUMMEN)) Summen_ausgeben();
-    f_.msgFlexTaSu.set_redraw(true);
-    plan.set_redraw(true);
 }
 
 void Monatsansicht::Kalenderwochen() {
     Table& wochen = f_.msgFlexKaWo;
-    wochen.set_redraw(false);
+    const Table::Zeichenpause pause(wochen);
     wochen.resize(1, SPALTEN);
     const Feld<Text> zeile = Kalenderwochenzeile(monat_);
     Cell* zellen = wochen.edit_row(0);
@@ -65,7 +63,6 @@ void Monatsansicht::Kalenderwochen() {
     for (int spalte = 1; spalte < SPALTEN; ++spalte)
         zellen[spalte] = Cell{zeile(spalte), 0x606060, KOPFFARBE, u' ', false};
     wochen.set_merged(true);
-    wochen.set_redraw(true);
 }
 
 // Columns beyond the month's last day keep an empty heading: the entry pipeline relies on that.
@@ -73,13 +70,17 @@ void Monatsansicht::Überschriften_der_Tage() {
     Table& plan = f_.msgFlexGrid;
     const bool zweizeilig = plan.col_width(1) < 0 || plan.col_width(1) >= ZWEIZEILIG_AB;
     Cell* kopf = plan.edit_row(0);
-    for (int spalte = 0; spalte < SPALTEN; ++spalte)
+    for (int spalte = 0; spalte < SPALTEN; ++spalte) {
         kopf[spalte] = Cell{{}, 0, KOPFFARBE, u' ', false};
+        plan.set_group_begins(spalte, false);
+    }
     kopf[0].text = u"Name";
     const Datum erster = FormatDatumSD(monat_ + u"01");
-    for (int tag = 1; tag <= Monatslänge(); ++tag)
-        kopf[tag].text =
-            Text(Wochentag_kurz(Wochentag(erster + tag - 1))) + (zweizeilig ? u'\r' : u' ') + ziffern(tag);
+    for (int tag = 1; tag <= Monatslänge(); ++tag) {
+        const int wochentag = Wochentag(erster + tag - 1); // 1 Monday
+        kopf[tag].text = Text(Wochentag_kurz(wochentag)) + (zweizeilig ? u'\r' : u' ') + ziffern(tag);
+        plan.set_group_begins(tag, wochentag == 1);
+    }
 }
 
 // A heading switches the flags for everybody below it, up to the next heading. An employee outside his span
@@ -119,11 +120,15 @@ void Monatsansicht::Zeilen_filtern() {
         Cell* zellen = plan.edit_row(row);
         std::fill(zellen + 1, zellen + SPALTEN, leer);
         zellen[0] = Cell{{}, 0, Grundfarbe(3), u' ', false};
+        plan.set_row_kind(row, RowKind::Blank);
         if (zeilen.empty()) continue;
         const Mitarbeiter& m = d_.personal.MA()(zeilen[static_cast<std::size_t>(row - 1)]);
         zellen[0].text = m.MA_Name;
         zellen[SPALTE_BENID].text = m.MA_BenId;
         if (m.Überschrift()) zellen[0].back = Grundfarbe(4);
+        plan.set_row_kind(row, !m.Überschrift()     ? RowKind::Plain
+                               : !m.MA_Name.empty() ? RowKind::Heading
+                                                    : RowKind::Blank);
     }
     if (d_.personal.leer()) plan.edit(1, 0).text.clear();
 }
@@ -262,7 +267,7 @@ void Monatsansicht::Tagessummen_initialisieren() {
     summen.set_visible(Anzeige(fenster::TAGESSUMMEN));
     if (!summen.visible()) return;
     const Konfiguration& k = d_.K();
-    summen.set_redraw(false);
+    const Table::Zeichenpause pause(summen);
     summen.set_backdrop(Grundfarbe(0));
     summen.set_grid_colour(Grundfarbe(5));
     if (summen.rows() != k.U()) { // what the sums show is not this layout's matter
@@ -276,7 +281,6 @@ void Monatsansicht::Tagessummen_initialisieren() {
         summen.edit(b, 0) =
             Cell{k.SF(b).SF_Text, k.SF(b).SF_Schriftfarbe, k.SF(b).SF_Hintergrundfarbe, u' ', false};
     }
-    summen.set_redraw(true);
 }
 
 int Monatsansicht::Zeile_zu_BenId(TextView gesucht) const {

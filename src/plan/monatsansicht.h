@@ -1,6 +1,6 @@
 // The month as a table: turns the shared data into the plan, the calendar-week row and the day sums. Rows of
 // the plan: 0 is the heading, then employees and headings that pass the filters. Columns: 0 the name, 1 to 31
-// the days, 32 (hidden) the BenId; an empty column 32 is a heading row. A plan cell holds its day's code.
+// the days, 32 (hidden) the BenId, empty in rows of nobody. A plan cell holds its day's code.
 #pragma once
 
 #include <unordered_map>
@@ -31,7 +31,7 @@ public:
     void Tagessummen_initialisieren();
 
     // --- what the entry pipeline asks of the plan
-    bool Überschriftzeile(int row) const { return f_.msgFlexGrid.cell(row, SPALTE_BENID).text.empty(); }
+    bool Überschriftzeile(int row) const { return f_.msgFlexGrid.row_kind(row) != RowKind::Plain; }
     const Text& BenId(int row) const { return f_.msgFlexGrid.cell(row, SPALTE_BENID).text; }
     int Zeile_zu_BenId(TextView BenId) const; // 0: not in the plan
     bool Wochenende(int tag) const { return klassen_.wochenende(tag); }

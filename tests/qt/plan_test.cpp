@@ -100,11 +100,54 @@ TEST_F(Plan, Tasten_bewegen_und_erweitern) {
         const QRect ziel = plan().cell_rect(fall.erwartet.row_sel, fall.erwartet.col_sel);
         EXPECT_TRUE(plan().body_rect().contains(ziel)) << "the moving end comes into view";
     }
+    tab.set_row_height(6, 0); // a hidden row is passed over
+    tab.set_selection(mitte);
+    QTest::keyClick(&plan(), Qt::Key_Down);
+    EXPECT_EQ(tab.selection(), (Selection{7, 10, 7, 10}));
+    // A page and more with the anchor scrolled out of view, which takes a marking away on its own.
+    tab.on_scrolled = [this] {
+        if (!tab.row_visible(tab.selection().row)) tab.set_HighLight(false);
+    };
+    for (int seite = 1; seite <= 2; ++seite)
+        QTest::keyClick(&plan(), Qt::Key_PageDown, Qt::ShiftModifier);
+    EXPECT_FALSE(plan().row_visible(7));
+    EXPECT_TRUE(tab.HighLight());
+    EXPECT_EQ(tab.selection().row, 7);
+    EXPECT_TRUE(plan().row_visible(tab.selection().row_sel));
     tab.set_HighLight(false);
     rollen(1, 0);
     QTest::keyClick(&plan(), Qt::Key_Right);
     EXPECT_EQ(tab.selection(), (Selection{2, 18, 2, 18}))
         << "first today of the first person, below her heading";
+}
+
+// The plan can be painted while it is being rebuilt, and whatever ends that, it is told of the result once.
+TEST_F(Plan, Eine_Zeichenpause_endet_auch_mit_einer_Ausnahme) {
+    int gemeldet = 0;
+    QObject::connect(&plan().model(), &QAbstractItemModel::dataChanged, [&] { ++gemeldet; });
+    const auto umbauen = [&] {
+        const Table::Zeichenpause pause(tab);
+        {
+            const Table::Zeichenpause innere(tab);
+            tab.edit(2, 5).text = u"X";
+        }
+        tab.edit(2, 6).text = u"X";
+        t.zeigen();
+        EXPECT_EQ(gemeldet, 0);
+        throw std::runtime_error("mitten darin");
+    };
+    EXPECT_THROW(umbauen(), std::runtime_error);
+    t.zeigen();
+    EXPECT_EQ(gemeldet, 1);
+    {
+        const Table::Zeichenpause pause(tab);
+        tab.resize(3, 33); // the view has counted more rows
+        plan().viewport()->repaint();
+        Tipp(2, 0);
+    }
+    t.zeigen();
+    EXPECT_EQ(plan().model().rowCount(), 3);
+    EXPECT_EQ(plan().rows().zeilen(), 3);
 }
 
 TEST_F(Plan, Tipps_und_Ansagen_sagen_was_die_Logik_sagt) {

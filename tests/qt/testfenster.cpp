@@ -19,22 +19,26 @@ void Person(Table& plan, int row, int nummer) {
 
 void fülle_Plan(frmKalvora& form, int personen) {
     Table& plan = form.msgFlexGrid;
-    plan.set_redraw(false);
+    const Table::Zeichenpause pause(plan);
     plan.clear();
     plan.resize(1, 33);
     plan.set_col_width(32, 0);
     plan.edit(0, 0).text = u"Name";
-    for (int tag = 1; tag <= 30; ++tag)
-        plan.edit(0, tag).text =
-            Text(Wochentag_kurz(Wochentag(Datum_aus(2026, 11, tag)))) + u"\r" + ziffern(tag);
+    for (int tag = 1; tag <= 30; ++tag) {
+        const int wochentag = Wochentag(Datum_aus(2026, 11, tag));
+        plan.edit(0, tag).text = Text(Wochentag_kurz(wochentag)) + u"\r" + ziffern(tag);
+        plan.set_group_begins(tag, wochentag == 1);
+    }
     for (int i = 0; i < personen; ++i) {
         const int row = plan.rows(), neue = i % 11 == 0 ? 1 : 0; // department
         plan.resize(row + 1 + neue, 33);
-        if (neue == 1) plan.edit(row, 0).text = u"Abteilung " + ziffern(i / 11);
+        if (neue == 1) {
+            plan.edit(row, 0).text = u"Abteilung " + ziffern(i / 11);
+            plan.set_row_kind(row, RowKind::Heading);
+        }
         Person(plan, row + neue, i + 1);
     }
     plan.set_marked_col(18);
-    plan.set_redraw(true);
 }
 
 Testfenster::Testfenster(int personen, QSize größe) {

@@ -52,40 +52,53 @@ private:
     bool was_modal_;
 };
 
+// The wait pointer rests while the user is asked something.
+class Application::Zeigerruhe {
+public:
+    explicit Zeigerruhe(Application& app) : app_(app) {
+        if (app_.Sanduhr_an()) app_.windows_.set_pointer(Mauszeiger::Standard);
+    }
+    ~Zeigerruhe() { app_.windows_.set_pointer(app_.pointer()); }
+    Zeigerruhe(const Zeigerruhe&) = delete;
+    Zeigerruhe& operator=(const Zeigerruhe&) = delete;
+
+private:
+    Application& app_;
+};
+
 std::optional<Text> WindowSystem::input(const Text&, const Text&, const Text&) {
     return std::nullopt;
 }
 
-void Application::Hinweis(const Text& text) {
+// What every dialog of the windowing system has around it.
+template <class Dialog>
+auto Application::fragen(Dialog&& dialog) {
     ++interruptions_;
-    Beschäftigt beschäftigt(*this);
-    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
-    windows_.message(text);
-    windows_.set_pointer(pointer());
-    check_error();
-}
-
-Antwort Application::Frage(const Text& text, const Frageart& art) {
-    ++interruptions_;
-    Beschäftigt beschäftigt(*this);
-    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
-    const Antwort antwort = windows_.question(text, art);
-    windows_.set_pointer(pointer());
+    const Beschäftigt beschäftigt(*this);
+    const auto antwort = [&] {
+        const Zeigerruhe ruhe(*this);
+        return dialog();
+    }();
     check_error();
     return antwort;
 }
 
+void Application::Hinweis(const Text& text) {
+    fragen([&] {
+        windows_.message(text);
+        return Antwort::Ja; // there is no other
+    });
+}
+
+Antwort Application::Frage(const Text& text, const Frageart& art) {
+    return fragen([&] { return windows_.question(text, art); });
+}
+
 Text Application::Eingabe(const Text& prompt, const Text& vorgabe) {
-    ++interruptions_;
-    Beschäftigt beschäftigt(*this);
     const int trenner = position(vorgabe, u"||");
     const Text feld(trenner > 0 ? links(vorgabe, trenner - 1) : TextView(vorgabe));
     const Text titel(trenner > 0 ? mitte(vorgabe, trenner + 2) : TextView(u"Kalvora"));
-    if (Sanduhr_an()) windows_.set_pointer(Mauszeiger::Standard);
-    const auto text = windows_.input(prompt, titel, feld);
-    windows_.set_pointer(pointer());
-    check_error();
-    return text.value_or(Text());
+    return fragen([&] { return windows_.input(prompt, titel, feld); }).value_or(Text());
 }
 
 void Application::Pause(double seconds) {
@@ -115,7 +128,7 @@ constexpr double TEXT_AB = 1.0; // seconds of one wait
 void Application::malen(const Text* text) {
     const Beschäftigt beschäftigt(*this);
     try {
-        if (text && Vorgang_zeigen) Vorgang_zeigen(*text);
+        if (text && Vorgangsanzeige) Vorgangsanzeige(*text);
         windows_.process_events();
     } catch (...) { // NOLINT(bugprone-empty-catch): no work fails because it could not be told of
     }
@@ -204,7 +217,7 @@ void Application::check_error() {
 }
 
 void Application::Sanduhr(bool an) {
-    sanduhr_ = std::max(0, sanduhr_ + (an ? 1 : -1));
+    sanduhr_ += an ? 1 : -1;
     windows_.set_pointer(pointer());
 }
 

@@ -59,7 +59,7 @@ public:
     // --- telling that something lasts; nothing of it throws, and no event reaches logic
     // What the program is doing now ("Sicherung wird erstellt ... 40 %"); empty: nothing that lasts.
     void Vorgang(const Text& text);
-    std::function<void(const Text&)> Vorgang_zeigen; // where a text stands; empty hides it
+    std::function<void(const Text&)> Vorgangsanzeige; // where the text stands; empty hides it
     // A file call lasts, for so many seconds by now: the window paints, the pointer says wait, from one
     // second on a text does. Warten_vorbei takes both back.
     void Warten_zeigen(double seconds);
@@ -82,14 +82,13 @@ public:
     // How often the user or a pause held the program up: whoever measures time looks whether it grew.
     int interruptions() const { return interruptions_; }
 
-    // --- wait pointer, counted
-    void Sanduhr(bool an);
+    // --- wait pointer, for as long as a Sanduhrwache lives
     bool Sanduhr_an() const { return sanduhr_ > 0; }
     Mauszeiger pointer() const {
         return sanduhr_ > 0 || wartet_ ? Mauszeiger::Sanduhr : Mauszeiger::Standard;
     }
 
-    // Shows the wait pointer for a scope, whichever way it is left.
+    // Shows the wait pointer for a scope, whichever way it is left; they are counted.
     class Sanduhrwache {
     public:
         Sanduhrwache(Application& app, bool an) : app_(an ? &app : nullptr) {
@@ -109,6 +108,10 @@ private:
     class Beschäftigt;
     class Geöffnet;
     class Verschachtelt;
+    class Zeigerruhe;
+    template <class Dialog>
+    auto fragen(Dialog&& dialog);
+    void Sanduhr(bool an);
     void malen(const Text* text); // behind showing a text, if there is one
 
     WindowSystem& windows_;

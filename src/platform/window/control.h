@@ -21,6 +21,11 @@ struct Modifiers {
     friend bool operator==(const Modifiers&, const Modifiers&) = default;
 };
 
+struct Key {
+    Text code; // "F5", "Z", "Pos1", "Bild-ab", "Esc", "Eingabe"
+    Modifiers mods;
+};
+
 class Control {
 public:
     // `index` 0: the control stands alone; otherwise it is one of an array ("cmdAuswahl(8)").

@@ -19,11 +19,6 @@ struct Geometry {
     friend bool operator==(const Geometry&, const Geometry&) = default;
 };
 
-struct Key {
-    Text code; // "F5", "Z", "Pos1", "Bild-ab", "Esc", "Eingabe"
-    Modifiers mods;
-};
-
 // The front end's side of one window.
 class FormView {
 public:
@@ -34,6 +29,7 @@ public:
     virtual void arrange() = 0; // sizes of tables and buttons may have changed
     virtual void paint_now() = 0;
     virtual bool row_visible(const Table&, int row) = 0;
+    virtual void show_cell(Table&, int row, int col) = 0; // scrolls it into view, as the user would
     virtual void focus(Control&) = 0;
     virtual Geometry geometry() = 0;
     virtual void set_geometry(const Geometry&) = 0; // places outside the screen are ignored

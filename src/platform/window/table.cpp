@@ -19,14 +19,21 @@ std::size_t Table::place(int row, int col) const {
 
 void Table::cells_changed() {
     dirty_ = true;
-    if (redraw_) set_redraw(true);
+    if (pausen_ == 0) announce();
 }
 
-void Table::set_redraw(bool on) {
-    redraw_ = on;
-    if (!on || !dirty_) return;
-    dirty_ = false;
+void Table::announce() {
     changed(Aspect::Cells);
+    dirty_ = false;
+}
+
+// A view that fails here is told again with the next change.
+Table::Zeichenpause::~Zeichenpause() {
+    if (--table_.pausen_ > 0 || !table_.dirty_) return;
+    try {
+        table_.announce();
+    } catch (...) { // NOLINT(bugprone-empty-catch)
+    }
 }
 
 void Table::resize(int rows, int cols) {
@@ -42,12 +49,16 @@ void Table::resize(int rows, int cols) {
     rows_ = rows;
     cols_ = cols;
     heights_.resize(static_cast<std::size_t>(rows), -1);
+    kinds_.resize(static_cast<std::size_t>(rows), RowKind::Plain);
+    groups_.resize(static_cast<std::size_t>(cols), false);
     cells_changed();
 }
 
 void Table::clear() {
     std::fill(cells_.begin(), cells_.end(), Cell{});
     std::fill(heights_.begin(), heights_.end(), -1);
+    std::fill(kinds_.begin(), kinds_.end(), RowKind::Plain);
+    std::fill(groups_.begin(), groups_.end(), false);
     cells_changed();
 }
 
@@ -66,6 +77,24 @@ Cell* Table::edit_row(int row) {
 void Table::set_row_height(int row, int twips) {
     heights_[line(row)] = twips;
     cells_changed();
+}
+
+void Table::set_row_kind(int row, RowKind kind) {
+    kinds_[line(row)] = kind;
+    cells_changed();
+}
+
+bool Table::group_begins(int col) const {
+    return col >= 0 && col < cols_ && groups_[static_cast<std::size_t>(col)];
+}
+
+void Table::set_group_begins(int col, bool begins) {
+    groups_.at(static_cast<std::size_t>(col)) = begins;
+    cells_changed();
+}
+
+bool Table::col_in_use(int col) const {
+    return col_width(col) != 0 && (fixed_rows_ == 0 || rows_ == 0 || !cell(0, col).text.empty());
 }
 
 int Table::col_width(int col) const {

@@ -26,6 +26,9 @@ struct Selection {
     friend bool operator==(const Selection&, const Selection&) = default;
 };
 
+// What a row is: one of data, the heading of those below it, or one that only keeps them apart.
+enum class RowKind { Plain, Heading, Blank };
+
 enum class MouseButton { Left, Right };
 
 class Table : public Control {
@@ -34,19 +37,24 @@ public:
         : Control(form, ControlKind::Table, std::move(name)), fixed_rows_(fixed_rows),
           fixed_cols_(fixed_cols) {}
 
-    // --- cells; programmatic changes reach the view at once, or all together behind `set_redraw(true)`
+    // --- cells; programmatic changes reach the view at once, or all together behind a Zeichenpause
     void resize(int rows, int cols); // cells keep their place; new ones are empty
-    void clear();                    // every cell as new, row heights to standard
+    void clear();                    // every cell, row and column as new; widths stay
     int rows() const { return rows_; }
     int cols() const { return cols_; }
     int fixed_rows() const { return fixed_rows_; }
     int fixed_cols() const { return fixed_cols_; }
     const Cell& cell(int row, int col) const { return cells_[place(row, col)]; }
     Cell& edit(int row, int col); // the changed cell is announced
-    Cell* edit_row(int row);      // the cells of a row, for bulk changes while redraw is off
-    void set_redraw(bool on);
-    bool redraw() const { return redraw_; }
+    Cell* edit_row(int row);      // the cells of a row, for bulk changes in a Zeichenpause
+    class Zeichenpause;
 
+    RowKind row_kind(int row) const { return kinds_[line(row)]; }
+    void set_row_kind(int row, RowKind kind);
+    bool group_begins(int col) const; // with this column a group of columns begins: a week of days
+    void set_group_begins(int col, bool begins);
+    // A column without a heading is a day that the month does not have.
+    bool col_in_use(int col) const;
     int row_height(int row) const { return heights_[line(row)]; } // twips; -1 standard, 0 hidden
     void set_row_height(int row, int twips);
     int col_width(int col) const; // twips; -1 standard, 0 hidden
@@ -93,7 +101,11 @@ public:
     bool user_mouse_up(const Mouse&);
     bool user_mouse_move(int row, int col);
     bool user_double_click(int row, int col);
-    bool user_select(const Selection&, int mouse_row); // a drag or the arrow keys
+    bool user_select(const Selection&, int mouse_row); // a drag
+    // Arrows, Pos1, Ende, Bild-auf, Bild-ab (with Strg Pos1 and Ende go up and down) move the marking, with
+    // Umschalt its end; false: it is none of these. Without a marking the first key shows where one is:
+    // today, or the first day, of the first plain row in view.
+    bool user_key(const Key&);
     bool user_scroll(int top_row);
     bool user_mouse_left();
     bool user_mouse_entered();
@@ -102,19 +114,36 @@ private:
     std::size_t line(int row) const;
     std::size_t place(int row, int col) const;
     void cells_changed();
+    void announce();
 
     int fixed_rows_, fixed_cols_;
     int rows_ = 0, cols_ = 0;
     std::vector<Cell> cells_;
     std::vector<int> heights_;
+    std::vector<RowKind> kinds_;
+    std::vector<bool> groups_; // by column
     std::map<int, int> widths_;
-    bool merged_ = false, redraw_ = true, dirty_ = false, highlight_on_ = false;
+    bool merged_ = false, dirty_ = false, highlight_on_ = false;
+    int pausen_ = 0;
     Farbe grid_ = 0xC8C8C8, backdrop_ = 0xFFFFFF;
     int marked_col_ = 0;
     Selection selection_;
     int top_row_ = 1;
     int highlight_row_ = -1, highlight_col_ = -1;
     Farbe highlight_colour_ = 0;
+};
+
+// While one lives, changed cells are not announced; the end of the last one tells of all of them together,
+// whichever way it comes.
+class Table::Zeichenpause {
+public:
+    explicit Zeichenpause(Table& table) : table_(table) { ++table_.pausen_; }
+    ~Zeichenpause();
+    Zeichenpause(const Zeichenpause&) = delete;
+    Zeichenpause& operator=(const Zeichenpause&) = delete;
+
+private:
+    Table& table_;
 };
 
 } // namespace kalvora

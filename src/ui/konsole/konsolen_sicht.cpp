@@ -40,6 +40,10 @@ bool KonsolenSicht::row_visible(const Table& table, int row) {
     return row < table.fixed_rows() || row >= table.TopRow();
 }
 
+void KonsolenSicht::show_cell(Table& table, int row, int) {
+    if (row < table.TopRow()) table.user_scroll(row);
+}
+
 void KonsolenSicht::set_geometry(const Geometry& lage) {
     const bool im_Bild =
         lage.left >= 0 && lage.top >= 0 && lage.left < BILDSCHIRMBREITE && lage.top < BILDSCHIRMHÖHE;

@@ -26,6 +26,7 @@ public:
     void paint_now() override {}
     // Without a screen every row is in view that stands at or behind the top row and has a height.
     bool row_visible(const Table& table, int row) override;
+    void show_cell(Table& table, int row, int col) override;
     void focus(Control& control) override { fokus_ = &control; }
     Geometry geometry() override { return lage_; }
     void set_geometry(const Geometry& lage) override;

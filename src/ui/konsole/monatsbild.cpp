@@ -64,7 +64,7 @@ public:
 private:
     void einteilen() {
         for (int col = plan_.fixed_cols(); col < plan_.cols(); ++col)
-            if (plan_.col_width(col) != 0 && !plan_.cell(0, col).text.empty()) spalten_.push_back(col);
+            if (plan_.col_in_use(col)) spalten_.push_back(col);
         for (int row = 0; row < plan_.rows(); ++row)
             namensbreite_ = std::max(namensbreite_, static_cast<int>(plan_.cell(row, 0).text.size()));
         namensbreite_ = std::min({namensbreite_, HÖCHSTE_NAMENSBREITE, größe_.breite});

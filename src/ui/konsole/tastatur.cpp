@@ -1,11 +1,9 @@
 #include "ui/konsole/tastatur.h"
 
-#include <algorithm>
 #include <array>
 
 #include "ui/konsole/bedienung.h"
 #include "ui/konsole/kommandofehler.h"
-#include "ui/konsole/maus.h"
 
 namespace kalvora {
 
@@ -44,52 +42,8 @@ bool Umschalttaste(TextView name, Modifiers& mods) {
     return taste != nullptr;
 }
 
-// --- tables: arrows mark, with Shift they extend; Pos1 and Ende go to the first and last shown column
-
-int nächste_Zeile(const Table& table, int row, int schritt) {
-    for (int ziel = row + schritt; ziel >= table.fixed_rows() && ziel < table.rows(); ziel += schritt)
-        if (table.row_height(ziel) != 0) return ziel;
-    return row;
-}
-
-int nächste_Spalte(const Table& table, int col, int schritt) {
-    for (int ziel = col + schritt; ziel >= table.fixed_cols() && ziel < table.cols(); ziel += schritt)
-        if (table.col_width(ziel) != 0 && (table.fixed_rows() == 0 || !table.cell(0, ziel).text.empty()))
-            return ziel; // a column without a heading is a day that the month does not have
-    return col;
-}
-
-std::optional<Tabellenzelle> Ziel(const Table& table, TextView taste, Tabellenzelle von) {
-    if (taste == u"Auf") return Tabellenzelle{nächste_Zeile(table, von.row, -1), von.col};
-    if (taste == u"Ab") return Tabellenzelle{nächste_Zeile(table, von.row, 1), von.col};
-    if (taste == u"Links") return Tabellenzelle{von.row, nächste_Spalte(table, von.col, -1)};
-    if (taste == u"Rechts") return Tabellenzelle{von.row, nächste_Spalte(table, von.col, 1)};
-    if (taste == u"Pos1") return Tabellenzelle{von.row, nächste_Spalte(table, table.fixed_cols() - 1, 1)};
-    if (taste == u"Ende") return Tabellenzelle{von.row, nächste_Spalte(table, table.cols(), -1)};
-    return std::nullopt;
-}
-
-void Tabellentaste(Table& table, const Key& taste) {
-    const Selection& s = table.selection();
-    const bool markiert = table.HighLight() && s.row_sel >= table.fixed_rows() && s.row_sel < table.rows() &&
-                          s.col_sel >= table.fixed_cols() && s.col_sel < table.cols();
-    // Without a marking the first arrow marks today, or the first day, in the first row.
-    const Tabellenzelle erste{nächste_Zeile(table, table.fixed_rows() - 1, 1),
-                              nächste_Spalte(table, std::max(table.fixed_cols(), table.marked_col()) - 1, 1)};
-    const auto ziel = Ziel(table, taste.code, markiert ? Tabellenzelle{s.row_sel, s.col_sel} : erste);
-    if (!ziel) return;
-    Tabellenzelle ende = markiert ? *ziel : erste;
-    if (ende.row < table.fixed_rows() || ende.col < table.fixed_cols()) return; // an empty table
-    Selection neu{ende.row, ende.col, ende.row, ende.col};
-    if (taste.mods.shift && markiert) {
-        neu.row = s.row;
-        neu.col = s.col;
-    }
-    table.user_select(neu, ende.row);
-}
-
 void Controltaste(Control& control, const Key& taste) {
-    if (auto* table = dynamic_cast<Table*>(&control)) return Tabellentaste(*table, taste);
+    if (auto* table = dynamic_cast<Table*>(&control)) table->user_key(taste);
     if (auto* tabs = dynamic_cast<TabStrip*>(&control)) {
         if (taste.code == u"Links") tabs->user_arrow(-1);
         if (taste.code == u"Rechts") tabs->user_arrow(1);

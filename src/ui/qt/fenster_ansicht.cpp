@@ -128,10 +128,18 @@ void FensterAnsicht::paint_now() {
     window_->repaint();
 }
 
-bool FensterAnsicht::row_visible(const Table& table, int row) {
+PlanAnsicht* FensterAnsicht::plan_of(const Table& table) const {
     const auto hit = adapters_.find(&table);
-    auto* view = hit == adapters_.end() ? nullptr : qobject_cast<PlanAnsicht*>(hit->second->widget());
+    return hit == adapters_.end() ? nullptr : qobject_cast<PlanAnsicht*>(hit->second->widget());
+}
+
+bool FensterAnsicht::row_visible(const Table& table, int row) {
+    auto* view = plan_of(table);
     return view && view->row_visible(row);
+}
+
+void FensterAnsicht::show_cell(Table& table, int row, int col) {
+    if (auto* view = plan_of(table)) view->show_cell(row, col);
 }
 
 void FensterAnsicht::focus(Control& control) {

@@ -10,6 +10,8 @@
 
 namespace kalvora {
 
+class PlanAnsicht;
+
 class FensterAnsicht : public QObject, public FormView {
     Q_OBJECT
 public:
@@ -29,6 +31,7 @@ public:
     void arrange() override;
     void paint_now() override;
     bool row_visible(const Table& table, int row) override;
+    void show_cell(Table& table, int row, int col) override;
     void focus(Control& control) override;
     Geometry geometry() override;
     void set_geometry(const Geometry& geometry) override;
@@ -43,6 +46,7 @@ protected:
 
 private:
     void bind();
+    PlanAnsicht* plan_of(const Table& table) const;
     void bind_menu(MenuItem& item);
     void join_columns();
     bool window_event(QEvent& event);

@@ -85,7 +85,8 @@ int PlanAnsicht::standard_row_height() const {
 }
 
 void PlanAnsicht::read_shape() {
-    if (std::exchange(dirty_, false)) model_.cells_changed();
+    if (stale()) model_.cells_changed();
+    dirty_ = false;
     std::vector<int> heights;
     if (table_) heights.reserve(static_cast<std::size_t>(table_->rows()));
     const int normal = standard_row_height(), heading = 2 * fontMetrics().height() + 4;
@@ -99,18 +100,15 @@ void PlanAnsicht::read_shape() {
     if (!leads()) {
         last_day_ = std::min(last_day_, columns_->last_day());
     } else if (table_ && table_->fixed_rows() > 0 && table_->rows() > 0) {
-        while (last_day_ > 1 &&
-               (table_->col_width(last_day_) == 0 || table_->cell(0, last_day_).text.empty()))
+        while (last_day_ > 1 && !table_->col_in_use(last_day_))
             --last_day_;
     }
 }
 
-// The columns on which a week begins, by their headings.
 std::vector<bool> PlanAnsicht::week_starts() const {
     std::vector<bool> starts(static_cast<std::size_t>(last_day_) + 1, false);
-    if (!table_ || table_->fixed_rows() == 0 || table_->rows() == 0) return starts;
-    for (int col = 2; col <= last_day_; ++col)
-        starts[static_cast<std::size_t>(col)] = table_->cell(0, col).text.starts_with(u"Mo");
+    for (int col = 2; table_ && col <= last_day_; ++col) // the first column has the names' line already
+        starts[static_cast<std::size_t>(col)] = table_->group_begins(col);
     return starts;
 }
 
@@ -187,7 +185,7 @@ void PlanAnsicht::paintEvent(QPaintEvent*) {
         painter.fillRect(viewport()->rect(), palette().window());
         return;
     }
-    if (dirty_) {
+    if (stale()) {
         read_shape();
         update_bars();
     }
@@ -221,7 +219,7 @@ void PlanAnsicht::user_scrolled() {
 
 // Events and questions may come before the announced change was read.
 void PlanAnsicht::refresh() {
-    if (dirty_) relayout();
+    if (stale()) relayout();
 }
 
 bool PlanAnsicht::viewportEvent(QEvent* event) {

@@ -37,6 +37,7 @@ public:
     const QString& leading_name() const { return leit_; }
 
     bool row_visible(int row);
+    void show_cell(int row, int col);        // scrolls it into view
     QRect cell_rect(int row, int col) const; // viewport coordinates, not clipped
     QRect body_rect() const;                 // the scrolled cells' part of the viewport
     int standard_row_height() const;
@@ -76,14 +77,12 @@ private:
     void drag_to(const QPoint& p);
     void auto_scroll();
     void select(const Selection& selection);
-    void move_selection(QKeyEvent* event);
-    bool destination(const QKeyEvent& event, Ort& ort) const;
-    Ort first_place() const;
-    void scroll_to(const Ort& ort);
     void user_scrolled();
     void show_tip(const QPoint& p, const QPoint& global);
     QString full_text_if_cut(const Ort& ort) const;
     void refresh();
+    // Also while changes are only collected: the table may have lost rows that the raster still counts.
+    bool stale() const { return table_ && (dirty_ || rows_.zeilen() != table_->rows()); }
     void read_shape();
     std::vector<bool> week_starts() const;
     void update_bars();

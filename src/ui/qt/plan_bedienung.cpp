@@ -9,6 +9,7 @@
 #include "ui/qt/farben.h"
 #include "ui/qt/plan_ansicht.h"
 #include "ui/qt/qt_text.h"
+#include "ui/qt/tasten.h"
 
 namespace kalvora {
 
@@ -154,7 +155,7 @@ QString PlanAnsicht::full_text_if_cut(const Ort& ort) const {
     if (ort.col != 0 || ort.row < table_->fixed_rows()) return {};
     const Cell& cell = table_->cell(ort.row, 0);
     QFont bold = font();
-    bold.setBold(cell.bold || (table_->cols() > 32 && table_->cell(ort.row, 32).text.empty()));
+    bold.setBold(cell.bold || table_->row_kind(ort.row) == RowKind::Heading);
     const QString text = qt(cell.text);
     return QFontMetrics(bold).horizontalAdvance(text) > columns_->fest() - 12 ? text : QString();
 }
@@ -180,69 +181,24 @@ void PlanAnsicht::select(const Selection& selection) {
     table_->user_select(selection, selection.row_sel);
 }
 
-// Where the keys begin when nothing is marked: today, or the first day, of the first person in view.
-PlanAnsicht::Ort PlanAnsicht::first_place() const {
-    int row = std::max(rows_.oben(), table_->fixed_rows());
-    while (table_->cols() > 32 && row < table_->rows() - 1 && table_->cell(row, 32).text.empty())
-        ++row;
-    const int today = table_->marked_col();
-    return {row, today > 0 && today <= last_day_ ? today : 1};
-}
-
-// Where a key leads from `ort`; false when it is none of the table's.
-bool PlanAnsicht::destination(const QKeyEvent& event, Ort& ort) const {
-    const bool ctrl = event.modifiers().testFlag(Qt::ControlModifier);
-    const int top = table_->fixed_rows(), bottom = table_->rows() - 1, page = verticalScrollBar()->pageStep();
-    switch (event.key()) {
-    case Qt::Key_Left: --ort.col; break;
-    case Qt::Key_Right: ++ort.col; break;
-    case Qt::Key_Up: --ort.row; break;
-    case Qt::Key_Down: ++ort.row; break;
-    case Qt::Key_PageUp: ort.row -= page; break;
-    case Qt::Key_PageDown: ort.row += page; break;
-    case Qt::Key_Home: (ctrl ? ort.row : ort.col) = ctrl ? top : 1; break;
-    case Qt::Key_End: (ctrl ? ort.row : ort.col) = ctrl ? bottom : last_day_; break;
-    default: return false;
-    }
-    ort.row = std::clamp(ort.row, top, bottom);
-    ort.col = std::clamp(ort.col, 1, std::max(1, last_day_));
-    return true;
-}
-
-void PlanAnsicht::move_selection(QKeyEvent* event) {
-    const Selection s = table_->selection();
-    const bool marked = table_->HighLight() && s.row >= table_->fixed_rows();
-    Ort ort = marked ? Ort{s.row_sel, s.col_sel} : first_place();
-    Ort to = ort;
-    if (!destination(*event, to)) {
-        QAbstractScrollArea::keyPressEvent(event);
-        return;
-    }
-    const bool jumps = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
-    if (!marked && !jumps) to = ort; // the first key shows where one is
-    scroll_to(to);
-    const bool extends = marked && event->modifiers().testFlag(Qt::ShiftModifier);
-    select(extends ? Selection{s.row, s.col, to.row, to.col} : Selection{to.row, to.col, to.row, to.col});
-    event->accept();
-}
-
 void PlanAnsicht::keyPressEvent(QKeyEvent* event) {
-    if (table_ && markierbar_ && table_->rows() > table_->fixed_rows() && last_day_ > 0)
-        move_selection(event);
+    const auto key = Taste_aus(*event);
+    if (table_ && markierbar_ && key && table_->user_key(*key))
+        event->accept();
     else
         QAbstractScrollArea::keyPressEvent(event);
 }
 
-void PlanAnsicht::scroll_to(const Ort& ort) {
+void PlanAnsicht::show_cell(int row, int col) {
+    refresh();
     QScrollBar& v = *verticalScrollBar();
-    if (ort.row < rows_.oben()) v.setValue(ort.row);
-    while (table_ && !row_visible(ort.row) && v.value() < v.maximum() && rows_.y(ort.row) > 0) {
+    if (row < rows_.oben()) v.setValue(row);
+    while (table_ && !row_visible(row) && v.value() < v.maximum() && rows_.y(row) > 0) {
         const int before = v.value();
-        v.setValue(before +
-                   std::max(1, (rows_.y(ort.row + 1) - viewport()->height()) / standard_row_height()));
+        v.setValue(before + std::max(1, (rows_.y(row + 1) - viewport()->height()) / standard_row_height()));
         if (v.value() == before) break;
     }
-    const QRect body = body_rect(), cell = cell_rect(ort.row, ort.col);
+    const QRect body = body_rect(), cell = cell_rect(row, col);
     QScrollBar& h = *horizontalScrollBar();
     if (cell.left() < body.left()) h.setValue(h.value() - (body.left() - cell.left()));
     if (cell.right() > body.right()) h.setValue(h.value() + cell.right() - body.right());

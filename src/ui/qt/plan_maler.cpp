@@ -302,8 +302,7 @@ QColor PlanMaler::Grund(int row, int col) const {
 }
 
 bool PlanMaler::ist_Überschrift(int row) const {
-    return ansicht_.leads() && table_.cols() > 32 && row >= table_.fixed_rows() &&
-           table_.cell(row, 32).text.empty() && !table_.cell(row, 0).text.empty();
+    return row >= table_.fixed_rows() && table_.row_kind(row) == RowKind::Heading;
 }
 
 bool PlanMaler::im_Band(int row) const {

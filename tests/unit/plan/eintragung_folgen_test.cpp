@@ -43,6 +43,33 @@ TEST(Eintragung, VerborgeneEinträgeZählenNichtUndBleibenBeimSpeichernErhalten)
     EXPECT_EQ(p.lauf->programm->hauptfenster().ansicht().Tagessumme(SONST, 19), 1);
 }
 
+// The wait pointer goes with whatever it was for, also when that fails.
+TEST(Eintragung, EinFehlerLässtKeineSanduhrStehen) {
+    const std::vector<std::pair<const char*, std::function<void(Platzlauf&)>>> WEGE{
+        {"open", [](Platzlauf& l) { l.neu_laden(); }},
+        {"write", [](Platzlauf& l) { l.trage_ein(u"anna", 18, 18, U); }},
+        {"write", [](Platzlauf& l) {
+             l.markiere(l.zeile(u"anna"), 18, 18, l.zeile(u"otto"));
+             l.drücke(U);
+         }}};
+    for (const auto& [beim, tun] : WEGE) {
+        Plan p;
+        Platzlauf& l = p.öffne(u"chef");
+        const Application& app = l.programm->app();
+        l.programm->platz().Langsame_Anzeige = true;
+        bool gewartet = false;
+        p.davor = [&, wann = std::string(beim)](const std::string& aufruf, const Text& pfad) {
+            if (aufruf != wann || !enthält(pfad, u" Data.dat")) return;
+            gewartet = app.Sanduhr_an();
+            throw std::bad_alloc();
+        };
+        tun(l);
+        p.davor = {};
+        EXPECT_TRUE(gewartet && app.failed()) << beim;
+        EXPECT_FALSE(app.Sanduhr_an()) << beim;
+    }
+}
+
 // --- somebody changes the reasons -----------------------------------------------------------------------
 
 Firma mit_neuem_Grund(Firma firma) {

@@ -26,6 +26,18 @@ struct Ansicht : plantest::Plan {
             aus += lauf->plan().cell(row, 0).text + u"|";
         return aus;
     }
+    Text arten() { // of the rows
+        Text aus;
+        for (int row = 1; row < lauf->plan().rows(); ++row)
+            aus += TextView(u"PHB").substr(static_cast<std::size_t>(lauf->plan().row_kind(row)), 1);
+        return aus;
+    }
+    Text Wochenanfänge() {
+        Text aus;
+        for (int tag = 1; tag <= 31; ++tag)
+            if (lauf->plan().group_begins(tag)) aus += ziffern(tag) + u" ";
+        return aus;
+    }
     // Index of the base colour of each day's cell in a row: "0" plain, "1" weekend, ...; "-" another colour.
     Text farben(const Table& tabelle, int row) {
         Text aus;
@@ -67,6 +79,7 @@ TEST(Monatsansicht, ZeilenNachBeschäftigungBerechtigungUndGruppe) {
     EXPECT_EQ(w.namen(), u"vorn Name|Werk|eve Name|") << "what stands above all headings is for everybody";
     w.zeige(u"anna");
     EXPECT_EQ(w.namen(), u"vorn Name|Büro|anna Name||");
+    EXPECT_EQ(w.arten(), u"PHPB");
     w.zeige(u"chef");
     w.lauf->programm->daten().Anzeigegruppen = {u"Alle|Büro:Werk:", u"Nur Werk|Werk:", u"Nichts|erk:"};
     for (const auto& [gruppe, namen] : {std::pair{1, u"Werk|eve Name|"}, {2, u"|"}}) {
@@ -128,7 +141,9 @@ TEST(Monatsansicht, FerienHeuteUndÜberschriften) {
     for (const auto& [tag, farbe] : {std::pair{15, 0x00FF00U}, {16, 0xE8FFF6U}}) // today wins
         EXPECT_EQ(plan.cell(0, tag).back, farbe);
     EXPECT_EQ(v.farben(plan, 1), Text(31, u'4')) << "a heading row wins over all";
+    EXPECT_EQ(v.Wochenanfänge(), u"2 9 16 23 30 ");
     v.lauf->fenster_().tabMonate.user_select(11);
+    EXPECT_EQ(v.Wochenanfänge(), u"7 14 21 28 ");
     EXPECT_EQ(v.farben(u"anna").find(u'7'), Text::npos) << "today is in another month";
 }
 

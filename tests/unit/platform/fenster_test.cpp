@@ -12,7 +12,7 @@ namespace {
 
 // A front end that runs given actions in its loops instead of a user.
 struct Fensterattrappe : firma::StummesFenstersystem {
-    std::function<void()> im_lauf, im_fenster, beim_warten, beim_öffnen, beim_malen;
+    std::function<void()> im_lauf, im_fenster, bei_meldung, beim_warten, beim_öffnen, beim_malen;
     Mauszeiger zeiger = Mauszeiger::Standard;
     int beendet = 0;
 
@@ -23,6 +23,15 @@ struct Fensterattrappe : firma::StummesFenstersystem {
     void run(Form&) override { tue(im_lauf); }
     void run_modal(Form&) override { tue(im_fenster); }
     void quit() override { ++beendet; }
+    void message(const Text&) override { tue(bei_meldung); }
+    Antwort question(const Text&, const Frageart& art) override {
+        tue(bei_meldung);
+        return art.vorgabe;
+    }
+    std::optional<Text> input(const Text&, const Text& titel, const Text& feld) override {
+        tue(bei_meldung);
+        return titel + feld;
+    }
     void wait(double) override { tue(beim_warten); }
     void process_events() override { tue(beim_malen); }
     void set_pointer(Mauszeiger z) override { zeiger = z; }
@@ -84,11 +93,37 @@ TEST_F(Fenster, Ein_Fehler_endet_die_Schleifen_und_kommt_dahinter_an) {
     }
 }
 
+TEST_F(Fenster, Sanduhr_zaehlt_und_ruht_waehrend_jeder_Frage) {
+    using Wache = Application::Sanduhrwache;
+    const std::vector<std::function<void()>> FRAGEN{[&] { app.Hinweis(u"Hallo"); },
+                                                    [&] { app.Frage(u"Ja?"); },
+                                                    [&] { app.Eingabe(u"Name", u"Adam||Suche"); }};
+    for (const auto& fragen : FRAGEN) {
+        const Wache wache(app, true), keine(app, false);
+        { const Wache innere(app, true); }
+        std::vector<Mauszeiger> dabei;
+        system.bei_meldung = [&] {
+            dabei.push_back(system.zeiger);
+            EXPECT_TRUE(app.busy());
+        };
+        const int vorher = app.interruptions();
+        fragen();
+        EXPECT_EQ(dabei, std::vector{Mauszeiger::Standard});
+        EXPECT_EQ(app.interruptions(), vorher + 1);
+        EXPECT_EQ(system.zeiger, Mauszeiger::Sanduhr) << "again";
+        system.bei_meldung = [] { throw std::runtime_error("Fenstersystem"); };
+        EXPECT_THROW(fragen(), std::runtime_error);
+        EXPECT_EQ(system.zeiger, Mauszeiger::Sanduhr) << "also then";
+        EXPECT_FALSE(app.busy());
+    }
+    EXPECT_EQ(system.zeiger, Mauszeiger::Standard);
+}
+
 TEST_F(Fenster, Ein_langer_Dateiaufruf_zeigt_dass_gewartet_wird_und_laesst_nichts_herein) {
     öffne();
     std::vector<std::string> texte;
     int gemalt = 0;
-    app.Vorgang_zeigen = [&](const Text& text) { texte.push_back(zu_utf8(text)); };
+    app.Vorgangsanzeige = [&](const Text& text) { texte.push_back(zu_utf8(text)); };
     system.beim_malen = [&] {
         ++gemalt;
         EXPECT_FALSE(haupt.knopf.user_click() || haupt.uhr.tick() || haupt.user_close());
