@@ -137,6 +137,9 @@ TEST(Ausstehende, WartenWeiter) {
     p.fs.störe({.aufruf = "list", .nummer = FEHLER_NETZ, .dauernd = true});
     EXPECT_FALSE(p.erfassung.Ausstehende_nachsehen());
     p.fs.störe_nicht();
+    p.erfassung.vor_dem_Schreiben = []() -> bool { throw Programmabbruch(u"", u"gesperrt"); };
+    EXPECT_THROW(p.erfassung.Ausstehende_nachsehen(), Programmabbruch);
+    p.erfassung.vor_dem_Schreiben = {};
     EXPECT_TRUE(p.erfassung.Ausstehende_vorhanden());
     EXPECT_TRUE(p.erfassung.Ausstehende_nachsehen());
     EXPECT_EQ(p.zeilen(HEUTE), Monat({A0, A1, O1}));

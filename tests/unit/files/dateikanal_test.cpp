@@ -67,7 +67,7 @@ TEST(Dateikanal, ÖffnenScheitert) {
     for (const auto modus : {Dateimodus::Input, Dateimodus::Output, Dateimodus::Append}) {
         Prüfplatz p;
         p.fs.platte().mache_ordner(PFAD);
-        const Text text = text_von<Programmabbruch>([&] { p.kanal.Datei_öffnen(PFAD, modus); });
+        const Text text = text_von<Zugriffsabbruch>([&] { p.kanal.Datei_öffnen(PFAD, modus); });
         EXPECT_TRUE(text.starts_with(u"Die Datei '/srv/x/Data/Probe.dat' konnte nicht geöffnet werden."));
         EXPECT_EQ(enthält(text, u"schreibgeschützt"), modus != Dateimodus::Input);
         EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, modus, Fehlerweg::IgnoreErrors));
@@ -87,6 +87,16 @@ TEST(Dateikanal, AndereSchreibweiseWirdZurKanonischen) {
     p.kanal.Datei_schließen();
     EXPECT_EQ(p.zeilen(PFAD), std::vector<Text>{u"neu"});
     EXPECT_FALSE(p.fs.gibt_es(p.daten(u"PROBE.DAT")));
+    // A folder that does not tell them apart, and a fault of the first look: both names are one file.
+    struct EineDatei : SpeicherDateisystem {
+        Ergebnis<std::vector<Text>> list(const Text&) override { return std::vector<Text>{u"PROBE.DAT"}; }
+    } fs;
+    fs.platte().mache_ordner(u"/srv/x/Data/");
+    fs.schreibe(PFAD, "x");
+    Schreibweise_entfernen(fs, u"/srv/x/Data/Probe.dat", u"/srv/x/Data/PROBE.DAT");
+    EXPECT_TRUE(fs.gibt_es(PFAD));
+    fs.störe({.aufruf = "info", .maske = u"Probe.dat", .nummer = 57});
+    EXPECT_EQ(Datei_finden(fs, u"/srv/x/Data/", u"Probe.dat"), PFAD);
 }
 
 // What a fault in it says and leaves is shown by the sweep over all operations.

@@ -161,6 +161,73 @@ TEST(Erfassungsdateien, FehlerWerdenGemeldet) {
     }
 }
 
+// A row that broke off in the middle, and rows that have gone again: nobody is stopped by it, all are told.
+TEST(Erfassungsdateien, AbgerissenesWirdGemeldetUndAufbewahrt) {
+    const Text wann = u"Fehlerhafte Daten erkannt in Monat 11.2026";
+    for (const int rolle : {2, 0})
+        for (const bool geschrumpft : {false, true}) {
+            Erfassungsplatz p({u"anna", u"otto", u"eve"});
+            p.konfig.ändern().Benutzerrolle = rolle;
+            p.erfassung.sichern = [](TextView) { return true; };
+            const Text pfad = p.Monatsdatei(HEUTE, {A(u"anna", u"1"), A(u"otto", u"1"), A(u"eve", u"1")});
+            const std::string ganz = *p.fs.inhalt(pfad);
+            const std::string halb =
+                ganz.substr(0, ganz.find(ganz.substr(ganz.rfind("\r\n", ganz.size() - 3))) -
+                                   (geschrumpft ? 0 : 10) + (geschrumpft ? 2 : 0));
+            if (geschrumpft) p.erfassung.Erfassungsdaten_lesen(u"2611");
+            p.fs.schreibe(pfad, halb);
+            EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
+            EXPECT_EQ(p.erfassung.monat().letzter_Satz(u"anna"), 1);
+            ASSERT_EQ(p.fenster.hinweise.size(), 1u) << rolle << geschrumpft;
+            EXPECT_TRUE(p.fenster.hinweise[0].starts_with(wann));
+            EXPECT_EQ(p.Logzeilen(), std::vector<Text>{u"chef|KalvoAdmin|" + wann});
+            p.erfassung.Erfassungsdaten_lesen(u"2611");
+            EXPECT_EQ(p.fenster.hinweise.size(), 1u) << "once for one state";
+            const auto da = p.Versionen();
+            EXPECT_EQ(da.size(), rolle == 2 ? 2u : 1u) << "with a copy of what was taken out";
+            EXPECT_EQ(p.fs.inhalt(p.daten(da.back())), halb);
+        }
+}
+
+// A version that was begun while only half of the older one was to be seen takes nobody's entries along.
+TEST(Erfassungsdateien, DieÄltereGehtNurHinterEinerGanzen) {
+    const struct {
+        const char* was;
+        std::vector<Text> neue;
+        bool bleibt;
+    } tafel[] = {{"somebody's row is missing", {A(u"anna", u"1")}, true},
+                 {"he has taken it back", {A(u"anna", u"1"), A(u"otto", u"")}, false},
+                 {"whoever is not in the list any more", {A(u"otto", u"2"), A(u"anna", u"")}, false}};
+    for (const auto& fall : tafel) {
+        Erfassungsplatz p({u"anna", u"otto"});
+        for (int monat = 0; monat < 24; ++monat)
+            p.Monatsdatei(ziffern(25 + monat / 12, 2) + ziffern(monat % 12 + 1, 2) + u" 250101",
+                          {A(u"otto", u"1"), A(u"fremd", u"1")});
+        p.Monatsdatei(u"2611 261110", fall.neue);
+        p.erfassung.Erfassungsdateien_checken();
+        EXPECT_EQ(p.fs.gibt_es(p.pfad(u"2611 250101")), fall.bleibt) << fall.was;
+    }
+}
+
+TEST(Startjahr, FolgtDenMeistenMonaten) {
+    const struct {
+        std::vector<int> jahre; // whose months stand there
+        std::vector<Text> dazu;
+        std::vector<int> passend;
+    } tafel[] = {{{2025, 2026, 2027}, {}, {2025}},
+                 {{2025, 2026, 2027}, {u"2412 250101 Data.dat"}, {2025}},
+                 {{2025, 2026, 2027}, {u"2401 Kopie Data.dat", u"2301 250101 Data.dat"}, {2025}},
+                 {{2026, 2027}, {}, {2025, 2026}},
+                 {{}, {}, {}}};
+    for (const auto& fall : tafel) {
+        std::vector<Text> namen = fall.dazu;
+        for (const int jahr : fall.jahre)
+            for (int monat = 1; monat <= 12; ++monat)
+                namen.push_back(ziffern(jahr % 100, 2) + ziffern(monat, 2) + u" 261116 Data.dat");
+        EXPECT_EQ(passende_Startjahre(namen), fall.passend);
+    }
+}
+
 // Somebody else's save falls just before one of our calls.
 TEST(Erfassungsdateien, ZweiImSelbenAugenblick) {
     const struct {

@@ -64,7 +64,6 @@ TEST(Konfigdaten, Benutzerrolle) {
         {{u"A:M:Muster", u"P:M:muster", u"A:Chef:boss"}, false, 2},
         {{u"A:Chef:boss", u"P:M:hausmuster"}, false, 0}, // the whole name, not its end
         {{u"NoAdmins"}, false, 2},
-        {{}, false, 2},
         {{u"A:Chef:boss"}, true, 2}, // Setting 16
     };
     for (const auto& [zeilen, alle, rolle] : fälle) {
@@ -78,6 +77,11 @@ TEST(Konfigdaten, Benutzerrolle) {
         EXPECT_EQ(p.werte().Benutzerrolle, rolle) << (zeilen.empty() ? "" : zu_utf8(zeilen.back()));
     }
     Konfigprobe p;
+    p.lege_Standard({{8, eingeschränkt}});
+    auto ohne = p.zeilen(p.pfad);
+    ohne.pop_back();
+    p.lege(p.pfad, ohne);
+    EXPECT_NE(p.lies(), u"") << "cut: everybody would be an administrator";
     p.lege_Standard({{8, eingeschränkt}});
     p.konfig.Dienstlauf(true);
     p.lies();

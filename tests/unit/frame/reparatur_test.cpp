@@ -243,6 +243,7 @@ TEST(Sperre, BeimStart) {
          u"Achtung: Sie haben den Programmaufruf für andere Benutzer gesperrt. Diese erhalten beim "
          u"Programmaufruf den Hinweis:\n\nUmbau"},
         {"Dummy\r\n", u"anna", true, false, nullptr},
+        {"Umbau|\r\n", u"anna", true, false, nullptr}, // nobody could lift it
         {"", u"anna", true, true, nullptr},
         {"Arbeit|x\r\n/srv/x/Data/Konfigdaten.dat", u"anna", false, true,
          u"Programmaufruf gesperrt:\n\nArbeit."},

@@ -155,6 +155,69 @@ TEST(Start, Datenordner) {
     EXPECT_TRUE(r.platte().abbild() == vorher);
 }
 
+// Somebody saves settings between our read and our write: both changes hold.
+TEST(Start, SettingNebenEinemAnderen) {
+    Haus r;
+    Firma andere;
+    andere.Setting(10, 1);
+    bool einmal = true;
+    r.davor = [&](const std::string& aufruf, const Text& pfad) {
+        if (aufruf == "write" && enthält(pfad, u"Konfigdaten") && std::exchange(einmal, false))
+            andere.anlegen(r, DATEN);
+    };
+    Platzlauf l(r, u"chef");
+    EXPECT_FALSE(l.starten({u"/path", DATEN, u"/setting", u"3=7", u"/nowelcomescreen"}));
+    const Text werte = r.zeilen(DATEN + u"Konfigdaten.dat")[7];
+    EXPECT_EQ(werte[2], u'7');
+    EXPECT_EQ(werte[9], u'1');
+}
+
+// A remembered folder of which something is left is asked for; one that goes under the start is waited for.
+TEST(Start, WasVomDatenordnerDaIst) {
+    const struct {
+        const char* was;
+        std::vector<Text> bleibt; // beside the backups
+        const char16_t* frage;
+    } tafel[] = {{"no month",
+                  {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"},
+                  u"Keine Erfassungsdatei"},
+                 {"backups alone", {}, u"Konfigdaten.dat' wurde nicht gefunden"}};
+    for (const auto& fall : tafel) {
+        Haus r;
+        Platzlauf l(r, u"chef");
+        ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
+        l.schließen();
+        for (const auto& [pfad, bytes] : r.platte().abbild())
+            if (ParentDir(pfad) == DATEN && std::find(fall.bleibt.begin(), fall.bleibt.end(),
+                                                      Dateiname_aus_Pfad(pfad)) == fall.bleibt.end())
+                r.platte().entferne(pfad);
+        EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
+        ASSERT_EQ(l.fenster.fragen.size(), 1U) << fall.was;
+        EXPECT_TRUE(enthält(l.fenster.fragen[0], fall.frage)) << zu_utf8(l.fenster.fragen[0]);
+    }
+    Haus r;
+    Platzlauf l(r, u"chef");
+    ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
+    l.schließen();
+    const auto vorher = r.platte().abbild();
+    r.störe({.aufruf = "info", .maske = DATEN, .nummer = FEHLER_VERWEIGERT, .dauernd = true});
+    EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
+    ASSERT_EQ(l.fenster.hinweise.size(), 1U) << "no wait: it will not come by itself";
+    EXPECT_TRUE(l.fenster.hinweise[0].starts_with(u"Es ist ein Fehler beim Dateizugriff"));
+    EXPECT_TRUE(r.platte().abbild() == vorher);
+}
+
+TEST(Start, ErsterLaufNebenSchulferien) {
+    Rechner r;
+    r.platte().mache_ordner(DATEN);
+    r.schreibe(DATEN + u"Ferientage.dat", "");
+    Platzlauf l(r, u"chef");
+    EXPECT_TRUE(l.starten(AUFRUF));
+    EXPECT_TRUE(l.fenster.fragen.empty());
+    EXPECT_TRUE(r.gibt_es(DATEN + u"Konfigdaten.dat"));
+    EXPECT_TRUE(l.fenster.hinweise.empty()) << "an empty file of school holidays is not worth a word";
+}
+
 // What others change while the program starts holds; once it runs, nobody is shut out any more.
 TEST(Start, ZulassungFolgtDemStandDerPlatte) {
     Firma firma, gesperrt;

@@ -34,7 +34,8 @@ constexpr Störart STÖRARTEN[] = {
 
 bool trifft(Störart::Wo wo, const std::string& aufruf) {
     if (wo == Störart::Schreiben) return aufruf == "write";
-    for (const char* liest : {"read", "read_at", "info", "list", "change_folder", "close", "real_folder", "is_link"})
+    for (const char* liest :
+         {"read", "read_at", "info", "list", "change_folder", "close", "real_folder", "is_link"})
         if (aufruf == liest) return wo == Störart::Jeder;
     return true;
 }
