@@ -1,17 +1,20 @@
 #!/bin/sh
 # Two workstations on one shared folder, each through a mount of its own and saving once a second: what a
 # workstation has shown as saved, a fresh one must show too, or its user was told.
-# Use: freigaben.sh [-p preset] [-s seconds] [FOLDER1 FOLDER2]
+# Use: freigaben.sh [-p preset] [-s seconds] [-o FOLDER] [FOLDER1 FOLDER2]
+#   -o  where the transcripts and the data are left; they are thrown away when left out
 #   FOLDER1, FOLDER2: two ways to the same empty folder, such as two mounts of one NFS or SMB share
 #   without them the script mounts a temporary folder twice through sshfs, where the machine can
 set -eu
 cd "$(dirname "$0")/.."
 preset=release
 sekunden=300
-while getopts p:s: option; do
+ergebnis=""
+while getopts p:s:o: option; do
     case "$option" in
     p) preset="$OPTARG" ;;
     s) sekunden="$OPTARG" ;;
+    o) ergebnis="$OPTARG" ;;
     *) exit 2 ;;
     esac
 done
@@ -24,7 +27,7 @@ done
 ablage="$(mktemp -d)"
 aufraeumen() {
     for n in 1 2; do
-        mountpoint -q "$ablage/sicht$n" && fusermount3 -u "$ablage/sicht$n"
+        [ -d "$ablage/sicht$n" ] && mountpoint -q "$ablage/sicht$n" && fusermount3 -u "$ablage/sicht$n"
     done
     rm -rf "$ablage"
 }
@@ -131,5 +134,9 @@ for n in 1 2; do
         status=1
     fi
 done
+if [ -n "$ergebnis" ]; then
+    mkdir -p "$ergebnis"
+    cp -r "$ablage"/lauf* "$ablage"/soll* "$erster/plan" "$ergebnis"
+fi
 [ $status -eq 0 ] && echo "Nothing was lost unreported." || echo "ROWS WERE LOST WITHOUT A WORD." >&2
 exit $status
