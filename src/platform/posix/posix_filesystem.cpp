@@ -20,6 +20,11 @@ namespace {
 
 constexpr unsigned CLAIM_PAUSE = 100'000; // microseconds
 constexpr int CLAIM_LOOKS = 150;          // 15 s: longer than a server is ever silent to a living process
+constexpr unsigned TURN_PAUSE = 25'000;   // microseconds
+constexpr int TURN_LOOKS = 80;            // 2 s: what an append lasts, many times over
+// The byte whose lock is the turn to append: far behind every end, since some servers refuse to read, too,
+// what somebody has locked.
+constexpr off_t TURN_BYTE = 0x3fff'ffff'ffff'ffff;
 
 // Repeats a call as long as a signal interrupts it.
 template <class F>
@@ -166,10 +171,45 @@ bool made_writable(const std::string& path, mode_t& before) {
 
 } // namespace
 
+bool PosixFileSystem::shared(int handle) const {
+    return lies_on_share(handle);
+}
+
+void PosixFileSystem::turn_pause() {
+    usleep(TURN_PAUSE);
+}
+
+// A share's client has no append: it writes where it believes the end to be, and two that append at the same
+// moment write at the same place. So they take turns, by a lock that the server keeps. Where it knows no
+// locks, or somebody does not let go of his, the append is made all the same: its writer looks for his bytes.
+bool PosixFileSystem::take_turn(int handle) {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = TURN_BYTE;
+    lock.l_len = 1;
+    for (int look = 0; look < TURN_LOOKS; ++look) {
+        if (repeated([&] { return fcntl(handle, F_OFD_SETLK, &lock); }) == 0) return true;
+        if (errno != EAGAIN && errno != EACCES) return false;
+        turn_pause();
+    }
+    return false;
+}
+
+// The lock goes with the handle. Where the end is now, a client that is not forced to ask believes to know.
+int PosixFileSystem::open_in_turn(const std::string& name, int flags) {
+    const int handle = open_handle(name, flags);
+    if (handle < 0 || !shared(handle) || !take_turn(handle)) return handle;
+    struct statx now {};
+    statx(handle, "", AT_EMPTY_PATH | AT_STATX_FORCE_SYNC, STATX_SIZE, &now);
+    return handle;
+}
+
 Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mode) {
     if (!possible(path)) return Ergebnis<Handle>::fehler(FEHLER_NETZ);
     const std::string name = zu_utf8(path);
-    const int handle = open_handle(name, flags_of(mode));
+    const bool appends = mode == OpenMode::Append || mode == OpenMode::Extend;
+    const int handle = appends ? open_in_turn(name, flags_of(mode)) : open_handle(name, flags_of(mode));
     if (handle < 0) return Ergebnis<Handle>::fehler(path_fault(errno, name));
     struct stat s {};
     if (fstat(handle, &s) != 0) {

@@ -1,6 +1,6 @@
 // The real file system. Nothing blocks on what is no plain file: pipes and devices are refused with 75.
 // Overwrite keeps the old bytes: the writer cuts the file to its new length with truncate() at the end.
-// On a share Read passes over what this workstation has kept of the file.
+// On a share Read passes over what this workstation has kept of the file, and those who append take turns.
 #pragma once
 
 #include "platform/filesystem.h"
@@ -40,11 +40,16 @@ protected:
     virtual int rename_exclusively(const std::string& from, const std::string& to);
     virtual int link_exclusively(const std::string& from, const std::string& to);
     virtual void claim_pause(); // between two looks at somebody else's claim to a name
+    // Does an open file lie where several computers write, each with a memory of its own?
+    virtual bool shared(int handle) const;
+    virtual void turn_pause(); // while somebody else appends
 
 private:
     enum class Claim { Name_taken, Gone, Dead };
     Claim watch_claim(const std::string& claim, const std::string& name);
     int rename_claimed(const std::string& from, const std::string& to);
+    bool take_turn(int handle);
+    int open_in_turn(const std::string& name, int flags);
 };
 
 } // namespace kalvora

@@ -28,6 +28,18 @@ public:
     std::function<void()> beim_Warten;
 };
 
+class Geteilt : public PosixFileSystem {
+protected:
+    bool shared(int) const override { return true; }
+    void turn_pause() override {
+        if (++pausen == 3 && beim_Warten) beim_Warten();
+    }
+
+public:
+    int pausen = 0;
+    std::function<void()> beim_Warten;
+};
+
 struct Darunter {
     PosixFileSystem platte;
 };
@@ -77,9 +89,37 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Art{"Posix", [] { return std::make_unique<PosixFileSystem>(); }},
                     Art{"OhneUmbenennen", [] { return std::make_unique<Ohne_Umbenennen>(); }},
                     Art{"NurAnspruch", [] { return std::make_unique<Nur_Anspruch>(); }},
+                    Art{"Geteilt", [] { return std::make_unique<Geteilt>(); }},
                     Art{"Wartend", [] { return std::make_unique<Wartend>(); }},
                     Art{"Speicher", [] { return std::make_unique<SpeicherDateisystem>(); }}),
     [](const auto& art) { return art.param.name; });
+
+TEST(Freigabe, Wer_anfuegt_wartet_auf_den_anderen_aber_nicht_ewig) {
+    TempOrdner ordner;
+    Geteilt fs;
+    const Text datei = ordner.pfad(u"a");
+    const auto erster = fs.open(datei, OpenMode::Append);
+    ASSERT_TRUE(erster);
+    for (const OpenMode modus : {OpenMode::Read, OpenMode::Overwrite})
+        fs.close(*fs.open(datei, modus));
+    EXPECT_EQ(fs.pausen, 0) << "only appending takes turns, and no other handle's end gives the turn away";
+    fs.beim_Warten = [&] {
+        fs.write(*erster, "eins\n");
+        fs.close(*erster);
+    };
+    const auto zweiter = fs.open(datei, OpenMode::Extend);
+    ASSERT_TRUE(zweiter);
+    EXPECT_EQ(fs.pausen, 3);
+    EXPECT_EQ(fs.info(*zweiter)->size, 5u);
+    const auto dritter = fs.open(datei, OpenMode::Append); // whose lock nobody gives back
+    ASSERT_TRUE(dritter);
+    EXPECT_GT(fs.pausen, 50);
+    for (const auto& h : {zweiter, dritter})
+        EXPECT_EQ(*fs.write(*h, "mehr\n"), 5u);
+    EXPECT_EQ(fs.info(datei)->size, 15u);
+    for (const auto& h : {zweiter, dritter})
+        fs.close(*h);
+}
 
 TEST_P(Dateisystem, Oeffnen_sagt_warum_nicht) {
     schreibe(u"da.dat", "x");
