@@ -91,9 +91,10 @@ ENDE
     printf 'geheim\ngeheim\n' | smbpasswd -a -s root
 }
 smb_aus() {
-    killall smbd
+    killall smbd 2>/dev/null
     sleep 1
-    killall -9 smbd
+    killall -9 smbd 2>/dev/null
+    true
 }
 
 # --- mounts ---------------------------------------------------------------------------------------------------
@@ -136,7 +137,8 @@ lauf() {
 ausfall() { # kind
     lauf "$1_ausfall" &
     kind=$!
-    sleep $((sekunden / 2))
+    until [ -e '/srv/daten/plan/Data/2611 261116 Data.dat' ]; do sleep 1; done
+    sleep $((sekunden / 4)) # the first save is done
     echo "The server goes."
     case "$1" in nfs*) nfs_aus ;; smb) smb_aus ;; esac
     sleep 15
