@@ -1,6 +1,7 @@
 // The real file system. Nothing blocks on what is no plain file: pipes and devices are refused with 75.
 // Overwrite keeps the old bytes: the writer cuts the file to its new length with truncate() at the end.
-// On a share Read passes over what this workstation has kept of the file, and those who append take turns.
+// On a share Read passes over what this workstation has kept of the file, and on NFS those who append take
+// turns.
 #pragma once
 
 #include "platform/filesystem.h"
@@ -40,8 +41,8 @@ protected:
     virtual int rename_exclusively(const std::string& from, const std::string& to);
     virtual int link_exclusively(const std::string& from, const std::string& to);
     virtual void claim_pause(); // between two looks at somebody else's claim to a name
-    // Does an open file lie where several computers write, each with a memory of its own?
-    virtual bool shared(int handle) const;
+    // Does an open file lie where appends need turns, and locks serve for it?
+    virtual bool takes_turns(int handle) const;
     virtual void turn_pause(); // while somebody else appends
 
 private:

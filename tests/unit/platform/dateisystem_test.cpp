@@ -30,7 +30,7 @@ public:
 
 class Geteilt : public PosixFileSystem {
 protected:
-    bool shared(int) const override { return true; }
+    bool takes_turns(int) const override { return true; }
     void turn_pause() override {
         if (++pausen == 3 && beim_Warten) beim_Warten();
     }
