@@ -1,30 +1,36 @@
 #!/bin/sh
 # Two workstations on one shared folder, each through a mount of its own and saving once a second: what a
 # workstation has shown as saved, a fresh one must show too, or its user was told.
-# Use: freigaben.sh [-p preset] [-s seconds] [FOLDER1 FOLDER2]
+# Use: freigaben.sh [-p preset] [-s seconds] [-o FOLDER] [FOLDER1 FOLDER2]
+#   -o  where the transcripts and the data are left; they are thrown away when left out
 #   FOLDER1, FOLDER2: two ways to the same empty folder, such as two mounts of one NFS or SMB share
 #   without them the script mounts a temporary folder twice through sshfs, where the machine can
 set -eu
 cd "$(dirname "$0")/.."
 preset=release
 sekunden=300
-while getopts p:s: option; do
+ergebnis=""
+while getopts p:s:o: option; do
     case "$option" in
     p) preset="$OPTARG" ;;
     s) sekunden="$OPTARG" ;;
+    o) ergebnis="$OPTARG" ;;
     *) exit 2 ;;
     esac
 done
 shift $((OPTIND - 1))
 bin="$PWD/build/$preset/bin"
+# shellcheck source=tools/freigaben_platz.sh
+. tools/freigaben_platz.sh
 for programm in kalvora-konsole kalvora-firma; do
     [ -x "$bin/$programm" ] || { echo "$bin/$programm is missing: run \"make build\" first." >&2; exit 1; }
 done
 
 ablage="$(mktemp -d)"
+# shellcheck disable=SC2317 # called by the trap
 aufraeumen() {
     for n in 1 2; do
-        mountpoint -q "$ablage/sicht$n" && fusermount3 -u "$ablage/sicht$n"
+        [ -d "$ablage/sicht$n" ] && mountpoint -q "$ablage/sicht$n" && fusermount3 -u "$ablage/sicht$n"
     done
     rm -rf "$ablage"
 }
@@ -47,6 +53,7 @@ sftp_server() {
 einhaengen() {
     mkdir "$ablage/sicht$1"
     mkfifo "$ablage/rohr$1"
+    # shellcheck disable=SC2094 # a pipe of each direction, and a log that both write
     sshfs ":$ablage/platte" "$ablage/sicht$1" -o passive -f <"$ablage/rohr$1" 2>>"$ablage/sshfs" |
         "$server" >"$ablage/rohr$1" 2>>"$ablage/sshfs" &
     for _ in 1 2 3 4 5 6 7 8 9 10; do
@@ -77,59 +84,21 @@ touch "$erster/gemeinsam"
 [ -e "$zweiter/gemeinsam" ] || { echo "freigaben.sh: $erster and $zweiter are not one folder" >&2; exit 2; }
 rm "$erster/gemeinsam"
 
-tag=18 # of November 2026; today is the 16th
-reihen=$((2 * sekunden + 2))
-"$bin/kalvora-firma" --ziel "$erster/plan" --mitarbeiter $reihen --heute 161126 --benutzer Muster >/dev/null
-
-konsole() {
-    platz="$1" ordner="$2"
-    mkdir -p "$ablage/$platz/temp"
-    USERNAME=Muster KALVORA_SYSTEMPFAD="$ablage/$platz" TEMP="$ablage/$platz/temp" \
-        "$bin/kalvora-konsole" --echtzeit /nowelcomescreen /d:161126 /path "$ordner/plan"
-}
-# One row a second, each time the next but one. Both have started before the first save of the day: a mount that
-# remembers the folder's names would show a version that is gone by then.
-arbeit() {
-    n=0
-    sleep 5
-    while [ $n -lt "$sekunden" ]; do
-        reihe=$((2 * n + $1))
-        printf 'maus links msgFlexGrid %s %s\nklick cmdAuswahl(1)\nzelle msgFlexGrid %s %s\n' \
-            $reihe $tag $reihe $tag
-        n=$((n + 1))
-        sleep 1
-    done
-}
-nachschau() {
-    n=0
-    while [ $n -lt "$sekunden" ]; do
-        echo "zelle msgFlexGrid $((2 * n + $1)) $tag"
-        n=$((n + 1))
-    done
-}
-zellen() {
-    grep '&H' "$1" | sed 's/ &H.*//'
-}
-
-arbeit 1 | konsole p1 "$erster" >"$ablage/lauf1" &
+# Both have started before the first save of the day: what a mount that remembers the folder's names does to a later
+# start is a trial of its own in freigaben_gast.sh.
+firma "$erster"
+{ sleep 5 && arbeit 1; } | konsole p1 "$erster" >"$ablage/lauf1" &
 kind=$!
-arbeit 2 | konsole p2 "$zweiter" >"$ablage/lauf2" || true
+{ sleep 5 && arbeit 2; } | konsole p2 "$zweiter" >"$ablage/lauf2" || true
 wait $kind || true
 
 status=0
 for n in 1 2; do
-    nachschau $n | konsole p3 "$erster" >"$ablage/soll$n" || true
-    zellen "$ablage/lauf$n" >"$ablage/gezeigt$n"
-    zellen "$ablage/soll$n" >"$ablage/da$n"
-    gespeichert="$(grep -c '[^"]' "$ablage/gezeigt$n" || true)"
-    fehlend="$(paste -d '\t' "$ablage/gezeigt$n" "$ablage/da$n" | awk -F '\t' '$1 != $2' | wc -l)"
-    grep '^HINWEIS' "$ablage/lauf$n" | grep -v 'Überschriftzeile' >"$ablage/hinweise$n" || true
-    gemeldet="$(wc -l <"$ablage/hinweise$n")"
-    echo "Workstation $n: $gespeichert of $sekunden rows shown as saved, $fehlend of them missing, $gemeldet messages"
-    sed 's/^/    /' "$ablage/hinweise$n"
-    if [ "$gespeichert" -eq 0 ] || { [ "$fehlend" -gt 0 ] && [ "$gemeldet" -eq 0 ]; }; then
-        status=1
-    fi
+    urteil $n "$erster" || status=1
 done
+if [ -n "$ergebnis" ]; then
+    mkdir -p "$ergebnis"
+    cp -r "$ablage"/lauf* "$ablage"/soll* "$erster/plan" "$ergebnis"
+fi
 [ $status -eq 0 ] && echo "Nothing was lost unreported." || echo "ROWS WERE LOST WITHOUT A WORD." >&2
 exit $status

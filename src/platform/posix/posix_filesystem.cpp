@@ -176,13 +176,20 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
         return Ergebnis<Handle>::fehler(fault);
     }
     if (S_ISREG(s.st_mode)) {
-        // What another workstation has written must be seen, not what this one has kept of the file.
-        if (mode == OpenMode::Read && lies_on_share(handle, s.st_dev))
-            posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
+        if (lies_on_share(handle, s.st_dev)) forget_cached(handle, mode);
         return handle;
     }
     ::close(handle);
     return Ergebnis<Handle>::fehler(FEHLER_SCHREIBSCHUTZ);
+}
+
+// What another workstation has written must be seen, not what this one has kept of the file. A share's client
+// has no append: it writes where it believes the end to be, so it is made to ask for the length first.
+void PosixFileSystem::forget_cached(int handle, OpenMode mode) {
+    if (mode == OpenMode::Read) posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
+    if (mode != OpenMode::Append && mode != OpenMode::Extend) return;
+    struct statx now {};
+    (void)statx(handle, "", AT_EMPTY_PATH | AT_STATX_FORCE_SYNC, STATX_SIZE, &now);
 }
 
 // On a share the question itself goes to the server. A disk's device is never one; of the others only a yes
@@ -363,7 +370,20 @@ Fehlercode PosixFileSystem::remove_folder(const Text& path) {
 Fehlercode PosixFileSystem::make_folder(const Text& path) {
     if (!possible(path)) return FEHLER_NETZ;
     const std::string name = zu_utf8(path);
-    return mkdir(name.c_str(), 0777) == 0 ? 0 : folder_fault(errno, name);
+    if (mkdir(name.c_str(), 0777) != 0) return folder_fault(errno, name);
+    share_with_group(name);
+    return 0;
+}
+
+// Where others may write, they may write in the new folder too: it is theirs as well, whatever this user's
+// umask says. In a folder like /tmp, where everybody keeps to his own, nothing is opened.
+void PosixFileSystem::share_with_group(const std::string& folder) {
+    struct stat above {};
+    const std::string parent = folder_of(folder.back() == '/' ? folder.substr(0, folder.size() - 1) : folder);
+    if (stat(parent.c_str(), &above) != 0 || (above.st_mode & S_ISVTX) != 0) return;
+    if ((above.st_mode & (S_IWGRP | S_IWOTH)) == 0) return;
+    if (chown(folder.c_str(), static_cast<uid_t>(-1), above.st_gid) != 0) return;
+    (void)chmod(folder.c_str(), above.st_mode & 02777);
 }
 
 Ergebnis<std::vector<Text>> PosixFileSystem::list(const Text& folder) {

@@ -200,7 +200,7 @@ TEST(Start, WasVomDatenordnerDaIst) {
     ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
     l.schließen();
     const auto vorher = r.platte().abbild();
-    r.störe({.aufruf = "info", .maske = DATEN, .nummer = FEHLER_VERWEIGERT, .dauernd = true});
+    r.störe({.aufruf = "info", .maske = u"Data", .nummer = FEHLER_VERWEIGERT, .dauernd = true});
     EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
     ASSERT_EQ(l.fenster.hinweise.size(), 1U) << "no wait: it will not come by itself";
     EXPECT_TRUE(l.fenster.hinweise[0].starts_with(u"Es ist ein Fehler beim Dateizugriff"));

@@ -67,6 +67,25 @@ TEST_F(Posix, Rechte_gehen_mit) {
     fs.close(*h);
 }
 
+// A colleague must be able to write his log and his backup in the folders that the first one has made.
+TEST_F(Posix, Neue_Ordner_sind_so_offen_wie_der_gemeinsame) {
+    const struct {
+        mode_t oben, neu;
+    } tafel[] = {{02770, 02770}, {0777, 0777}, {01777, 0700}, {0755, 0700}, {0700, 0700}};
+    const mode_t vorher = umask(077);
+    for (const auto& fall : tafel) {
+        const std::string oben = zu_utf8(ordner.pfad(u"oben"));
+        ASSERT_EQ(mkdir(oben.c_str(), 0700), 0);
+        ASSERT_EQ(chmod(oben.c_str(), fall.oben), 0);
+        EXPECT_EQ(fs.make_folder(ordner.pfad(u"oben/Logs/")), 0);
+        struct stat s {};
+        EXPECT_EQ(stat((oben + "/Logs").c_str(), &s), 0);
+        EXPECT_EQ(s.st_mode & 07777, fall.neu) << std::oct << fall.oben;
+        stdfs::remove_all(oben);
+    }
+    umask(vorher);
+}
+
 TEST_F(Posix, Tag_eines_Stempels_ist_Ortszeit) {
     PosixClock uhr;
     // 2026-11-15 23:30 UTC; the second before 1970 has a stamp below 0

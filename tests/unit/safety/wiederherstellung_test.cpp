@@ -80,7 +80,7 @@ TEST(Wiederherstellung, Datei_aus_der_neuesten_heilen_Sicherung) {
     };
     for (const Fall& f : fälle) {
         Sicherungsplatz p;
-        for (const Text yymm : {u"2412", u"2503", u"2603", u"2703"}) // the first is a stray one
+        for (const Text yymm : {u"2211", u"2503", u"2603", u"2703"}) // the first is a stray one
             if (f.Monate) p.fs.schreibe(p.daten(yymm + u" 250301 Data.dat"), Monatsdatei({}, yymm));
         for (const auto& [name, mitglieder] : f.sicherungen)
             p.lege_Backup(name, mitglieder);
