@@ -1,6 +1,6 @@
 # Every command sets up what it needs (Debian packages), builds and does its work.
 #   make run     the program on a made-up company: window, or console where there is no display
-#   make test    every test (PRESET=release, debug or asan)
+#   make test    every test (PRESET=release, debug, asan or tsan)
 #   make lint    format, direction of the includes, clang-tidy
 #   make bench   benchmarks          make fuzz     fuzz targets, FUZZ_SECONDS each
 #   make zuverlaessigkeit   every fault in full; writes docs/zuverlaessigkeit.md
