@@ -111,25 +111,30 @@ struct Zwei_Plätze {
         EXPECT_TRUE(!ok || aufbewahrt(*diese)) << "behind the next start";
         EXPECT_FALSE(drittes.gibt_es(BACKUPS + Text(REDOKOPIE)));
     }
-    void alle(bool startet, std::size_t dünn) {
+    void alle(const char* was, bool startet) {
+        constexpr std::size_t dünn = 53; // in the ordinary tests each n-th call alone
         const auto aufrufe = Aufrufe();
         const auto nicht = unteilbar(aufrufe);
         for (std::size_t n = voller_Lauf() ? 0 : 7; n < aufrufe.size(); n += voller_Lauf() ? 1 : dünn)
             if (!startet || !nicht[n]) einer(n, aufrufe[n], startet);
         EXPECT_GT(gespeichert, 0);
+        berichten({was, std::to_string(gespeichert + abgelehnt),
+                   "his entry saved " + std::to_string(gespeichert) + ", refused " +
+                       std::to_string(abgelehnt) + "; lost " +
+                       (::testing::Test::HasFailure() ? "some" : "0")});
     }
 };
 
 TEST(Zwei_Plätze, er_speichert_während_der_Wiederherstellung) {
     Zwei_Plätze p(false);
-    p.alle(false, 53);
+    p.alle("a colleague saves before each call of a restore", false);
     EXPECT_GT(p.abgelehnt, 0);
 }
 TEST(Zwei_Plätze, er_startet_während_der_Wiederherstellung) {
-    Zwei_Plätze(false).alle(true, 53);
+    Zwei_Plätze(false).alle("a restore stalls at each call, a colleague finishes it and goes on", true);
 }
 TEST(Zwei_Plätze, er_startet_während_des_Abschließens) {
-    Zwei_Plätze(true).alle(true, 53);
+    Zwei_Plätze(true).alle("the same of a start that finishes a restore", true);
 }
 
 } // namespace
