@@ -160,7 +160,7 @@ bool Backups::aufnehmen(const Text& pfad) {
     const auto da = ansehen(fs, pfad);
     const auto h = fs.open(pfad, OpenMode::Overwrite);
     if (h) {
-        if (da) fs.write(*h, da->kopf);
+        if (da) (void)fs.write(*h, da->kopf);
         (void)fs.sync(*h);
         (void)fs.close(*h);
     }

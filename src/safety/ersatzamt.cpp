@@ -117,7 +117,7 @@ void Ersatzamt::Lebenszeichen() {
     const double jetzt = kanal_.werk().uhr().steady();
     if (nummer_ == 0 || jetzt - zeichen_ < ZEICHEN_ALLE) return;
     zeichen_ = jetzt;
-    kanal_.werk().anhängen(Pfad(nummer_), ".\r\n", true);
+    (void)kanal_.werk().anhängen(Pfad(nummer_), ".\r\n", true);
 }
 
 // From the lowest on: a former holder who wakes up must not find his own as the highest. What cannot be
