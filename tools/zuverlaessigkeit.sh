@@ -49,6 +49,6 @@ cat >>"$ablage/bericht.md" <<'ENDE'
 | Fault | Tried | Outcome |
 |---|--:|---|
 ENDE
-zeilen prozesse 'Prozesse.*:Schaden.*:Blicke.*:*/Platte.*:PlatteUndUhr.*' >>"$ablage/bericht.md"
+zeilen prozesse 'Prozesse.*:Zwei_Plätze.*:Schaden.*:Blicke.*:*/Platte.*:PlatteUndUhr.*' >>"$ablage/bericht.md"
 cat "$ablage/bericht.md" >docs/zuverlaessigkeit.md
 echo "Written: docs/zuverlaessigkeit.md"

@@ -12,7 +12,8 @@ namespace kalvora {
 
 // Numbers of file faults, which all lie in 52 to 76, and of others that are told apart.
 enum Fehlernummer : int {
-    FEHLER_NETZ = 52, // network gone, or the name is impossible
+    FEHLER_SPEICHER = 7, // accuses no file
+    FEHLER_NETZ = 52,    // network gone, or the name is impossible
     FEHLER_NICHT_GEFUNDEN = 53,
     FEHLER_GERÄT = 57, // device input/output error
     FEHLER_EXISTIERT = 58,

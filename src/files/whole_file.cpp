@@ -51,7 +51,7 @@ Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) con
         inhalt.bytes.reset(new (std::nothrow) char[nötig]);
         inhalt.platz = inhalt.bytes ? nötig : 0;
     }
-    if (!inhalt.bytes) return Ergebnis<Dateiinhalt>::fehler(FEHLER_GERÄT);
+    if (!inhalt.bytes) return Ergebnis<Dateiinhalt>::fehler(FEHLER_SPEICHER);
     for (;;) {
         const auto n = fs_.read(*datei, inhalt.bytes.get() + inhalt.größe, inhalt.platz - inhalt.größe);
         if (!n) return Ergebnis<Dateiinhalt>::fehler(n.nummer());
@@ -61,7 +61,7 @@ Ergebnis<Dateiinhalt> Dateiwerk::lesen(const Text& pfad, Dateiinhalt inhalt) con
         // The file grew while it was read: go on with more room.
         inhalt.platz = inhalt.platz * 2 + 4096;
         std::unique_ptr<char[]> größer(new (std::nothrow) char[inhalt.platz]);
-        if (!größer) return Ergebnis<Dateiinhalt>::fehler(FEHLER_GERÄT);
+        if (!größer) return Ergebnis<Dateiinhalt>::fehler(FEHLER_SPEICHER);
         std::copy_n(inhalt.bytes.get(), inhalt.größe, größer.get());
         inhalt.bytes = std::move(größer);
     }

@@ -28,6 +28,7 @@ public:
     Dateiwerk(FileSystem& fs, Clock& uhr, Text kennung) : fs_(fs), uhr_(uhr), kennung_(std::move(kennung)) {}
     FileSystem& fs() const { return fs_; }
     Clock& uhr() const { return uhr_; }
+    const Text& kennung() const { return kennung_; }
 
     // The memory of `vorrat` is used again when it suffices.
     Ergebnis<Dateiinhalt> lesen(const Text& pfad, Dateiinhalt vorrat = {}) const;

@@ -11,7 +11,6 @@ namespace {
 
 constexpr TextView ENDE = u"Das Programm wird beendet.";
 constexpr int FEHLER_UNBEKANNT = 51;
-constexpr int FEHLER_SPEICHER = 7; // accuses no file
 
 } // namespace
 

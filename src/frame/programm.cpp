@@ -225,8 +225,7 @@ bool Programm::Datenordner_wiederherstellen() {
     const Text sicherung = Sicherung_wählen(*kanal_, platz_, *wiederherstellung_);
     if (sicherung.empty()) return false;
     daten_->erfassung.Ausstehende_abschließen();
-    Datenübernahme übernahme(app_, *kanal_, platz_, daten_->konfig, daten_->log, *backups_,
-                             *wiederherstellung_, *ersatz_);
+    Datenübernahme übernahme(app_, *kanal_, platz_, daten_->konfig, *wiederherstellung_, *ersatz_);
     return mit_Fortschritt([&] { return übernahme.Wiederherstellungspunkt(sicherung); });
 }
 

@@ -100,8 +100,8 @@ private:
     std::unique_ptr<Reparatur> reparatur_;
     std::unique_ptr<Hauptfenster> haupt_;
     std::unique_ptr<frmStart> start_;
-    Text nachgeholt_;  // what the log has to say of a restore that this start has finished
-    Text startordner_; // relative paths of the call and the environment mean this one
+    bool nachgeholt_ = false; // this start has finished a restore: the configuration is to be written anew
+    Text startordner_;        // relative paths of the call and the environment mean this one
     int status_ = 0;
     bool läuft_ = false;
     bool erster_Start_des_Tages_ = false; // this workstation has made the day's backup

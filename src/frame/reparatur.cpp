@@ -122,9 +122,11 @@ void Reparatur::sichern(const Text& name) {
     if (platz_.Backuppfad.empty()) return;
     if (!Ordner_vorhanden(fs(), platz_.Backuppfad)) Ordner_anlegen(fs(), platz_.Backuppfad);
     if (backups_.Fehlersicherung(name)) return;
+    const Text& hindernis = backups_.Hindernis();
     throw Programmabbruch(
         Text(MODUL),
-        u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden");
+        u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden" +
+            (hindernis.empty() ? Text() : u".\n\nUrsache: " + hindernis));
 }
 
 // A file that cannot even be read is moved itself.

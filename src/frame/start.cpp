@@ -151,7 +151,7 @@ void Programm::Datenordner_prüfen() {
     platz_.Backuppfad = platz_.Datenpfad + u"Backups/";
     if (!neuer_Ordner_erlaubt()) Erreichbarkeit_prüfen();
     mit_Fortschritt([&] {
-        if (auto logtext = ersatz_->Begonnenes_abschließen()) nachgeholt_ = std::move(*logtext);
+        if (ersatz_->Begonnenes_abschließen()) nachgeholt_ = true;
         return true;
     });
     if (neuer_Ordner_erlaubt() || Datei_passend_vorhanden(fs, platz_.Datenpfad, u"*Data.dat")) return;
@@ -245,10 +245,7 @@ void Programm::Gemeinsame_Dateien_lesen() {
     const auto a = aufruf_.Aufrufparameter(u"a");
     daten_->konfig.Dienstlauf(a && gleich_ohne_Fall(*a, u"dienstlauf"));
     daten_->konfig.Konfigdaten_lesen();
-    if (!nachgeholt_.empty()) { // the end of a restore that another run had begun
-        daten_->konfig.Konfigdaten_schreiben();
-        daten_->log.Logbuch_ergänzen(2, std::exchange(nachgeholt_, {}));
-    }
+    if (std::exchange(nachgeholt_, false)) daten_->konfig.Konfigdaten_schreiben();
     if (aufruf_.enthalten(u"setting")) Setting_setzen();
     daten_->personal.Mitarbeiterdaten_lesen();
     daten_->feiertage.Feiertage_lesen();

@@ -45,20 +45,25 @@ bool Backups::vorhanden(TextView tag, TextView art) const {
     return Datei_passend_vorhanden(kanal_.fs(), platz_.Backuppfad, Text(tag) + u"*" + Text(art) + u".dat");
 }
 
-// "yymmdd hhnnss <art>.dat", the time so many seconds from now, on this day. The year change names the year
-// that becomes the present one by it.
-Text Backups::Zeitname(TextView art, int sekunden) const {
+// "yymmdd hhnnss <art>.dat", the time so many seconds from now, on this day: behind its last second they
+// count backwards. The year change names the year that becomes the present one by it.
+Text Backups::Zeitname(TextView art, int ausweichen) const {
     const Zeitpunkt jetzt = kanal_.werk().uhr().now();
-    const int s =
-        std::min(jetzt.stunde * 3600 + jetzt.minute * 60 + jetzt.sekunde + sekunden, LETZTE_SEKUNDE);
+    const int ab = jetzt.stunde * 3600 + jetzt.minute * 60 + jetzt.sekunde, rest = LETZTE_SEKUNDE - ab;
+    const int s = ausweichen <= rest ? ab + ausweichen : ab - (ausweichen - rest);
     const Text jahr = art == u"J" ? ziffern((platz_.Startjahr + 2) % 100, 2) : platz_.Heute_S.substr(0, 2);
     return jahr + platz_.Heute_S.substr(2) + u" " + ziffern(s / 3600, 2) + ziffern(s / 60 % 60, 2) +
            ziffern(s % 60, 2) + u" " + Text(art) + u".dat";
 }
 
-void Backups::Fehler_vermerken(int nummer, const Text& datei) {
-    log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - Fehler Nr. " + ziffern(nummer) +
-                                 u" beim Lesen von " + Pfad_kürzen(datei, 100));
+void Backups::vermerken(const Text& hindernis) {
+    hindernis_ = hindernis;
+    log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - " + hindernis);
+}
+
+void Backups::Fehler_vermerken(int nummer, TextView wobei, const Text& datei) {
+    vermerken(u"Fehler Nr. " + ziffern(nummer) + u" beim " + Text(wobei) + u" von " +
+              Pfad_kürzen(datei, 100));
 }
 
 // Plain files that a restore could write back, each name once ignoring case.
@@ -85,7 +90,7 @@ Ergebnis<Dateiinhalt> Backups::Mitglied_lesen(const Text& pfad, Dateiinhalt vorr
 // A file that has gone went behind a newer version: then the list is old. A link that leads nowhere is never
 // there.
 Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, const std::vector<Quelle>& alle,
-                                              bool letzter_Versuch, bool& gewartet) {
+                                              bool letzter_Versuch, bool& gewartet, Bestand* bestand) {
     std::uint64_t größe = 0;
     for (const Quelle& q : alle)
         größe += q.größe;
@@ -96,9 +101,10 @@ Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, co
         auto inhalt = Mitglied_lesen(pfad, std::exchange(speicher, {}), gewartet);
         if (inhalt) {
             container.anfügen(alle[n].name, inhalt->sicht());
+            if (bestand) (*bestand)[pfad] = gesehen(*inhalt);
             speicher = std::move(*inhalt);
         } else if (inhalt.nummer() != FEHLER_NICHT_GEFUNDEN) {
-            Fehler_vermerken(inhalt.nummer(), pfad);
+            Fehler_vermerken(inhalt.nummer(), u"Lesen", pfad);
             return Sammlung::Gescheitert;
         } else if (!letzter_Versuch) {
             return Sammlung::Veraltet;
@@ -109,7 +115,7 @@ Backups::Sammlung Backups::Mitglieder_anfügen(Containerschreiber& container, co
 }
 
 // The whole container in memory: a read that fails leaves nothing half on the disk.
-std::optional<std::string> Backups::Container(const Text& beschädigt) {
+std::optional<std::string> Backups::Container(const Text& beschädigt, Bestand* bestand) {
     constexpr int VERSUCHE = 3;
     bool gewartet = false;
     for (int versuch = 1;; ++versuch) {
@@ -117,41 +123,77 @@ std::optional<std::string> Backups::Container(const Text& beschädigt) {
         Quellen_anfügen(alle, platz_.Datenpfad, u"*.dat", beschädigt);
         Quellen_anfügen(alle, platz_.Logpfad, u"*.log", beschädigt);
         Containerschreiber container(kanal_.schlüssel());
-        const Sammlung stand = Mitglieder_anfügen(container, alle, versuch == VERSUCHE, gewartet);
+        if (bestand) bestand->clear();
+        const Sammlung stand = Mitglieder_anfügen(container, alle, versuch == VERSUCHE, gewartet, bestand);
         if (stand == Sammlung::Fertig) return container.entnehmen();
         if (stand == Sammlung::Gescheitert) return std::nullopt;
     }
 }
 
-// Another workstation may make a backup in the same second: then this one is of the next.
-bool Backups::schreiben(TextView art, const std::string& container) {
+// Another workstation may make a backup in the same second: then this one is of another. `anlegen` says 58
+// when the name is taken.
+Fehlercode Backups::unter_freiem_Namen(TextView art,
+                                       const std::function<Fehlercode(const Text& pfad)>& anlegen) {
     constexpr int AUSWEICHEN = 60; // seconds
     for (int s = 0; s < AUSWEICHEN; ++s) {
         const Text name = Zeitname(art, s), pfad = platz_.Backuppfad + name;
         if (kanal_.fs().info(pfad)) continue;
-        const auto ergebnis = kanal_.werk().neu_anlegen(pfad, container);
-        if (!ergebnis && ergebnis.nummer() == FEHLER_EXISTIERT) continue;
-        if (ergebnis) name_ = name;
-        return static_cast<bool>(ergebnis);
+        const Fehlercode f = anlegen(pfad);
+        if (f == FEHLER_EXISTIERT) continue;
+        if (f == 0) name_ = name;
+        return f;
     }
-    return false;
+    return FEHLER_EXISTIERT;
 }
 
-bool Backups::Backup_erstellen(TextView art, const Text& beschädigt, bool im_Ersatz) {
-    const auto halber_Stand = [&] { return !im_Ersatz && Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad); };
+bool Backups::schreiben(TextView art, const std::string& container) {
+    const Fehlercode f = unter_freiem_Namen(
+        art, [&](const Text& pfad) { return kanal_.werk().neu_anlegen(pfad, container).nummer(); });
+    if (f != 0) Fehler_vermerken(f, u"Schreiben", platz_.Backuppfad + Zeitname(art, 0));
+    return f == 0;
+}
+
+// Its first bytes are written anew as they are, so that its time is the present one: which backup is the
+// newest, file times say.
+bool Backups::aufnehmen(const Text& pfad) {
+    FileSystem& fs = kanal_.fs();
+    const auto da = ansehen(fs, pfad);
+    const auto h = fs.open(pfad, OpenMode::Overwrite);
+    if (h) {
+        if (da) (void)fs.write(*h, da->kopf);
+        (void)fs.sync(*h);
+        (void)fs.close(*h);
+    }
+    const auto umbenennen = [&](const Text& neu) -> Fehlercode {
+        const Fehlercode f = fs.rename_new(pfad, neu);
+        return f != 0 && fs.info(pfad).nummer() == FEHLER_NICHT_GEFUNDEN ? 0 : f; // the answer alone was lost
+    };
+    return da && unter_freiem_Namen(u"T", umbenennen) == 0;
+}
+
+std::optional<Bestand> Backups::Ersatzsicherung() {
+    Bestand bestand;
+    if (!erstellen(u"T", {}, &bestand)) return std::nullopt;
+    return bestand;
+}
+
+// With `bestand` for whoever replaces the folder.
+bool Backups::erstellen(TextView art, const Text& beschädigt, Bestand* bestand) {
+    const auto halber_Stand = [&] { return !bestand && Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad); };
     return als_Prozedur(u"modKalvora - Backup_erstellen", [&] {
+        hindernis_.clear();
         if (platz_.Datenrückblick_aktiv || !Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) return false;
         const Application::Sanduhrwache sanduhr(kanal_.app(), !platz_.Startphase);
         try {
             if (halber_Stand()) return false;
-            const auto container = Container(beschädigt);
+            const auto container = Container(beschädigt, bestand);
             return container && !halber_Stand() && schreiben(art, *container);
         } catch (const Laufzeitfehler& fehler) { // a folder that cannot be listed
-            Fehler_vermerken(fehler.nummer, fehler.datei);
+            Fehler_vermerken(fehler.nummer, u"Lesen", fehler.datei);
         } catch (const std::bad_alloc&) {
-            log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - zu wenig Speicher");
+            vermerken(u"zu wenig Speicher");
         } catch (const std::length_error&) {
-            log_.Logbuch_ergänzen(2, u"Backup konnte nicht erstellt werden - zu wenig Speicher");
+            vermerken(u"zu wenig Speicher");
         }
         return false;
     });
@@ -204,12 +246,17 @@ void Backups::Unbenutztes_löschen() const {
     if (k.Setting(17) == 1) löschen(u"Mitarbeiteranzgru.dat");
 }
 
-// What workstations that were ended in the middle of a backup have left is as great as a backup.
+// What workstations that were ended in the middle of a backup or a restore have left is as great as a backup.
 void Backups::Nebendateien_löschen() const {
     const auto namen = kanal_.fs().list(platz_.Backuppfad);
     if (!namen) return;
+    const auto Rest = [](const Text& name) {
+        constexpr TextView ENDUNGEN[] = {u".neu", u".probe", u".claim", u".inhaber", u".erledigt"};
+        return name.starts_with(u'.') && std::any_of(std::begin(ENDUNGEN), std::end(ENDUNGEN),
+                                                     [&](TextView e) { return name.ends_with(e); });
+    };
     for (const Text& name : *namen) {
-        if (!name.starts_with(u'.') || name.ends_with(u".unlesbar")) continue;
+        if (!Rest(name)) continue;
         const auto info = kanal_.fs().info(platz_.Backuppfad + name);
         if (info && !info->folder && platz_.Heute - kanal_.werk().uhr().day_of(info->time) > 1)
             (void)kanal_.fs().remove(platz_.Backuppfad + name);

@@ -7,6 +7,7 @@
 
 #include "files/logbuch.h"
 #include "plan/programmsperre.h"
+#include "safety/bestand.h"
 #include "safety/container.h"
 
 namespace kalvora {
@@ -20,10 +21,19 @@ public:
         : kanal_(kanal), platz_(platz), konfig_(konfig), log_(log) {}
 
     // True when the container stands whole. False without the folder, in look-back mode, while the data
-    // folder is being replaced (but for whoever replaces it: `im_Ersatz`), when a member cannot be read
-    // (which is logged) or the file cannot be made. Faults of files are not thrown. `beschädigt`: the name of
-    // a member that is passed over.
-    bool Backup_erstellen(TextView art, const Text& beschädigt = {}, bool im_Ersatz = false);
+    // folder is being replaced, when a member cannot be read or the file cannot be made: `Hindernis`. Faults
+    // of files are not thrown. `beschädigt`: the name of a member that is passed over.
+    bool Backup_erstellen(TextView art, const Text& beschädigt = {}) {
+        return erstellen(art, beschädigt, nullptr);
+    }
+    // One of kind T for whoever replaces the data folder, and so may make one meanwhile: what it holds, as it
+    // stood. Nothing: it could not be made.
+    std::optional<Bestand> Ersatzsicherung();
+    // The container at `pfad` becomes one of kind T, the newest of all. False: it stays where it is.
+    bool aufnehmen(const Text& pfad);
+    // Why the latest backup was not made, as it stands in the log; empty when it was, or without a cause that
+    // anybody could remove.
+    const Text& Hindernis() const { return hindernis_; }
     // The one of kind F of this day: made now, or there already.
     bool Fehlersicherung(const Text& beschädigt = {}) {
         return vorhanden(platz_.Heute_S, u"F") || Backup_erstellen(u"F", beschädigt);
@@ -50,15 +60,18 @@ private:
         std::uint64_t größe = 0;
     };
     enum class Sammlung { Fertig, Gescheitert, Veraltet };
-    std::optional<std::string> Container(const Text& beschädigt);
+    bool erstellen(TextView art, const Text& beschädigt, Bestand* bestand);
+    std::optional<std::string> Container(const Text& beschädigt, Bestand* bestand);
     void Quellen_anfügen(std::vector<Quelle>& alle, const Text& ordner, TextView maske,
                          const Text& beschädigt) const;
     Sammlung Mitglieder_anfügen(Containerschreiber& container, const std::vector<Quelle>& alle,
-                                bool letzter_Versuch, bool& gewartet);
+                                bool letzter_Versuch, bool& gewartet, Bestand* bestand);
     Ergebnis<Dateiinhalt> Mitglied_lesen(const Text& pfad, Dateiinhalt vorrat, bool& gewartet);
     bool schreiben(TextView art, const std::string& container);
-    void Fehler_vermerken(int nummer, const Text& datei);
-    Text Zeitname(TextView art, int sekunden) const;
+    Fehlercode unter_freiem_Namen(TextView art, const std::function<Fehlercode(const Text& pfad)>& anlegen);
+    void vermerken(const Text& hindernis);
+    void Fehler_vermerken(int nummer, TextView wobei, const Text& datei);
+    Text Zeitname(TextView art, int ausweichen) const;
     int Logmonate() const;
     void Unbenutztes_löschen() const;
     void Nebendateien_löschen() const;
@@ -66,7 +79,7 @@ private:
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;
     Logbuch& log_;
-    Text name_;
+    Text name_, hindernis_;
 };
 
 } // namespace kalvora

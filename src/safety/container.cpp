@@ -15,6 +15,7 @@ constexpr std::size_t NAME_HÖCHSTENS = 120; // characters
 constexpr std::size_t NAMENSBYTES_HÖCHSTENS =
     170;                                    // of the 255 that a folder takes; the sibling needs the rest
 constexpr std::size_t KOPF_HÖCHSTENS = 150; // bytes of a member's two lines
+constexpr std::size_t MITGLIEDER_HÖCHSTENS = 5000; // no company has a tenth of it
 
 // Takes one stored line with its end off the front; nothing when there is none that is whole.
 std::optional<std::string_view> Rohzeile(std::string_view& rest) {
@@ -129,6 +130,7 @@ std::optional<std::vector<Containermitglied>> Container_lesen(std::string_view b
         auto mitglied = Mitglied(bytes);
         if (!mitglied || !namen.insert(klein(mitglied->name)).second) return std::nullopt;
         alle.push_back(*std::move(mitglied));
+        if (alle.size() > MITGLIEDER_HÖCHSTENS) return std::nullopt;
     }
     if (alle.empty()) return std::nullopt;
     return alle;

@@ -1,6 +1,7 @@
 #include "safety/datenuebernahme.h"
 
 #include "files/ordner.h"
+#include "safety/ordnerprobe.h"
 
 namespace kalvora {
 
@@ -17,11 +18,9 @@ bool Datenübernahme::übernehmen(const Text& datei, const Text& Logtext) {
         const bool Daten = Daten_vorhanden();
         if (Daten && !einverstanden()) return false;
         const Application::Sanduhrwache sanduhr(app_, true);
-        if (!ersatz_.bereit() || (Daten && !sichern()) || !ersatz_.Datenordner_ersetzen(*container))
-            return false;
+        if (!ersatz_.Datenordner_ersetzen(*container, {Daten, Logtext})) return false;
         konfig_.Konfigdaten_lesen();
         konfig_.Konfigdaten_schreiben(); // in this version's form
-        vermerken(Logtext);
         return true;
     });
 }
@@ -40,7 +39,10 @@ std::optional<Wiederherstellung::Gelesen> Datenübernahme::lesen(const Text& dat
 }
 
 bool Datenübernahme::zulässig(const Wiederherstellung::Gelesen& container) {
-    return Mitglieder_prüfen(container) && Check_ob_Admin(container.finden(u"Konfigdaten.dat")->bytes);
+    const Text mangel = Mangel(probe_, platz_, container, true);
+    if (mangel.empty()) return Check_ob_Admin(container.finden(u"Konfigdaten.dat")->bytes);
+    app_.Hinweis(mangel + u" Es wurde nichts verändert. Bitte wählen Sie eine andere Sicherung.");
+    return false;
 }
 
 // In a folder that cannot be listed there may be some.
@@ -50,19 +52,6 @@ bool Datenübernahme::Daten_vorhanden() const {
     } catch (const Laufzeitfehler&) {
         return true;
     }
-}
-
-// Without these three no start would work.
-bool Datenübernahme::Mitglieder_prüfen(const Wiederherstellung::Gelesen& container) {
-    for (const TextView name : {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat"}) {
-        const Containermitglied* m = container.finden(name);
-        if (m && probe_.prüfen(Text(name), m->bytes).urteil == Dateiprobe::Urteil::heil) continue;
-        app_.Hinweis(u"Die Datei '" + Text(name) + u"' " + (m ? u"ist in" : u"fehlt in") +
-                     u" dieser Sicherung" + (m ? u" beschädigt" : u"") +
-                     u". Es wurde nichts verändert. Bitte wählen Sie eine andere Sicherung.");
-        return false;
-    }
-    return true;
 }
 
 // Whoever is no administrator there would lock himself out.
@@ -82,22 +71,6 @@ bool Datenübernahme::einverstanden() {
                u"hat.\n\nAchtung! Alle derzeit vorhandenen An-/Abwesenheitsdaten, Mitarbeiterdaten und "
                u"Programmeinstellungen werden vollständig ersetzt.\n\nMöchten Sie fortsetzen?",
                {Fragesymbol::Warnung, false, Antwort::Nein}) == Antwort::Ja;
-}
-
-bool Datenübernahme::sichern() {
-    if (backups_.Backup_erstellen(u"T", {}, true)) return true;
-    app_.Hinweis(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
-                 Pfad_kürzen(platz_.Backuppfad, 100) + u". Funktion kann nicht ausgeführt werden.");
-    return false;
-}
-
-void Datenübernahme::vermerken(const Text& Logtext) {
-    log_.Logbuch_ergänzen(2, Logtext);
-    try {
-        if (Datei_passend_vorhanden(kanal_.fs(), platz_.Datenpfad, u"ÜStunden *.dat"))
-            log_.Logbuch_ÜStd_ergänzen(2, Logtext);
-    } catch (const Laufzeitfehler&) { // NOLINT(bugprone-empty-catch): the restore itself is done
-    }
 }
 
 } // namespace kalvora

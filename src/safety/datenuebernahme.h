@@ -9,9 +9,9 @@ namespace kalvora {
 class Datenübernahme {
 public:
     Datenübernahme(Application& app, Dateikanal& kanal, const Arbeitsplatz& platz, Konfigdaten& konfig,
-                   Logbuch& log, Backups& backups, Wiederherstellung& wiederherstellung, Ordnerersatz& ersatz)
-        : app_(app), kanal_(kanal), platz_(platz), konfig_(konfig), log_(log), backups_(backups),
-          wiederherstellung_(wiederherstellung), ersatz_(ersatz), probe_(kanal, platz) {}
+                   Wiederherstellung& wiederherstellung, Ordnerersatz& ersatz)
+        : app_(app), kanal_(kanal), platz_(platz), konfig_(konfig), wiederherstellung_(wiederherstellung),
+          ersatz_(ersatz), probe_(kanal, platz) {}
 
     // A backup of the folder Backups/, by its name. True: the data folder has its state, and the
     // configuration has been read anew; the caller reads the rest and shows it. False: nothing has changed,
@@ -23,18 +23,13 @@ public:
 private:
     std::optional<Wiederherstellung::Gelesen> lesen(const Text& datei);
     bool zulässig(const Wiederherstellung::Gelesen& container);
-    bool Mitglieder_prüfen(const Wiederherstellung::Gelesen& container);
     bool Check_ob_Admin(std::string_view Konfigdatei);
     bool Daten_vorhanden() const;
     bool einverstanden();
-    bool sichern();
-    void vermerken(const Text& Logtext);
     Application& app_;
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Konfigdaten& konfig_;
-    Logbuch& log_;
-    Backups& backups_;
     Wiederherstellung& wiederherstellung_;
     Ordnerersatz& ersatz_;
     Dateiprobe probe_;

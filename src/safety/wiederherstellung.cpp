@@ -117,7 +117,9 @@ void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Ge
     for (const Text& name : Sicherungen()) {
         std::optional<Gelesen> container;
         try {
-            container = zweite_Lesung(kanal_.app(), [&] { return lesen(platz_.Backuppfad + name); });
+            container = zweite_Lesung(
+                kanal_.app(), [&] { return lesen(platz_.Backuppfad + name); },
+                [](const auto& gelesen) { return gelesen.has_value(); });
         } catch (const Laufzeitfehler& fehler) {
             if (fehler.nummer == FEHLER_NETZ || fehler.nummer == FEHLER_ZU_VIELE) throw;
         }

@@ -125,6 +125,8 @@ TEST(Backups, Inhalt_und_Namen) {
     p.platz.Startjahr = 2022;
     EXPECT_TRUE(p.backups.Backup_erstellen(u"J"));
     EXPECT_EQ(p.backups.Backupname(), u"241116 235959 J.dat");
+    EXPECT_TRUE(p.backups.Backup_erstellen(u"J"));
+    EXPECT_EQ(p.backups.Backupname(), u"241116 235958 J.dat") << "the day has no later second";
     EXPECT_TRUE(p.backups.vorhanden(u"261116", u"t"));
     EXPECT_FALSE(p.backups.vorhanden(u"261115", u"T"));
     const auto vorher = p.namen(p.platz.Backuppfad);
@@ -134,6 +136,19 @@ TEST(Backups, Inhalt_und_Namen) {
     p.platz.Backuppfad = u"/srv/x/Data/fehlt/";
     EXPECT_FALSE(p.backups.Backup_erstellen(u"T"));
     EXPECT_EQ(p.namen(u"/srv/x/Data/Backups/"), vorher);
+}
+
+TEST(Backups, räumt_eigene_Reste_weg_und_keine_fremden) {
+    Sicherungsplatz p;
+    p.konfig.ändern() = Konfiguration_Standard(u"Muster");
+    const Namen fremd{u".000000 000000 I.dat.unlesbar", u".DS_Store", u".a.dat.ersetzt"};
+    for (const Text& name : fremd)
+        p.fs.schreibe(p.sicherung(name), "x");
+    for (const TextView rest : {u".a.PLATZ1-1-1.neu", u".000000 000000 I.dat.1.inhaber", u".a.0.claim"})
+        p.fs.schreibe(p.sicherung(rest), "x");
+    heute(p, u"261118");
+    p.backups.Aufräumen();
+    EXPECT_EQ(p.namen(p.platz.Backuppfad), fremd);
 }
 
 TEST(Backups, eines_am_Tag_und_eines_im_Monat) {
@@ -165,8 +180,13 @@ TEST(Backups, eines_am_Tag_und_eines_im_Monat) {
     p.fs.störe_nicht();
     EXPECT_EQ(p.namen(p.platz.Backuppfad).size(), 3U);
     const auto log = p.zeilen(p.platz.Logpfad + u"2612 Kalvora.log");
-    ASSERT_EQ(log.size(), 2U);
-    EXPECT_TRUE(enthält(log[0], u"Backup konnte nicht erstellt werden - Fehler Nr. 57")) << zu_utf8(log[0]);
+    ASSERT_EQ(log.size(), 3U);
+    EXPECT_TRUE(
+        enthält(log[0], u"Backup konnte nicht erstellt werden - Fehler Nr. 57 beim Lesen von '/srv/x"));
+    EXPECT_TRUE(enthält(log[2], u"Fehler Nr. 61 beim Schreiben von '/srv/x/Data/Backups/261203 1"));
+    EXPECT_TRUE(enthält(log[2], p.backups.Hindernis()));
+    EXPECT_TRUE(p.backups.Backup_erstellen(u"T"));
+    EXPECT_EQ(p.backups.Hindernis(), u"");
 }
 
 // A month's version that goes while the backup reads has a successor, which must be in it.

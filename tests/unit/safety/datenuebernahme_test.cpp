@@ -94,7 +94,11 @@ TEST(Datenübernahme, Wiederherstellungspunkt) {
         EXPECT_EQ(p.konfig.werte().Firma, u"Damals");
         EXPECT_EQ(p.zeilen(p.daten(u"Konfigdaten.dat"))[4], u"Damals");
         EXPECT_FALSE(p.fs.gibt_es(p.daten(u"2611 261116 Data.dat")));
-        EXPECT_EQ(p.namen(p.platz.Backuppfad), (Zeilen{p.punkt, u"261116 120100 T.dat"}));
+        // What was left, and what stands now: damage of this day is repaired from that.
+        EXPECT_EQ(p.namen(p.platz.Backuppfad),
+                  (Zeilen{p.punkt, u"261116 120100 T.dat", u"261116 120101 T.dat"}));
+        EXPECT_EQ(p.wieder.Sicherungen().front(), u"261116 120101 T.dat");
+        EXPECT_EQ(*p.fs.inhalt(p.sicherung(u"261116 120101 T.dat")), *p.fs.inhalt(p.sicherung(p.punkt)));
         const Text log = u"Datenordner wiederhergestellt mit Sicherung vom 10.11.26, 12:34:56 Uhr";
         EXPECT_TRUE(p.zeilen(p.platz.Logpfad + u"2611 Kalvora.log").back().ends_with(u"|KalvoAdmin|" + log));
         const auto ÜStd = p.zeilen(p.platz.Logpfad + u"2611 ÜStunden.log");
@@ -113,7 +117,7 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
         const char* was;
         std::function<void(Übernahmeplatz&)> damals, heute;
         Text meldung; // its beginning; empty: none
-        bool gefragt = false, gesichert = false;
+        bool gefragt = false;
     };
     const auto kaputt = [](TextView name) {
         return [=](Übernahmeplatz& p) { p.fs.schreibe(p.daten(name), "kaputt\r\n"); };
@@ -129,8 +133,30 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
         {"no administrator then", nichts, [](Übernahmeplatz& p) { p.platz.Benutzername = u"anna"; },
          u"Funktion nur möglich mit Windows-Benutzername(n): chef"},
         {"No", nichts, [](Übernahmeplatz& p) { p.dialog.antwort = Antwort::Nein; }, u"", true},
-        {"no backup", nichts, [](Übernahmeplatz& p) { p.fs.störe({.aufruf = "rename_new", .nummer = 61}); },
-         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Funktion", true},
+        {"a month damaged", kaputt(u"2601 261110 Data.dat"), nichts,
+         u"In dieser Sicherung ist beschädigt: '2601 261110 Data.dat'. Es wurde nichts verändert."},
+        {"months missing",
+         [](Übernahmeplatz& p) {
+             for (const TextView monat : {u"2512", u"2601", u"2701"})
+                 p.fs.platte().entferne(p.daten(Text(monat) + u" 261110 Data.dat"));
+         },
+         nichts,
+         u"In dieser Sicherung fehlen die An-/Abwesenheitsdaten der Monate: 12.2025, 01.2026. Es wurde"},
+        {"no backup", nichts,
+         [](Übernahmeplatz& p) { p.fs.störe({.aufruf = "rename_new", .maske = u"261116*", .nummer = 61}); },
+         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Ursache: Fehler Nr. 61 "
+         u"beim "
+         u"Schreiben von",
+         true},
+        {"nor can the copy go again", nichts,
+         [](Übernahmeplatz& p) {
+             p.fs.störe({.aufruf = "open", .maske = u"2601*", .nummer = 70, .dauernd = true});
+             p.fs.störe({.aufruf = "remove", .maske = u"000*", .nummer = 70});
+         },
+         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Ursache: Fehler Nr. 70 "
+         u"beim "
+         u"Lesen von",
+         true},
         {"a copy that stays", nichts,
          [](Übernahmeplatz& p) { p.fs.platte().mache_ordner(p.sicherung(u"000000 000000 I.dat")); },
          u"Löschen alter Dateien im Ordner '/srv/x/Data/Backups' nicht möglich.", true},
@@ -139,14 +165,17 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
         Übernahmeplatz p;
         p.anlegen([&](Sicherungsplatz&) { f.damals(p); });
         f.heute(p);
-        const auto vorher = p.Zustand();
+        const auto vorher = p.Zustand_ohne_Log();
         EXPECT_FALSE(p.übernahme.Wiederherstellungspunkt(p.punkt)) << f.was;
         const auto meldungen = p.Meldungen();
         EXPECT_EQ(meldungen.size(), f.meldung.empty() ? 0U : 1U) << f.was;
         EXPECT_TRUE(meldungen.empty() || meldungen[0].starts_with(f.meldung)) << f.was;
         EXPECT_EQ(p.dialog.fragen.size(), f.gefragt ? 1U : 0U) << f.was;
-        EXPECT_EQ(p.namen(p.platz.Backuppfad).size(), f.gesichert ? 2U : 1U) << f.was;
-        EXPECT_EQ(p.Zustand(), vorher) << f.was;
+        auto backups = p.namen(p.platz.Backuppfad);
+        std::erase_if(backups, [](const Text& name) { return name.starts_with(u'.'); });
+        EXPECT_EQ(backups, Zeilen{p.punkt}) << f.was;
+        EXPECT_EQ(p.Zustand_ohne_Log(), vorher) << f.was;
+        EXPECT_FALSE(p.ersatz.steht_aus()) << f.was;
         EXPECT_EQ(p.fs.offene(), 0);
     }
     Übernahmeplatz p; // whoever has no administrators lets everybody
@@ -154,6 +183,56 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
     p.anlegen();
     p.platz.Benutzername = u"anna";
     EXPECT_TRUE(p.übernahme.Wiederherstellungspunkt(p.punkt));
+}
+
+// At a start the same is asked of the redo copy: one that would empty the folder is put aside.
+TEST(Datenübernahme, unbrauchbare_Kopie_am_Start) {
+    struct Fall {
+        Mitglieder mitglieder; // of the copy; none: those of the restore point
+        Störung störung;
+        bool weggelegt = false;
+        int abbruch = 0; // its number
+    };
+    const Störung keine{.aufruf = "keiner"};
+    const Fall fälle[]{
+        {{{u"a.dat", "x\r\n"}}, keine, true},
+        {{}, keine},
+        {{}, {.aufruf = "read", .maske = u"000000*.dat", .nummer = 57, .dauernd = true}, false, 57},
+        {{}, {.aufruf = "open", .maske = u"000000*.dat", .nummer = 67, .dauernd = true}, false, 67},
+        {{}, {.aufruf = "read", .maske = u"000000*.dat", .nummer = 57}},
+        {{}, {.aufruf = "info", .maske = u"000000*.dat", .nummer = 70, .dauernd = true}, false, 70},
+    };
+    for (const Fall& f : fälle) {
+        Übernahmeplatz p;
+        p.anlegen();
+        if (f.mitglieder.empty())
+            p.fs.schreibe(p.sicherung(REDOKOPIE), *p.fs.inhalt(p.sicherung(p.punkt)));
+        else
+            p.lege_Backup(REDOKOPIE, f.mitglieder);
+        Ordnerersatz ersatz(p.dateien, p.platz, p.wieder, p.backups, p.log);
+        const auto vorher = p.Zustand_ohne_Log();
+        p.fs.störe(f.störung);
+        Text abbruch;
+        bool fertig = false;
+        try {
+            fertig = ersatz.Begonnenes_abschließen();
+        } catch (const Programmabbruch& a) {
+            abbruch = a.text();
+        }
+        p.fs.störe_nicht();
+        EXPECT_EQ(abbruch.empty(), f.abbruch == 0) << zu_utf8(abbruch);
+        EXPECT_TRUE(f.abbruch == 0 || enthält(abbruch, u"Fehler Nr. " + ziffern(f.abbruch)));
+        EXPECT_TRUE(f.abbruch != 70 || enthält(abbruch, u"Bitten Sie einen Administrator"))
+            << zu_utf8(abbruch);
+        EXPECT_EQ(fertig, f.abbruch == 0 && !f.weggelegt);
+        EXPECT_EQ(p.ersatz.steht_aus(), f.abbruch != 0);
+        EXPECT_EQ(p.fs.gibt_es(p.sicherung(u".000000 000000 I.dat.unlesbar")), f.weggelegt);
+        EXPECT_TRUE(fertig || p.Zustand_ohne_Log() == vorher);
+        if (f.weggelegt) {
+            EXPECT_TRUE(
+                enthält(p.Meldungen().at(0), u"Die Datei 'Konfigdaten.dat' fehlt in dieser Sicherung"));
+        }
+    }
 }
 
 } // namespace

@@ -55,11 +55,12 @@ TEST(Datenordner_ersetzen, schreibt_den_Stand_und_entfernt_was_er_nicht_hat) {
 }
 
 // A start after whatever has happened: old or new (or what a warning has named), and nothing left to do.
-void starten(Sicherungsplatz& gestört, const std::vector<Zustand>& erlaubt) {
+// On another workstation the one that was ended is waited for first.
+void starten(Sicherungsplatz& gestört, const Text& rechner, const std::vector<Zustand>& erlaubt) {
     gestört.fs.neu_starten();
-    Sicherungsplatz p(gestört.fs.geteilte_platte());
+    Sicherungsplatz p(gestört.fs.geteilte_platte(), rechner);
     p.ersatz.Begonnenes_abschließen();
-    EXPECT_TRUE(std::find(erlaubt.begin(), erlaubt.end(), p.Zustand()) != erlaubt.end());
+    EXPECT_TRUE(std::find(erlaubt.begin(), erlaubt.end(), p.Zustand_ohne_Log()) != erlaubt.end());
     const auto da = Dateien(p.fs, p.platz.Backuppfad, u"*");
     EXPECT_EQ(std::count(da.begin(), da.end(), T), 1);
     EXPECT_TRUE(
@@ -69,7 +70,7 @@ void starten(Sicherungsplatz& gestört, const std::vector<Zustand>& erlaubt) {
 
 void überall_gestört(const std::function<void(Sicherungsplatz&)>& vorher,
                      const std::function<bool(Sicherungsplatz&)>& tat) {
-    const Zustand neu = neuer_Stand(), alt = alter_Stand()->Zustand();
+    const Zustand neu = neuer_Stand(), alt = alter_Stand()->Zustand_ohne_Log();
     auto ohne = alter_Stand();
     vorher(*ohne);
     ohne->fs.tagebuch_leeren();
@@ -96,154 +97,286 @@ void überall_gestört(const std::function<void(Sicherungsplatz&)>& vorher,
             const auto meldungen = p->Meldungen();
             std::vector<Zustand> erlaubt{neu};
             if (!meldungen.empty() && meldungen[0].starts_with(u"Warnung"))
-                erlaubt[0][aufrufe[n].pfad] = "Alt\r\n"; // the file that could not go, and nothing else
+                for (const auto& [pfad, bytes] : alt) { // a file that could not go, and nothing else
+                    erlaubt.push_back(neu);
+                    erlaubt.back().emplace(pfad, bytes);
+                }
             EXPECT_TRUE(gemeldet || ergebnis == true || !meldungen.empty());
-            EXPECT_TRUE(ergebnis != true || p->Zustand() == erlaubt[0]);
+            EXPECT_TRUE(ergebnis != true ||
+                        std::find(erlaubt.begin(), erlaubt.end(), p->Zustand_ohne_Log()) != erlaubt.end());
             if (ergebnis != true) erlaubt.push_back(alt);
-            starten(*p, erlaubt);
+            starten(*p, n % 8 == 0 ? u"PLATZ2" : u"PLATZ1", erlaubt);
             if (::testing::Test::HasFailure()) return;
         }
 }
 
 TEST(Datenordner_ersetzen, überall_unterbrochen) {
-    überall_gestört([](Sicherungsplatz&) {}, [](Sicherungsplatz& p) { return p.ersetzen(p.sicherung(T)); });
+    for (const bool sichern : {false, true})
+        überall_gestört([](Sicherungsplatz&) {},
+                        [=](Sicherungsplatz& p) { return p.ersetzen(p.sicherung(T), sichern); });
 }
 
 TEST(Datenordner_ersetzen, das_Abschließen_überall_unterbrochen) {
     überall_gestört([](Sicherungsplatz& p) { p.lege_Backup(I, NEU); },
-                    [](Sicherungsplatz& p) { return p.ersatz.Begonnenes_abschließen().has_value(); });
+                    [](Sicherungsplatz& p) { return p.ersatz.Begonnenes_abschließen(); });
 }
 
 TEST(Datenordner_ersetzen, eine_Kopie_die_bleibt_wird_nicht_wieder_angewandt) {
-    for (const bool beiseite : {true, false}) {
-        auto p = alter_Stand();
-        p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
-        if (!beiseite) p->fs.störe({.aufruf = "rename", .maske = u".000*", .nummer = 70, .dauernd = true});
-        try {
-            EXPECT_TRUE(p->ersetzen(p->sicherung(T)) && beiseite);
-            EXPECT_FALSE(p->ersatz.Begonnenes_abschließen());
-        } catch (const Programmabbruch& abbruch) {
-            EXPECT_TRUE(!beiseite && enthält(abbruch.text(), I)) << abbruch.what();
-        }
+    auto p = alter_Stand();
+    p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
+    EXPECT_TRUE(p->ersetzen(p->sicherung(T)));
+    EXPECT_FALSE(p->ersatz.Begonnenes_abschließen());
+    p = alter_Stand();
+    p->fs.störe({.aufruf = "remove", .maske = I, .nummer = 70, .dauernd = true});
+    p->fs.störe({.aufruf = "rename", .maske = u".000*erledigt", .nummer = 70, .dauernd = true});
+    try {
+        p->ersetzen(p->sicherung(T));
+        FAIL();
+    } catch (const Programmabbruch& abbruch) {
+        EXPECT_TRUE(enthält(abbruch.text(), I)) << abbruch.what();
     }
 }
 
 // What a stop has left is finished at a start, and what colleagues have written since is kept in a backup.
-// What one look at the copy finds may be a moment's; what is no container is put aside.
-TEST(Datenordner_ersetzen, am_Start_fortgesetzt) {
-    for (const std::string_view was : {"whole", "whole at the second look", "damaged"}) {
-        SCOPED_TRACE(was);
-        auto p = alter_Stand();
-        p->lege_Backup(I, NEU);
-        const Text kopie = p->sicherung(I);
-        const std::string heil = *p->fs.inhalt(kopie);
-        if (was != "whole") p->fs.schreibe(kopie, heil.substr(0, 30));
-        if (was == "whole at the second look")
-            p->dialog.beim_Warten = [&] {
-                if (p->fs.gibt_es(kopie)) p->fs.schreibe(kopie, heil);
-            };
-        const bool fertig = was != "damaged";
-        EXPECT_EQ(p->ersatz.Begonnenes_abschließen().has_value(), fertig);
-        EXPECT_EQ(p->Zustand() == neuer_Stand(), fertig);
-        EXPECT_FALSE(p->ersatz.steht_aus());
-        const auto meldungen = p->Meldungen();
-        ASSERT_EQ(meldungen.size(), 1U);
-        EXPECT_TRUE(enthält(meldungen[0], fertig ? u"wurde abgeschlossen" : I + u".unlesbar"));
-        EXPECT_TRUE(enthält(meldungen[0], u"Sicherung vom 16.11.26, 12:00:00 Uhr")) << "leads back";
-        const Text davor = p->sicherung(u"261116 120000 T.dat");
-        ASSERT_EQ(p->fs.gibt_es(davor), fertig);
-        if (fertig) {
-            EXPECT_EQ(p->wieder.lesen(davor)->finden(u"2611 261116 Data.dat")->bytes, "Alt\r\n");
-        }
-    }
-}
-
-TEST(Datenordner_ersetzen, am_Start_nicht_möglich) {
-    const std::tuple<std::function<void(Sicherungsplatz&)>, Text> fälle[] = {
-        {[](auto& p) { p.fs.störe({.aufruf = "rename_new", .nummer = 61}); },
-         u"konnte nicht gesichert werden"},
-        {[](auto& p) { p.fs.störe({.aufruf = "remove", .nummer = 70, .dauernd = true}); },
-         u"zuerst von einem Benutzer gestartet werden"},
-        {[](auto& p) { p.fs.platte().mache_ordner(p.daten(u"leer.dat")); }, u"steht ein Ordner"},
-    };
-    for (const auto& [hindern, grund] : fälle) {
-        auto p = alter_Stand();
-        p->lege_Backup(I, NEU);
-        hindern(*p);
-        const Zustand vorher = p->Zustand();
-        try {
-            p->ersatz.Begonnenes_abschließen();
-            ADD_FAILURE() << zu_utf8(grund);
-        } catch (const Programmabbruch& abbruch) {
-            EXPECT_TRUE(enthält(abbruch.text(), grund)) << abbruch.what();
-        }
-        EXPECT_TRUE(p->ersatz.steht_aus());
-        EXPECT_EQ(p->Zustand(), vorher);
-        EXPECT_FALSE(p->backups.Backup_erstellen(u"M")) << "none of half a state";
-    }
-}
-
-// A colleague who works on while this workstation replaces the folder, or finishes that: he acts just before
-// a call of this one.
-TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
+TEST(Datenordner_ersetzen, am_Start) {
     struct Fall {
         const char* was;
-        std::string aufruf;
-        Text datei; // its name
-        std::function<void(Sicherungsplatz&)> tat;
-        std::map<Text, std::string> anders; // in the data folder, beside the new state
-        Text meldung = {};                  // a part of it: this one has stopped
-        bool am_Start = false;
+        std::function<void(Sicherungsplatz&)> vorher;
+        Text abbruch;            // a part of the text; empty: the start goes on
+        std::vector<Text> teile; // of the message
+        Text Logtext = {};       // empty: nothing was finished
+        bool neu = false, gesichert = false;
     };
-    const auto schreibe = [](const Text& name) {
-        return [=](Sicherungsplatz& p) { p.fs.schreibe(p.daten(name), "Er\r\n"); };
+    const auto stellen = [](Sicherungsplatz& p) {
+        for (const auto& [name, bytes] : NEU)
+            p.fs.schreibe((name.ends_with(u".log") ? p.platz.Logpfad : p.platz.Datenpfad) + name, bytes);
+        for (const Text& weg : {p.daten(u"2611 261116 Data.dat"), p.daten(u"KONFIGDATEN.dat"),
+                                p.platz.Logpfad + u"2611 Kalvora.log"})
+            p.fs.platte().entferne(weg);
     };
-    const auto andere_Kopie = [](Sicherungsplatz& p) { p.lege_Backup(I, {{u"b.dat", "B\r\n"}}); };
-    const Text alt = u"2611 261116 Data.dat", K = u"Konfigdaten.dat", log = u"Logs/2610 Kalvora.log";
+    const Text punkt = u"Datenordner wiederhergestellt mit Sicherung vom 16.11.26, 12:00:00 Uhr",
+               unbekannt = u"Datenordner wiederhergestellt (unterbrochene Wiederherstellung abgeschlossen)";
     const Fall fälle[]{
-        {"his save clears the restored month away",
-         "remove",
-         alt,
-         [](auto& p) { p.fs.platte().entferne(p.daten(u"2611 261110 Data.dat")); },
-         {}},
-        {"he appends to what is restored already",
-         "remove",
-         alt,
-         [&](auto& p) { EXPECT_TRUE(p.werk.anhängen(p.daten(log), "mehr\r\n")); },
-         {{log, "Neu\r\nmehr\r\n"}}},
-        {"he begins a month that the backup made before does not hold",
-         "remove",
-         alt,
-         schreibe(u"2611 261117 Data.dat"),
-         {{u"2611 261117 Data.dat", "Er\r\n"}}},
-        {"he finishes the work before this one writes, and works on",
-         "info",
-         K,
-         [&](auto& p) {
-             p.ersatz.Begonnenes_abschließen();
-             schreibe(K)(p);
-             schreibe(alt)(p);
-         },
-         {{K, "Er\r\n"}, {alt, "Er\r\n"}},
+        {"newer rows",
+         [](Sicherungsplatz&) {},
          u"",
+         {u"wurde abgeschlossen. Der Stand davor ist aufbewahrt "
+          u"in der Sicherung vom 16.11.26, 12:00:00 Uhr."},
+         punkt,
+         true,
          true},
-        {"he begins another one meanwhile",
-         "remove",
-         alt,
-         andere_Kopie,
+        {"all done but for the copy", stellen, u"", {u"wurde abgeschlossen."}, punkt, true},
+        {"its backup has gone",
+         [](Sicherungsplatz& p) {
+             const auto kopie = *p.fs.inhalt(p.sicherung(I));
+             p.lege_Backup(T, {{u"a.dat", ""}});
+             p.fs.schreibe(p.sicherung(I), kopie);
+         },
+         u"",
+         {u"wurde abgeschlossen."},
+         unbekannt + u", Stand davor: '261116 120000 T.dat'",
+         true,
+         true},
+        {"stopped behind its backup",
+         [](Sicherungsplatz& p) {
+             p.lege_Backup(u"261116 110000 T.dat", {{u"2611 261116 Data.dat", "Alt\r\n"},
+                                                    {u"KONFIGDATEN.dat", "Alt\r\n"},
+                                                    {u"2611 Kalvora.log", "Alt\r\n"}});
+             p.fs.schreibe(p.daten(u"2611 261110 Data.dat"), "Neu\r\n");
+         },
+         u"",
+         {u"aufbewahrt in der Sicherung vom 16.11.26, 11:00:00 Uhr."},
+         punkt,
+         true,
+         true},
+        {"and others have worked since",
+         [](Sicherungsplatz& p) {
+             p.lege_Backup(u"261116 110000 T.dat", {{u"KONFIGDATEN.dat", "Alt\r\n"}});
+         },
+         u"",
+         {u"aufbewahrt in der Sicherung vom 16.11.26, 11:00:00 Uhr. Was seit der Unterbrechung geändert "
+          u"wurde, "
+          u"enthält die Sicherung vom 16.11.26, 12:00:00 Uhr."},
+         punkt,
+         true,
+         true},
+        {"without logs",
+         [](Sicherungsplatz& p) {
+             p.fs.remove(p.platz.Logpfad + u"2611 Kalvora.log");
+             p.fs.remove(p.platz.Logpfad + u"a.dat");
+             p.fs.remove_folder(p.platz.Logpfad);
+         },
+         u"",
+         {u"wurde abgeschlossen."},
+         punkt,
+         true,
+         true},
+        {"no backup",
+         [](Sicherungsplatz& p) {
+             p.fs.störe({.aufruf = "rename_new", .maske = u"261116*T.dat", .nummer = 61});
+         },
+         u"konnte nicht gesichert werden (Fehler Nr. 61 beim Schreiben",
+         {}},
+        {"nothing can be removed",
+         [](Sicherungsplatz& p) { p.fs.störe({.aufruf = "remove", .nummer = 70, .dauernd = true}); },
+         u"Ihnen fehlt das Recht, den Ordner '/srv/x/Data/Backups' zu öffnen",
+         {}},
+        {"a folder",
+         [](Sicherungsplatz& p) { p.fs.platte().mache_ordner(p.daten(u"leer.dat")); },
+         u"steht ein Ordner",
+         {}},
+        {"a full disk",
+         [](Sicherungsplatz& p) { p.fs.störe({.aufruf = "write", .maske = u".Konfig*", .nummer = 61}); },
+         u"Fehler Nr. 61",
          {},
-         u"hat eine andere Wiederherstellung"},
-        {"he begins another one just before",
-         "rename_new",
-         I,
-         andere_Kopie,
-         {},
-         u"läuft gerade auf einem anderen Arbeitsplatz"},
+         u"",
+         false,
+         true},
+        {"no container",
+         [](Sicherungsplatz& p) { p.fs.schreibe(p.sicherung(I), "kaputt"); },
+         u"",
+         {I + u".unlesbar", u"Sicherung vom 16.11.26, 12:00:00 Uhr"}},
+        {"once no container",
+         [](Sicherungsplatz& p) {
+             const auto heil = *p.fs.inhalt(p.sicherung(I));
+             p.fs.schreibe(p.sicherung(I), heil.substr(0, 30));
+             p.dialog.beim_Warten = [&p, heil] {
+                 if (p.fs.gibt_es(p.sicherung(I))) p.fs.platte().finde(p.sicherung(I))->bytes = heil;
+             };
+         },
+         u"",
+         {u"wurde abgeschlossen."},
+         punkt,
+         true,
+         true},
     };
     for (const Fall& f : fälle) {
         SCOPED_TRACE(f.was);
         auto p = alter_Stand();
-        Sicherungsplatz er(p->fs.geteilte_platte());
+        p->fs.schreibe(p->sicherung(I), *p->fs.inhalt(p->sicherung(T)));
+        f.vorher(*p);
+        const Zustand vorher = p->Zustand_ohne_Log();
+        Text abbruch;
+        bool fertig = false;
+        try {
+            fertig = p->ersatz.Begonnenes_abschließen();
+        } catch (const Programmabbruch& a) {
+            abbruch = a.text();
+        }
+        EXPECT_EQ(abbruch.empty(), f.abbruch.empty()) << zu_utf8(abbruch);
+        EXPECT_TRUE(enthält(abbruch, f.abbruch)) << zu_utf8(abbruch);
+        const auto gesichert = p->in_Sicherungen(u"2611 261116 Data.dat");
+        EXPECT_EQ(p->ersatz.steht_aus(), !f.abbruch.empty());
+        EXPECT_EQ(p->backups.Backup_erstellen(u"M"), f.abbruch.empty()) << "none of half a state";
+        EXPECT_EQ(fertig, !f.Logtext.empty());
+        const auto log = p->zeilen(p->platz.Logpfad + u"2611 Kalvora.log");
+        EXPECT_TRUE(!fertig || (!log.empty() && log.back().ends_with(u"|KalvoAdmin|" + f.Logtext)));
+        const auto meldungen = p->Meldungen();
+        EXPECT_EQ(meldungen.size(), f.teile.empty() ? 0U : 1U);
+        for (const Text& teil : f.teile)
+            EXPECT_TRUE(!meldungen.empty() && enthält(meldungen[0], teil)) << zu_utf8(teil);
+        EXPECT_EQ(gesichert, std::vector<std::string>(f.gesichert ? 1 : 0, "Alt\r\n"));
+        Zustand danach = p->Zustand_ohne_Log();
+        const auto ort = [&](const Text& name) {
+            return (name.ends_with(u".log") ? p->platz.Logpfad : p->platz.Datenpfad) + name;
+        };
+        for (const auto& [name, bytes] : NEU)
+            EXPECT_TRUE(!f.neu || danach[ort(name)] == bytes) << zu_utf8(name);
+        EXPECT_TRUE(f.neu || f.gesichert || !f.teile.empty() || danach == vorher);
+        EXPECT_EQ(p->fs.offene(), 0);
+    }
+}
+
+// A colleague who works on while this workstation replaces the folder, or finishes that: he acts just before
+// a call of this one, which thus lasts longer than anybody waits for. The sweep over all calls is in
+// zwei_plaetze_test.
+TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
+    struct Fall {
+        const char* was;
+        bool am_Start;
+        std::string aufruf;
+        Text datei; // its name
+        std::function<void(Sicherungsplatz&)> tat;
+        Text meldung; // a part of it; empty: none
+        bool neu = true, steht_aus = false;
+        std::map<Text, std::string> anders = {}; // in the data folder, beside the new state
+        std::string gesichert = {};              // what a backup holds of the old month
+    };
+    const auto hänge_an = [](const Text& name, const std::string& zeile) {
+        return [=](Sicherungsplatz& p) { EXPECT_TRUE(p.werk.anhängen(p.platz.Datenpfad + name, zeile)); };
+    };
+    const auto entferne = [](const Text& name) {
+        return [=](Sicherungsplatz& p) { p.fs.platte().entferne(p.daten(name)); };
+    };
+    const auto andere_Kopie = [](Sicherungsplatz& p) { p.lege_Backup(I, {{u"b.dat", "B\r\n"}}); };
+    const auto schließt_ab = [](Sicherungsplatz& p) {
+        EXPECT_TRUE(p.ersatz.Begonnenes_abschließen());
+        p.fs.schreibe(p.daten(u"2611 261110 Data.dat"), "Neu\r\nEr\r\n");
+        p.fs.schreibe(p.daten(u"2611 261116 Data.dat"), "Er\r\n");
+    };
+    const Text alt = u"2611 261116 Data.dat", neu = u"2611 261110 Data.dat", log = u"Logs/2610 Kalvora.log",
+               weg = u".2611 261116 Data.dat.PLATZ1-4711-1.weg";
+    const std::map<Text, std::string> seins{{neu, "Neu\r\nEr\r\n"}, {alt, "Er\r\n"}};
+    const Fall fälle[]{
+        {"his save clears the restored month away", false, "rename_new", weg, entferne(neu), u""},
+        {"the same at a start", true, "rename_new", weg, entferne(neu), u"wurde abgeschlossen"},
+        {"he appends to what is restored already",
+         false,
+         "rename_new",
+         weg,
+         hänge_an(log, "mehr\r\n"),
+         u"",
+         true,
+         false,
+         {{log, "Neu\r\nmehr\r\n"}}},
+        {"his row comes behind the backup",
+         false,
+         "rename_new",
+         weg,
+         hänge_an(alt, "mehr\r\n"),
+         u"",
+         true,
+         false,
+         {},
+         "Alt\r\nmehr\r\n"},
+        {"he begins a month that the backup made before does not hold",
+         false,
+         "rename_new",
+         weg,
+         [](Sicherungsplatz& p) { p.fs.schreibe(p.daten(u"2611 261117 Data.dat"), "Er\r\n"); },
+         u"",
+         true,
+         false,
+         {{u"2611 261117 Data.dat", "Er\r\n"}}},
+        {"he finishes the work before this one writes", true, "open", u"Konfigdaten.dat", schließt_ab, u"",
+         true, false, seins},
+        {"before this one removes", true, "rename_new", weg, schließt_ab, u"", true, false, seins},
+        {"this one has begun it, and says what stands",
+         false,
+         "rename_new",
+         weg,
+         [&](Sicherungsplatz& p) {
+             schließt_ab(p);
+             p.fs.schreibe(p.daten(neu), "Er\r\n");
+         },
+         u"steht jetzt ein anderer Stand als der von Ihnen gewählte",
+         true,
+         false,
+         {{neu, "Er\r\n"}, {alt, "Er\r\n"}}},
+        {"he finishes it, and nothing else", false, "rename_new", weg,
+         [](Sicherungsplatz& p) { EXPECT_TRUE(p.ersatz.Begonnenes_abschließen()); }, u""},
+        {"the copy goes between two looks", true, "open", I,
+         [](Sicherungsplatz& p) { p.fs.platte().entferne(p.sicherung(I)); }, u"", false},
+        {"he begins another one meanwhile", false, "rename_new", weg, andere_Kopie,
+         u"hat eine andere Wiederherstellung", false, true},
+        {"he begins another one just before", false, "rename_new", I, andere_Kopie,
+         u"läuft gerade auf einem anderen Arbeitsplatz", false, true},
+    };
+    const Zustand neuer = neuer_Stand();
+    for (const Fall& f : fälle) {
+        SCOPED_TRACE(f.was);
+        auto p = alter_Stand();
+        Sicherungsplatz er(p->fs.geteilte_platte(), u"PLATZ2");
         if (f.am_Start) p->lege_Backup(I, NEU);
         bool getan = false;
         p->fs.davor = [&](const std::string& aufruf, const Text& pfad) {
@@ -260,29 +393,55 @@ TEST(Datenordner_ersetzen, zwei_Arbeitsplätze) {
         EXPECT_TRUE(getan);
         for (const Text& meldung : p->Meldungen())
             text += meldung;
-        const bool fertig = f.meldung.empty();
-        EXPECT_TRUE(fertig ? text.empty() : enthält(text, f.meldung)) << zu_utf8(text);
-        EXPECT_EQ(p->ersatz.steht_aus(), !fertig);
-        Zustand erwartet = neuer_Stand();
+        EXPECT_EQ(text.empty(), f.meldung.empty()) << zu_utf8(text);
+        EXPECT_TRUE(enthält(text, f.meldung)) << zu_utf8(text);
+        EXPECT_EQ(p->ersatz.steht_aus(), f.steht_aus);
+        Zustand erwartet = neuer;
         for (const auto& [name, bytes] : f.anders)
             erwartet[p->daten(name)] = bytes;
-        EXPECT_TRUE(!fertig || p->Zustand() == erwartet);
+        if (f.neu) {
+            EXPECT_EQ(p->Zustand_ohne_Log(), erwartet);
+        }
+        if (!f.gesichert.empty()) {
+            EXPECT_EQ(p->in_Sicherungen(alt), std::vector<std::string>{f.gesichert});
+        }
     }
 }
 
-// A copy that somebody is at work with is left to him; an old one is nobody's any more.
-TEST(Datenordner_ersetzen, bereit) {
-    auto p = alter_Stand();
-    p->lege_Backup(I, {{u"b.dat", "B\r\n"}});
-    EXPECT_FALSE(p->ersatz.bereit());
-    EXPECT_TRUE(enthält(p->Meldungen().at(0), u"läuft gerade"));
-    p->fs.platte().zeit += 301'000'000'000;
-    EXPECT_TRUE(p->ersatz.bereit());
+// Who is at work is left to it, as long as he shows that he lives; a dead one's work is another's.
+TEST(Datenordner_ersetzen, einer_zur_Zeit) {
+    const Text amt = u".000000 000000 I.dat.1.inhaber", zeile = u"PLATZ9-7|11:59:00|eve|/home/eve/\r\n";
+    for (const bool am_Start : {false, true})
+        for (const bool lebt : {false, true}) {
+            auto p = alter_Stand();
+            p->lege_Backup(I, NEU);
+            p->fs.schreibe(p->sicherung(amt), zu_utf8(zeile));
+            int gewartet = 0;
+            p->dialog.beim_Warten = [&] {
+                ++gewartet;
+                if (lebt) p->fs.schreibe(p->sicherung(amt), zu_utf8(zeile) + std::to_string(gewartet));
+            };
+            Text text;
+            bool getan = false;
+            try {
+                getan = am_Start ? p->ersatz.Begonnenes_abschließen() : p->ersetzen(p->sicherung(T));
+            } catch (const Programmabbruch& abbruch) {
+                text = abbruch.text();
+            }
+            EXPECT_EQ(getan, !lebt);
+            EXPECT_EQ(p->ersatz.steht_aus(), lebt);
+            EXPECT_GE(gewartet, lebt ? 1 : 60);
+            for (const Text& meldung : p->Meldungen())
+                text += meldung;
+            EXPECT_TRUE(!lebt || enthält(text, u"('eve' auf Rechner PLATZ9)")) << zu_utf8(text);
+            EXPECT_EQ(p->fs.gibt_es(p->sicherung(amt)), lebt);
+        }
+    auto p = alter_Stand(); // this machine's own process that was ended is waited for by nobody
+    p->fs.schreibe(p->sicherung(amt), zu_utf8(u"PLATZ1-99|11:59:00|Muster|" + p->platz.Systempfad + u"\r\n"));
+    p->dialog.beim_Warten = [] { FAIL(); };
     EXPECT_TRUE(p->ersetzen(p->sicherung(T)));
-    EXPECT_EQ(p->Zustand(), neuer_Stand());
-    EXPECT_FALSE(p->ersatz.steht_aus());
     p->fs.störe({.aufruf = "remove", .nummer = 70, .dauernd = true});
-    EXPECT_FALSE(p->ersatz.bereit());
+    EXPECT_FALSE(p->ersetzen(p->sicherung(T)));
     EXPECT_TRUE(p->Meldungen().at(0).starts_with(u"Löschen alter Dateien im Ordner"));
 }
 
@@ -317,6 +476,7 @@ TEST(Datenordner_ersetzen, folgt_keiner_Verknüpfung) {
     verknüpfe("../fern/datei.dat", u"weg.dat");
     verknüpfe("../fern/ordner", u"Ordner.dat");
     verknüpfe("2611 261110 Data.dat", u"2611 261110 Data.dat"); // in a circle
+    verknüpfe("nichts", u"Backups/000000 000000 I.dat");
     Konfigdaten konfig(kanal, platz);
     Logbuch log(kanal, platz, konfig);
     Backups backups(kanal, platz, konfig, log);

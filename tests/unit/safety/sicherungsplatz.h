@@ -18,12 +18,14 @@ struct Sicherungsplatz : Prüfplatz {
     Backups backups{dateien, platz, konfig, log};
     Wiederherstellung wieder{dateien, platz};
     Ordnerersatz ersatz{dateien, platz, wieder, backups, log};
-    Datenübernahme übernahme{dialog_app, dateien, platz, konfig, log, backups, wieder, ersatz};
+    Datenübernahme übernahme{dialog_app, dateien, platz, konfig, wieder, ersatz};
 
-    explicit Sicherungsplatz(std::shared_ptr<SpeicherPlatte> platte = std::make_shared<SpeicherPlatte>())
-        : Prüfplatz(std::move(platte)) {
+    explicit Sicherungsplatz(std::shared_ptr<SpeicherPlatte> platte = std::make_shared<SpeicherPlatte>(),
+                             const Text& rechner = u"PLATZ1")
+        : Prüfplatz(std::move(platte), rechner) {
         platz.Backuppfad = u"/srv/x/Data/Backups/";
         platz.Temppfad.clear();
+        ersatz.Prüfung = [](const auto&) { return Text(); }; // small containers will do
         fs.platte().mache_ordner(platz.Backuppfad);
     }
     Text sicherung(TextView name) const { return platz.Backuppfad + Text(name); }
@@ -38,9 +40,9 @@ struct Sicherungsplatz : Prüfplatz {
     void lege_Backup(TextView name, const Mitglieder& mitglieder) {
         fs.schreibe(sicherung(name), Container(mitglieder));
     }
-    bool ersetzen(const Text& backup) {
+    bool ersetzen(const Text& backup, bool sichern = false) {
         const auto container = wieder.lesen(backup);
-        return container && ersatz.Datenordner_ersetzen(*container);
+        return container && ersatz.Datenordner_ersetzen(*container, {sichern, {}});
     }
     // Names in a folder.
     std::vector<Text> namen(const Text& ordner) const {
@@ -56,6 +58,22 @@ struct Sicherungsplatz : Prüfplatz {
             return !datei.first.starts_with(platz.Datenpfad) || datei.first.starts_with(platz.Backuppfad) ||
                    Dateiname_aus_Pfad(datei.first).starts_with(u'.');
         });
+        return alle;
+    }
+    // The same without this month's log, where what happens is noted.
+    std::map<Text, std::string> Zustand_ohne_Log() const {
+        auto alle = Zustand();
+        alle.erase(platz.Logpfad + u"2611 Kalvora.log");
+        return alle;
+    }
+    // Of a member in all backups, from the oldest name on.
+    std::vector<std::string> in_Sicherungen(const Text& name) const {
+        std::vector<std::string> alle;
+        for (const Text& backup : namen(platz.Backuppfad)) {
+            const std::string bytes = fs.inhalt(sicherung(backup)).value_or("");
+            for (const auto& m : Container_lesen(bytes).value_or(std::vector<Containermitglied>{}))
+                if (m.name == name) alle.emplace_back(m.bytes);
+        }
         return alle;
     }
     std::vector<Text> Meldungen() { return std::exchange(dialog.hinweise, {}); }
