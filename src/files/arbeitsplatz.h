@@ -34,7 +34,7 @@ struct Arbeitsplatz {
     int Startjahr = 0;
 
     const Datumsformat& datum() const { return gebiet.datum; }
-    // "Heute" as a year and the month yymm.
+    // The month of "Heute" as yymm.
     Text Monat_heute() const { return Heute_S.substr(0, 4); }
 };
 

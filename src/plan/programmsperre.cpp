@@ -9,6 +9,7 @@ namespace kalvora {
 
 namespace {
 
+constexpr TextView DATEINAME = u"Lockfile.txt";
 constexpr TextView GESPERRT = u"Programmaufruf gesperrt:\n\n";
 
 Text mit_Punkt(const Text& text) {
@@ -59,8 +60,9 @@ bool Ersatz_steht_aus(FileSystem& fs, const Text& Backuppfad) {
     return info && !info->folder;
 }
 
+// Other spellings, made by hand, are looked for at the start alone: each look lists the whole folder.
 Text Programmsperre::Pfad() const {
-    return Datei_finden(kanal_.fs(), platz_.Datenpfad, u"Lockfile.txt");
+    return platz_.Datenpfad + (name_.empty() ? Text(DATEINAME) : name_);
 }
 
 bool Programmsperre::vorhanden() const {
@@ -77,6 +79,8 @@ void Programmsperre::merken(std::optional<Sperre> sperre) {
 // The file is read past the channel: the check runs before every save. One that cannot be read now is what it
 // was when it was read last.
 void Programmsperre::Programmsperre_prüfen() {
+    if (platz_.Startphase)
+        name_ = Dateiname_aus_Pfad(Datei_finden(kanal_.fs(), platz_.Datenpfad, Text(DATEINAME)));
     const Text pfad = Pfad();
     const auto inhalt = kanal_.werk().lesen(pfad);
     if (!inhalt && !fehlt(inhalt.nummer())) return;

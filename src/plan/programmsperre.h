@@ -42,6 +42,7 @@ private:
     void merken(std::optional<Sperre> sperre);
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
+    Text name_;                   // as it is spelled
     std::optional<Sperre> stand_; // as read last
     bool nachwirkend_ = false;    // a repair lock was lifted by the program itself in this run
 };
