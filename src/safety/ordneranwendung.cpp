@@ -12,12 +12,16 @@ constexpr int RUNDEN = 4;
 constexpr int BEISEITE_VERSUCHE = 20; // names tried
 
 // A path's entry; where the folder does not tell cases apart, that of another spelling.
-const Gesehen* finden(const Bestand& bestand, const Text& pfad) {
+Bestand::const_iterator finden(const Bestand& bestand, const Text& pfad) {
     const auto genau = bestand.find(pfad);
-    if (genau != bestand.end()) return &genau->second;
-    const auto ähnlich = std::find_if(bestand.begin(), bestand.end(),
-                                      [&](const auto& b) { return gleich_ohne_Fall(b.first, pfad); });
-    return ähnlich == bestand.end() ? nullptr : &ähnlich->second;
+    if (genau != bestand.end()) return genau;
+    return std::find_if(bestand.begin(), bestand.end(),
+                        [&](const auto& b) { return gleich_ohne_Fall(b.first, pfad); });
+}
+
+// Of two spellings of a name a backup holds only one: the other file is kept aside.
+Fehlercode andere_Schreibweise_weg(FileSystem& fs, const Text& pfad) {
+    return fs.rename(pfad, ParentDir(pfad) + u"." + Dateiname_aus_Pfad(pfad) + u".ersetzt");
 }
 
 } // namespace
@@ -79,8 +83,13 @@ Ordneranwendung::Ausgang Ordneranwendung::schreiben(const Containermitglied& m, 
     if (da && steht(m, ziel, da->info.size, wie)) return Ausgang::fertig;
     if (!Auftrag_gilt()) return Ausgang::abgelöst;
     if (Verknüpfung) Verknüpfung_entfernen(ordner, m.name);
-    const Gesehen* bekannt = da ? finden(bestand, ziel) : nullptr;
-    if (da && !(bekannt && dieselbe(*da, *bekannt))) return Ausgang::verändert;
+    const auto bekannt = finden(bestand, ziel);
+    if (da && (bekannt == bestand.end() || !dieselbe(*da, bekannt->second))) {
+        const bool zweite = bekannt != bestand.end() &&
+                            beide_gelistet(kanal_.fs(), ordner, m.name, Dateiname_aus_Pfad(bekannt->first));
+        if (zweite) (void)andere_Schreibweise_weg(kanal_.fs(), ziel); // the next round makes the file
+        return Ausgang::verändert;
+    }
     geschrieben = true;
     kanal_.Daten_geändert = true;
     const auto vorgefunden = da ? da->als_Vorgefunden() : Dateiwerk::Vorgefunden{};
@@ -99,8 +108,7 @@ void Ordneranwendung::Verknüpfung_entfernen(const Text& ordner, const Text& nam
         throw Zugriffsfehler(f ? f : int{FEHLER_VERWEIGERT}, ordner + name);
 }
 
-// Of two spellings of a name the backup may hold only one: the other is kept aside. Where a folder does not
-// tell them apart it is the restored file itself.
+// Where a folder does not tell two spellings apart the other one is the restored file itself.
 Ordneranwendung::Ausgang Ordneranwendung::Übriges_entfernen(const Gelesen& container,
                                                             const Bestand& bestand) {
     FileSystem& fs = kanal_.fs();
@@ -114,7 +122,7 @@ Ordneranwendung::Ausgang Ordneranwendung::Übriges_entfernen(const Gelesen& cont
         Ausgang a = Ausgang::fertig;
         if (bekannt != bestand.end())
             a = entfernen(pfad, bekannt->second);
-        else if (m && fs.rename(pfad, ordner + u"." + name + u".ersetzt") != 0)
+        else if (m && andere_Schreibweise_weg(fs, pfad) != 0)
             geblieben_.push_back(ordner);
         if (a != Ausgang::fertig) return a;
     }
