@@ -201,17 +201,6 @@ TEST(Datenordner_ersetzen, am_Start) {
          punkt,
          true,
          true},
-        {"without logs",
-         [](Sicherungsplatz& p) {
-             p.fs.remove(p.platz.Logpfad + u"2611 Kalvora.log");
-             p.fs.remove(p.platz.Logpfad + u"a.dat");
-             p.fs.remove_folder(p.platz.Logpfad);
-         },
-         u"",
-         {u"wurde abgeschlossen."},
-         punkt,
-         true,
-         true},
         {"no backup",
          [](Sicherungsplatz& p) {
              p.fs.störe({.aufruf = "rename_new", .maske = u"261116*T.dat", .nummer = 61});
