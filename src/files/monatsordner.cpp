@@ -26,7 +26,8 @@ Version Monatsordner::in_Kraft(TextView yymm) const {
     return neuer ? heute : gelistet;
 }
 
-void Monatsordner::Alte_Erfassungsdateien_löschen(const std::vector<Version>& versionen, TextView stamm) const {
+void Monatsordner::Alte_Erfassungsdateien_löschen(const std::vector<Version>& versionen,
+                                                  TextView stamm) const {
     for (const Version& v : versionen)
         if (TextView(v.stamm) < stamm) Datei_löschen(fs_, pfad(v.name));
 }

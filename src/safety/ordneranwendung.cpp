@@ -36,6 +36,13 @@ bool Ordneranwendung::steht(const Containermitglied& m, const Text& pfad, std::u
     return wie == Vergleich::genau ? inhalt->sicht() == m.bytes : inhalt->sicht().starts_with(m.bytes);
 }
 
+// Found or written in this run, and nobody has come since.
+bool Ordneranwendung::unberührt(const Text& pfad, const FileInfo& jetzt) const {
+    const auto bekannt = stand_.find(pfad);
+    return bekannt != stand_.end() && bekannt->second.size == jetzt.size &&
+           bekannt->second.time == jetzt.time;
+}
+
 bool Ordneranwendung::steht_alles(const Gelesen& container) const {
     return std::all_of(container.mitglieder.begin(), container.mitglieder.end(), [&](const auto& m) {
         const Text pfad = wiederherstellung_.Zielordner(m) + m.name;
@@ -49,6 +56,7 @@ bool Ordneranwendung::steht_alles(const Gelesen& container) const {
 // was on its way may have cleared away a restored month in favour of a version that has gone now.
 Ordneranwendung::Ausgang Ordneranwendung::durchführen(const Gelesen& container, const Bestand& bestand) {
     geblieben_.clear();
+    stand_.clear();
     if (!Ordner_vorhanden(kanal_.fs(), platz_.Logpfad)) (void)kanal_.fs().make_folder(platz_.Logpfad);
     bool geschrieben = false;
     Ausgang a = alle_schreiben(container, bestand, Vergleich::genau, geschrieben);
@@ -80,7 +88,10 @@ Ordneranwendung::Ausgang Ordneranwendung::schreiben(const Containermitglied& m, 
     const auto da =
         Verknüpfung ? Ergebnis<Gesehen>::fehler(FEHLER_NICHT_GEFUNDEN) : ansehen(kanal_.fs(), ziel);
     if (!da && da.nummer() != FEHLER_NICHT_GEFUNDEN) throw Zugriffsfehler(da.nummer(), ziel);
-    if (da && steht(m, ziel, da->info.size, wie)) return Ausgang::fertig;
+    if (da && (unberührt(ziel, da->info) || steht(m, ziel, da->info.size, wie))) {
+        stand_[ziel] = da->info;
+        return Ausgang::fertig;
+    }
     if (!Auftrag_gilt()) return Ausgang::abgelöst;
     if (Verknüpfung) Verknüpfung_entfernen(ordner, m.name);
     const auto bekannt = finden(bestand, ziel);
@@ -95,7 +106,10 @@ Ordneranwendung::Ausgang Ordneranwendung::schreiben(const Containermitglied& m, 
     const auto vorgefunden = da ? da->als_Vorgefunden() : Dateiwerk::Vorgefunden{};
     const auto neu =
         da ? kanal_.werk().ersetzen(ziel, m.bytes, &vorgefunden) : kanal_.werk().neu_anlegen(ziel, m.bytes);
-    if (neu) return Ausgang::fertig;
+    if (neu) {
+        stand_[ziel] = *neu;
+        return Ausgang::fertig;
+    }
     if (neu.nummer() == FEHLER_EXISTIERT || (da && neu.nummer() == FEHLER_NICHT_GEFUNDEN))
         return Ausgang::verändert;
     throw Zugriffsfehler(neu.nummer(), ziel);

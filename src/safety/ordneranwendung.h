@@ -36,6 +36,7 @@ public:
 private:
     enum class Vergleich { genau, noch };
     bool steht(const Containermitglied& m, const Text& pfad, std::uint64_t größe, Vergleich wie) const;
+    bool unberührt(const Text& pfad, const FileInfo& jetzt) const;
     Ausgang alle_schreiben(const Gelesen& container, const Bestand& bestand, Vergleich wie,
                            bool& geschrieben);
     Ausgang schreiben(const Containermitglied& m, const Bestand& bestand, Vergleich wie, bool& geschrieben);
@@ -48,6 +49,7 @@ private:
     const Arbeitsplatz& platz_;
     const Wiederherstellung& wiederherstellung_;
     Logbuch& log_;
+    std::map<Text, FileInfo> stand_; // of the members that stand, by path
     std::vector<Text> geblieben_;
 };
 
