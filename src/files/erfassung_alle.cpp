@@ -14,10 +14,6 @@ namespace {
 constexpr double EINLESEN_GILT = 30.0; // seconds
 constexpr double LANGSAM_AB = 0.2;
 
-Text yymm_des_Monats(int Startjahr, int monat) {
-    return ziffern((Startjahr + (monat - 1) / 12) % 100, 2) + ziffern((monat - 1) % 12 + 1, 2);
-}
-
 // The key of an A row, told by the row's length alone: valid only if it is found to be a known one, since
 // known keys hold no colon.
 std::string_view Schlüssel_nach_Länge(std::string_view zeile) {
@@ -86,11 +82,11 @@ void Erfassungsdateien::Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt) {
         Schlüsselverzeichnis wer(eingelesen_für_);
         const auto alle = ordner_.verzeichnis();
         for (int monat = 1; monat <= MONATE; ++monat) {
-            const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
+            const Text yymm = ordner_.yymm(monat);
             const auto treffer = alle.find(yymm);
             if (treffer != alle.end())
                 Monat_in_Monatsdaten(treffer->second.back(), yymm, monat, wer);
-            else if (gesehen_.contains(yymm))
+            else if (gesehen_.bekannt(yymm))
                 Monat_in_Monatsdaten({}, yymm, monat, wer);
         }
         letztes_Einlesen_ = uhr.steady();
@@ -137,35 +133,12 @@ void Erfassungsdateien::Überholte_löschen(const std::vector<Version>& versione
     }
 }
 
-// Months of years to come may be missing. With one wrong digit in the first year the whole plan would be
-// another one.
-Erfassungsdateien::Jahresbestand Erfassungsdateien::Bestand() const {
-    Jahresbestand b;
-    const auto alle = ordner_.verzeichnis();
-    std::vector<Text> namen;
-    for (const auto& [yymm, versionen] : alle)
-        namen.push_back(versionen.back().name);
-    const auto jahre = passende_Startjahre(namen);
-    b.Startjahr_passt = jahre.empty() || std::binary_search(jahre.begin(), jahre.end(), platz_.Startjahr);
-    for (int monat = 1; monat <= MONATE; ++monat) {
-        const Text yymm = yymm_des_Monats(platz_.Startjahr, monat);
-        const auto treffer = alle.find(yymm);
-        const int jahr = platz_.Startjahr + (monat - 1) / 12;
-        if (treffer != alle.end())
-            b.vorhanden.insert(*treffer);
-        else if (jahr <= Jahr(platz_.Heute))
-            b.fehlend += (b.fehlend.empty() ? u"" : u", ") + yymm.substr(2) + platz_.datum().trennzeichen +
-                         ziffern(jahr, 4);
-    }
-    return b;
-}
-
 void Erfassungsdateien::Erfassungsdateien_checken() {
     als_Prozedur(u"modKalvora - Erfassungsdateien_checken", [&] {
         // A month that is missing for a moment is no reason to ask for a repair.
-        const Jahresbestand bestand = zweite_Lesung(
-            kanal_.app(), [&] { return Bestand(); },
-            [](const Jahresbestand& b) { return b.fehlend.empty() && b.Startjahr_passt; });
+        const auto bestand = zweite_Lesung(
+            kanal_.app(), [&] { return ordner_.Bestand(); },
+            [](const Monatsordner::Jahresbestand& b) { return b.fehlend.empty() && b.Startjahr_passt; });
         if (!bestand.Startjahr_passt) {
             Dateischaden schaden(
                 u"Das Startjahr " + ziffern(platz_.Startjahr) +
@@ -176,7 +149,7 @@ void Erfassungsdateien::Erfassungsdateien_checken() {
         }
         if (!bestand.fehlend.empty()) Monate_fehlen(bestand.fehlend);
         for (const auto& [yymm, versionen] : bestand.vorhanden) {
-            gesehen_[yymm].stamm = versionen.back().stamm;
+            gesehen_.merken(yymm, versionen.back().stamm);
             if (versionen.size() > 1) Überholte_löschen(versionen, yymm);
         }
     });

@@ -1,6 +1,7 @@
 #include "files/erfassungsdateien.h"
 
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "base/cp1252.h"
@@ -64,18 +65,6 @@ std::optional<Monatsinhalt> Erfassungsdateien::einmal_lesen(const Version& versi
     return inhalt;
 }
 
-bool Erfassungsdateien::verschwunden(const Monatsinhalt& inhalt) const {
-    const auto gesehen = gesehen_.find(inhalt.yymm);
-    return gesehen != gesehen_.end() && inhalt.stamm < gesehen->second.stamm;
-}
-
-// Versions only grow, and a rewrite has another head.
-bool Erfassungsdateien::geschrumpft(const Monatsinhalt& inhalt) const {
-    const auto gesehen = gesehen_.find(inhalt.yymm);
-    if (gesehen == gesehen_.end() || gesehen->second.stamm != inhalt.stamm) return false;
-    return inhalt.größe < gesehen->second.größe && gesehen->second.kopf.starts_with(inhalt.kopf);
-}
-
 // The version in force may have changed between the two looks, and the one listed may have been deleted
 // behind it. A month that had a version and has none any more is not empty but lost. A last line that is open
 // at both looks is no append under way.
@@ -85,11 +74,12 @@ Monatsinhalt Erfassungsdateien::zweimal_lesen(const Text& yymm) {
         kanal_.app(), [&] { return *einmal_lesen(ordner_.in_Kraft(yymm), yymm, Fehlerweg::Melden); },
         [&](const Monatsinhalt& gelesen) {
             if (gelesen.letzte_Zeile_offen) offen_bei = gelesen.größe;
-            return gelesen.ganz() && !verschwunden(gelesen) && !geschrumpft(gelesen);
+            return gelesen.ganz() && !gesehen_.verschwunden(gelesen) && !gesehen_.geschrumpft(gelesen);
         });
-    if (inhalt.stamm.empty() && verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
-    inhalt.abgerissen = (inhalt.letzte_Zeile_offen && offen_bei == inhalt.größe) || geschrumpft(inhalt);
-    if (!inhalt.stamm.empty()) gesehen_[yymm] = {inhalt.stamm, inhalt.größe, inhalt.kopf};
+    if (inhalt.stamm.empty() && gesehen_.verschwunden(inhalt)) Monate_fehlen(Monat_in_Worten(yymm));
+    inhalt.abgerissen =
+        (inhalt.letzte_Zeile_offen && offen_bei == inhalt.größe) || gesehen_.geschrumpft(inhalt);
+    gesehen_.merken(inhalt);
     return inhalt;
 }
 
@@ -367,10 +357,9 @@ void Erfassungsdateien::neue_Version_ausgeben(const Monatsinhalt& alt, const std
 // a moment, and the rows go behind his version.
 bool Erfassungsdateien::neue_Version(Monatsstand& monat, const Text& ziel, const std::vector<Text>& zeilen,
                                      int versuch) {
-    const Gesehen gezeigt{monat.inhalt.stamm, monat.inhalt.größe, monat.inhalt.kopf};
+    const auto gezeigt = std::tuple(monat.inhalt.stamm, monat.inhalt.größe, monat.inhalt.kopf);
     einlesen(Text(monat.inhalt.yymm), monat);
-    const bool derselbe = gezeigt.stamm == monat.inhalt.stamm && gezeigt.größe == monat.inhalt.größe &&
-                          gezeigt.kopf == monat.inhalt.kopf;
+    const bool derselbe = gezeigt == std::tie(monat.inhalt.stamm, monat.inhalt.größe, monat.inhalt.kopf);
     monat.ungezeigt = monat.ungezeigt || !derselbe;
     const bool steht_schon = monat.inhalt.stamm == ordner_.heutiger_Stamm(monat.inhalt.yymm);
     if (steht_schon && !zeilen.empty()) return false;
@@ -421,85 +410,6 @@ void Erfassungsdateien::Datumskorruption_melden(const Text& stamm) {
         u"allen angeschlossenen Rechnern korrekt eingestellt ist und bitten Sie einen Administrator mit "
         u"Vollzugriff auf den Datenordner diesen Eintrag für Sie vorzunehmen.");
     log_.Logbuch_ergänzen(2, erkannt);
-}
-
-// --- own rows that wait ------------------------------------------------------------------------------------
-
-void Erfassungsdateien::Unbestätigte_melden(const Text& yymm, const std::vector<Text>& BenIds) {
-    if (BenIds.empty()) return;
-    Text wer;
-    for (const Text& BenId : BenIds)
-        wer += (wer.empty() ? u"'" : u", '") + BenId + u"'";
-    const Text was =
-        u"Folgender Eintrag im Monat " + Monat_in_Worten(yymm) + u" konnte nicht bestätigt werden: " + wer;
-    log_.Logbuch_ergänzen(2, was);
-    kanal_.app().Hinweis(was +
-                         u". Bitte prüfen Sie den Eintrag und nehmen Sie ihn gegebenenfalls erneut vor.");
-}
-
-// True when rows were written again. Without a staff list nothing can be written: they go on waiting.
-bool Erfassungsdateien::Ausstehende_prüfen(Monatsstand& monat) {
-    if (ausstehend_.leer() || personal_.leer()) return false;
-    const Ausstehende vorher = ausstehend_;
-    const Ausstehende::Befund befund =
-        ausstehend_.prüfen(monat.inhalt, Bedeutung_der_Codes(), kanal_.werk().uhr().steady());
-    Unbestätigte_melden(monat.inhalt.yymm, befund.ungewiss);
-    if (befund.nachzutragen.empty()) return false;
-    try {
-        if (schreiben(monat, befund.nachzutragen, befund.versuch).empty()) return true;
-    } catch (const Laufzeitfehler& fehler) { // the disk refuses: the rows go on waiting
-        ausstehend_ = vorher;
-        if (!ist_Dateifehler(fehler.nummer)) throw;
-        return false;
-    } catch (...) { // a lock, or a damaged month: whoever stops the program tells what still waits
-        ausstehend_ = vorher;
-        throw;
-    }
-    std::vector<Text> BenIds;
-    for (const Text& zeile : befund.nachzutragen) {
-        const std::string bytes = zu_cp1252(zeile);
-        BenIds.push_back(aus_cp1252(Zeile_prüfen(bytes).schlüssel));
-    }
-    BenIds.erase(std::unique(BenIds.begin(), BenIds.end()), BenIds.end());
-    Unbestätigte_melden(monat.inhalt.yymm, BenIds);
-    return false;
-}
-
-// Reads the month aside: neither the shown one nor what was told of it changes. One that cannot be read now
-// goes on waiting.
-bool Erfassungsdateien::Ausstehende_nachsehen(const Text& yymm) {
-    Monatsstand monat;
-    try {
-        auto inhalt = einmal_lesen(ordner_.in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
-        if (!inhalt) return false;
-        monat.inhalt = *std::move(inhalt);
-    } catch (const Dateischaden&) {
-        return false;
-    } catch (const Laufzeitfehler& fehler) { // the folder cannot be listed just now
-        if (!ist_Dateifehler(fehler.nummer)) throw;
-        return false;
-    }
-    monat.lesbar = true;
-    return Ausstehende_prüfen(monat);
-}
-
-bool Erfassungsdateien::Ausstehende_nachsehen() {
-    bool nachgetragen = false;
-    for (const Text& yymm : ausstehend_.Monate())
-        nachgetragen = Ausstehende_nachsehen(yymm) || nachgetragen;
-    return nachgetragen;
-}
-
-void Erfassungsdateien::Ausstehende_abschließen() {
-    // Bounded: each round sees a row, writes it again or gives it up, unless the disk refuses.
-    constexpr int RUNDEN = 6;
-    try {
-        for (int runde = 1; runde <= RUNDEN && !ausstehend_.leer(); ++runde)
-            Ausstehende_nachsehen();
-    } catch (const Fehler&) { // NOLINT(bugprone-empty-catch): told below is what is left
-    }
-    for (const Text& yymm : ausstehend_.Monate())
-        Unbestätigte_melden(yymm, ausstehend_.aufgeben(yymm));
 }
 
 } // namespace kalvora

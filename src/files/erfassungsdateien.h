@@ -4,9 +4,9 @@
 #pragma once
 
 #include <functional>
-#include <map>
 
 #include "files/ausstehende.h"
+#include "files/gesehene_monate.h"
 #include "files/logbuch.h"
 #include "files/mitarbeiterdaten.h"
 #include "files/monatsdaten.h"
@@ -70,7 +70,7 @@ public:
     void Ausstehende_abschließen();
 
     // The folder has another state now, which may lack months that were there.
-    void Monate_vergessen() { gesehen_.clear(); }
+    void Monate_vergessen() { gesehen_.vergessen(); }
 
     void Alle_Erfassungsdaten_einlesen(bool nur_wenn_alt);
     const Monatsdaten& Daten() const { return daten_; }
@@ -89,8 +89,6 @@ private:
     Monatsinhalt zweimal_lesen(const Text& yymm);
     void einlesen(const Text& yymm, Monatsstand& ziel);
     [[noreturn]] static void Monate_fehlen(const Text& monate);
-    bool verschwunden(const Monatsinhalt& inhalt) const;
-    bool geschrumpft(const Monatsinhalt& inhalt) const;
     bool Defragmentieren_fällig() const;
     Text Monat_in_Worten(TextView yymm) const;
     void Abriss_melden(const Monatsinhalt& inhalt);
@@ -98,12 +96,6 @@ private:
     bool reparieren(const Monatsinhalt& inhalt);
     bool unverändert_ersetzen(const Version& version, const Dateiwerk::Vorgefunden& gelesen,
                               const std::vector<std::string>& zeilen, Fehlerweg weg);
-    struct Jahresbestand {
-        Text fehlend; // "mm.yyyy, mm.yyyy"
-        bool Startjahr_passt = true;
-        Monatsordner::Verzeichnis vorhanden;
-    };
-    Jahresbestand Bestand() const;
     void Überholte_löschen(const std::vector<Version>& versionen, const Text& yymm);
     bool enthält_alles(const Monatsinhalt& neu, const Monatsinhalt& alt) const;
     std::optional<Monatsinhalt> Version_lesen(const Version& version, const Text& yymm);
@@ -142,13 +134,7 @@ private:
     Logbuch& log_;
     const Monatsordner ordner_;
     Monatsstand monat_; // the shown one
-    // Of each month the version read last, for what has gone since: that is a fault. Size 0: only listed.
-    struct Gesehen {
-        Text stamm;
-        std::uint64_t größe = 0;
-        std::string kopf;
-    };
-    std::map<Text, Gesehen> gesehen_;
+    Gesehene_Monate gesehen_;
     Text gemeldet_; // stem of the faulty version told last
     Zeitstempel gemeldet_Stand_ = 0;
     Text verdichtet_; // stem of the version that was to be compacted last

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "files/monatsdaten.h"
 #include "files/ordner.h"
 
 namespace kalvora {
@@ -24,6 +25,33 @@ Version Monatsordner::in_Kraft(TextView yymm) const {
     const Version heute{heutiger_Stamm(yymm), heutige_Datei(yymm)};
     const bool neuer = gelistet.stamm < heute.stamm && Datei_vorhanden(fs_, pfad(heute.name));
     return neuer ? heute : gelistet;
+}
+
+Text Monatsordner::yymm(int monat) const {
+    return ziffern((platz_.Startjahr + (monat - 1) / 12) % 100, 2) + ziffern((monat - 1) % 12 + 1, 2);
+}
+
+// Months of years to come may be missing. With one wrong digit in the first year the whole plan would be
+// another one.
+Monatsordner::Jahresbestand Monatsordner::Bestand() const {
+    Jahresbestand b;
+    const auto alle = verzeichnis();
+    std::vector<Text> namen;
+    for (const auto& [yymm, versionen] : alle)
+        namen.push_back(versionen.back().name);
+    const auto jahre = passende_Startjahre(namen);
+    b.Startjahr_passt = jahre.empty() || std::binary_search(jahre.begin(), jahre.end(), platz_.Startjahr);
+    for (int monat = 1; monat <= MONATE; ++monat) {
+        const Text dieser = yymm(monat);
+        const auto treffer = alle.find(dieser);
+        const int jahr = platz_.Startjahr + (monat - 1) / 12;
+        if (treffer != alle.end())
+            b.vorhanden.insert(*treffer);
+        else if (jahr <= Jahr(platz_.Heute))
+            b.fehlend += (b.fehlend.empty() ? u"" : u", ") + dieser.substr(2) + platz_.datum().trennzeichen +
+                         ziffern(jahr, 4);
+    }
+    return b;
 }
 
 void Monatsordner::Alte_Erfassungsdateien_löschen(const std::vector<Version>& versionen,

@@ -26,6 +26,13 @@ public:
     Text pfad(const Text& name) const { return platz_.Datenpfad + name; }
     Text heutiger_Stamm(TextView yymm) const { return Text(yymm) + u" " + platz_.Heute_S; }
     Text heutige_Datei(TextView yymm) const { return heutiger_Stamm(yymm) + u" Data.dat"; }
+    Text yymm(int monat) const; // of month 1 to 36 of the three years
+    struct Jahresbestand {
+        Text fehlend; // "mm.yyyy, mm.yyyy"
+        bool Startjahr_passt = true;
+        Verzeichnis vorhanden;
+    };
+    Jahresbestand Bestand() const;
     // Deletes the smaller stems among them; what cannot be deleted stays.
     void Alte_Erfassungsdateien_löschen(const std::vector<Version>& versionen, TextView stamm) const;
 
