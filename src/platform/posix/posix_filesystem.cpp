@@ -176,20 +176,13 @@ Ergebnis<FileSystem::Handle> PosixFileSystem::open(const Text& path, OpenMode mo
         return Ergebnis<Handle>::fehler(fault);
     }
     if (S_ISREG(s.st_mode)) {
-        if (lies_on_share(handle, s.st_dev)) forget_cached(handle, mode);
+        // What another workstation has written must be seen, not what this one has kept of the file.
+        if (mode == OpenMode::Read && lies_on_share(handle, s.st_dev))
+            posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
         return handle;
     }
     ::close(handle);
     return Ergebnis<Handle>::fehler(FEHLER_SCHREIBSCHUTZ);
-}
-
-// What another workstation has written must be seen, not what this one has kept of the file. A share's client
-// has no append: it writes where it believes the end to be, so it is made to ask for the length first.
-void PosixFileSystem::forget_cached(int handle, OpenMode mode) {
-    if (mode == OpenMode::Read) posix_fadvise(handle, 0, 0, POSIX_FADV_DONTNEED);
-    if (mode != OpenMode::Append && mode != OpenMode::Extend) return;
-    struct statx now {};
-    (void)statx(handle, "", AT_EMPTY_PATH | AT_STATX_FORCE_SYNC, STATX_SIZE, &now);
 }
 
 // On a share the question itself goes to the server. A disk's device is never one; of the others only a yes

@@ -1,7 +1,7 @@
 // The real file system. Nothing blocks on what is no plain file: pipes and devices are refused with 75.
 // Overwrite keeps the old bytes: the writer cuts the file to its new length with truncate() at the end.
-// On a share Read passes over what this workstation has kept of the file, and appending over the length that
-// it believes to know. A new folder is open to all who may write in the one above.
+// On a share Read passes over what this workstation has kept of the file. A new folder is open to all who may
+// write in the one above.
 #pragma once
 
 #include <atomic>
@@ -48,7 +48,6 @@ protected:
 
 private:
     bool lies_on_share(int handle, std::uint64_t device);
-    static void forget_cached(int handle, OpenMode mode);
     static void share_with_group(const std::string& folder);
     enum class Claim { Name_taken, Gone, Dead };
     Claim watch_claim(const std::string& claim, const std::string& name);
