@@ -136,6 +136,24 @@ TEST(Reparatur, AlleDateien) {
 }
 
 // A digit of the first year: the staff file is whole, and all months would be others.
+// On the day on which the years are to move on: first what is missing comes back.
+TEST(Reparatur, FehlenderMonatImJanuar) {
+    Rechner r;
+    zwei_Tage_arbeiten(r);
+    r.platte().entferne(DATEN + u"2701 261110 Data.dat");
+    Platzlauf l(r, u"chef");
+    l.fenster.antwort = Antwort::Ja;
+    for (const bool erster : {true, false}) {
+        l.uhr.stelle({{2027, 1, 4}, 8, 0, 0});
+        l.fenster.fragen.clear();
+        EXPECT_EQ(l.starten(AUFRUF), !erster);
+        ASSERT_FALSE(l.fenster.fragen.empty());
+        EXPECT_EQ(enthält(l.fenster.fragen[0], u"gefunden: 01.2027"), erster) << zu_utf8(l.fenster.fragen[0]);
+    }
+    EXPECT_TRUE(l.trage_ein(u"anna", 20, 20, 1));
+    EXPECT_TRUE(r.gibt_es(DATEN + u"2701 270104 Data.dat"));
+}
+
 TEST(Reparatur, FalschesStartjahr) {
     Rechner r;
     zwei_Tage_arbeiten(r);

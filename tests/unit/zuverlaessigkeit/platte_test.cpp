@@ -60,7 +60,7 @@ void als_Niemand() {
 }
 // All of it becomes this user's, and the file or folder gets these rights until the hindrance is gone.
 Hindernis Rechte(const char* name, const char* datei, int rechte) {
-    const auto setzen = [datei](const stdfs::path& daten, int r) { // before a day's first save there is none
+    const auto setzen = [datei](const stdfs::path& daten, int r) { // some operations begin without it
         if (stdfs::exists(daten / datei)) stdfs::permissions(daten / datei, static_cast<stdfs::perms>(r));
     };
     const auto an = [=](const stdfs::path& daten) {
@@ -70,7 +70,9 @@ Hindernis Rechte(const char* name, const char* datei, int rechte) {
         als_Niemand();
         setzen(daten, rechte);
     };
-    return {name, an, [=](const stdfs::path& daten) { setzen(daten, *datei == '\0' ? 0755 : 0644); }};
+    return {name, an, [=](const stdfs::path& daten) {
+                setzen(daten, stdfs::is_directory(daten / datei) ? 0755 : 0644);
+            }};
 }
 // Everything may be written, but a folder of somebody else lets nobody put a file in another one's place.
 void nur_eigene_umbenennen(const stdfs::path& daten) {
@@ -159,6 +161,9 @@ const Hindernis HINDERNISSE[] = {
     {"disk full", füllen, leeren, true},
     Rechte("folder without the right to write", "", 0555),
     Rechte("folder without the right to list", "", 0333),
+    Rechte("Backups without the right to write", "Backups", 0555),
+    Rechte("Backups without any right", "Backups", 0000),
+    Rechte("Logs without the right to write", "Logs", 0555),
     Rechte("the month write-protected", "2611 261116 Data.dat", 0444),
     Rechte("configuration write-protected", "Konfigdaten.dat", 0444),
     {"no file may be put in another one's place", nur_eigene_umbenennen, [](auto&) {}, false, true},
