@@ -1,5 +1,6 @@
 // Decoding and encoding a file of 20 MB beside moving the same bytes.
 #include <filesystem>
+#include <stdexcept>
 
 #include "base/cp1252.h"
 #include "messungen.h"
@@ -67,7 +68,10 @@ public:
     }
     double schreiben_roh() {
         const auto inhalt = station_.werk.lesen(pfad_);
-        return Sekunden([&] { station_.werk.ersetzen(roh_, inhalt->sicht()); });
+        bool ok = false;
+        const double zeit = Sekunden([&] { ok = bool(station_.werk.ersetzen(roh_, inhalt->sicht())); });
+        if (!ok) throw std::runtime_error("the copy was not written");
+        return zeit;
     }
 
 private:
