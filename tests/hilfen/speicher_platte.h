@@ -60,8 +60,10 @@ public:
     }
     // Power failure: what was not synced is lost, names stay.
     void verliere_ungesichertes() {
-        for (auto& [pfad, datei] : knoten_)
+        for (auto& [pfad, datei] : knoten_) {
             datei->bytes = datei->gesichert;
+            datei->info.size = datei->bytes.size();
+        }
     }
 
     Zeitstempel zeit = 1'794'830'400'000'000'000; // 16.11.2026 12:00 UTC; every change moves it on by 1 ms
