@@ -42,11 +42,13 @@ Arbeitsstation::Arbeitsstation(const Text& Datenpfad)
     platz.Benutzername = u"messung";
     platz.Datenpfad = Datenpfad;
     platz.Logpfad = Datenpfad + u"Logs/";
+    platz.Backuppfad = Datenpfad + u"Backups/";
     daten.konfig.Konfigdaten_lesen();
     daten.personal.Mitarbeiterdaten_lesen();
     daten.feiertage.Feiertage_lesen();
     daten.ferien.Ferientage_lesen();
     daten.erfassung.Erfassungsdaten_lesen(platz.Monat_heute());
+    platz.Startphase = false; // as when a user works
 }
 
 Arbeitsstation& Arbeitsstationen::mit(int Mitarbeiter) {
