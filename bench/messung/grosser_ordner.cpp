@@ -34,6 +34,7 @@ std::string großer_Ordner(Firmenlager& lager) {
     if (fs::exists(ordner)) return ordner;
     fs::create_directories(ordner);
     fs::copy(zu_utf8(lager.Datenpfad(5000)), ordner, fs::copy_options::recursive);
+    fs::remove_all(ordner + "Backups"); // of the starts that were measured before
     fs::create_directories(ordner + "Logs");
     for (int m = 0; m < LOGMONATE; ++m)
         Log_schreiben(ordner + "Logs/" + std::to_string(25 + m / 12) + (m % 12 < 9 ? "0" : "") +

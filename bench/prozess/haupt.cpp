@@ -135,9 +135,10 @@ void Fenster(benchmark::State& lauf, Umfeld& umfeld) {
 void Backup_Speicher(benchmark::State& lauf, Umfeld& umfeld) {
     namespace fs = std::filesystem;
     const std::string ordner = großer_Ordner(umfeld.lager);
-    fs::create_directories(ordner + "Backups");
     double MB = 0, Container_MB = 0;
     for ([[maybe_unused]] const auto _ : lauf) {
+        fs::remove_all(ordner + "Backups");
+        fs::create_directories(ordner + "Backups");
         const Lauf l = bis_zum_Ende({{BIN + "kalvora-bench-sicherung", ordner}, {}, {}});
         gelungen(l);
         MB = l.Speicher_MB;
