@@ -21,7 +21,7 @@ build:
 
 run:
 	@tools/einrichten.sh bau fenster
-	@tools/bauen.sh release
+	@tools/bauen.sh release kalvora_programme
 	@tools/demo.sh release
 
 test:

@@ -29,3 +29,11 @@ if(TARGET kalvora-feiertage)
         endif()
     endforeach()
 endif()
+
+# What "make run" needs: everything but the tests.
+add_custom_target(kalvora_programme)
+foreach(programm kalvora kalvora-konsole kalvora-firma kalvora-klartext)
+    if(TARGET ${programm})
+        add_dependencies(kalvora_programme ${programm})
+    endif()
+endforeach()
