@@ -23,16 +23,37 @@ constexpr std::array<int, 4> LAND_ZU_SETTING{49, 1, 33, 34};
 
 } // namespace
 
-bool Vorlage_vorhanden(FileSystem& fs, const Arbeitsplatz& platz, const Text& name) {
-    return Datei_vorhanden(fs, Datei_finden(fs, platz.Systempfad, name)) ||
-           Datei_vorhanden(fs, Datei_finden(fs, platz.Programmpfad, name));
+// Read as a first run reads it. A fault of the network says nothing about the file.
+bool Setup::Vorlage_brauchbar(const Text& ordner, const Text& name) const {
+    if (!Datei_vorhanden(kanal_.fs(), Datei_finden(kanal_.fs(), ordner, name))) return false;
+    Arbeitsplatz nur_dort = platz_;
+    nur_dort.Systempfad = nur_dort.Programmpfad = ordner;
+    try {
+        if (gleich_ohne_Fall(name, SETUPDATEI))
+            Setup(kanal_, nur_dort, konfig_, log_).KalvoraSetupDat_lesen();
+        else
+            Feiertagsdatei(kanal_, nur_dort).KalvoraFeiertageDat_lesen(Ländercode_ermitteln());
+    } catch (const Laufzeitfehler& fehler) {
+        if (fehler.nummer == FEHLER_NETZ) throw;
+        return false;
+    } catch (const Fehler&) {
+        kanal_.verwerfen();
+        kanal_.Letzte_Datei_merken({});
+        return false;
+    }
+    return true;
 }
 
-bool Vorlage_bereitlegen(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name) {
-    FileSystem& fs = werk.fs();
-    if (Datei_vorhanden(fs, Datei_finden(fs, platz.Systempfad, name))) return true;
-    const auto inhalt = werk.lesen(Datei_finden(fs, platz.Programmpfad, name));
-    return inhalt && werk.neu_anlegen(platz.Systempfad + name, inhalt->sicht());
+bool Setup::Vorlage_vorhanden(const Text& name) const {
+    return Vorlage_brauchbar(platz_.Systempfad, name) || Vorlage_brauchbar(platz_.Programmpfad, name);
+}
+
+bool Setup::Vorlage_bereitlegen(const Text& name) const {
+    if (Vorlage_brauchbar(platz_.Systempfad, name)) return true;
+    if (!Vorlage_brauchbar(platz_.Programmpfad, name)) return false;
+    const auto inhalt = kanal_.werk().lesen(Datei_finden(kanal_.fs(), platz_.Programmpfad, name));
+    const Text ziel = Datei_finden(kanal_.fs(), platz_.Systempfad, name);
+    return inhalt && kanal_.werk().ersetzen(ziel, inhalt->sicht());
 }
 
 void Setup::Verlorenes_erkennen() const {

@@ -21,6 +21,10 @@ public:
     // made: each is asked for and brought back in a repair of its own.
     void Standard_ergänzen(const Text& name);
 
+    // A sound copy of a delivered file in Systempfad; a damaged one gives way. False: there is none anywhere.
+    bool Vorlage_bereitlegen(const Text& name) const;
+    bool Vorlage_vorhanden(const Text& name) const; // whether it could be
+
     Text Ländercode_ermitteln() const; // three digits, such as "049"
     void KalvoraSetupDat_lesen();
     void Inst_Konfigdaten_schreiben();
@@ -30,6 +34,7 @@ public:
     void Inst_Erfassungsdateien_anlegen(); // for each month of the three years without one
 
 private:
+    bool Vorlage_brauchbar(const Text& ordner, const Text& name) const;
     void Verlorenes_erkennen() const;
     bool fehlt(TextView name) const;
     int Startjahr_der_Monate() const;
@@ -44,10 +49,5 @@ private:
     Text reserve_; // of Konfigdaten.dat; new files take it over
     Text Land_;    // country code
 };
-
-// A copy of a delivered file in Systempfad, unless one is there. False: it is nowhere to be found.
-bool Vorlage_bereitlegen(const Dateiwerk& werk, const Arbeitsplatz& platz, const Text& name);
-// Whether it could be.
-bool Vorlage_vorhanden(FileSystem& fs, const Arbeitsplatz& platz, const Text& name);
 
 } // namespace kalvora

@@ -106,26 +106,46 @@ void Erfassungsdateien::Fehler_protokollieren(const Monatsinhalt& inhalt) {
         log_.Logbuch_ergänzen(2, wann + u" bei " + wer);
 }
 
-// Takes the faulty lines and a torn end out of the version, all others stay as they stand. False: without a
-// backup and a copy nothing is taken out (the day's backup may be older than the fault), and a file that
-// changes meanwhile is left for the next look.
+namespace {
+
+std::vector<std::string> entschlüsselt(std::string bytes) {
+    std::vector<std::string> klar;
+    Rohzeilen zeilen(bytes.data(), bytes.size());
+    while (const auto zeile = zeilen.nächste())
+        if (zeile->länge > 0) klar.emplace_back(Zeile_entschlüsseln(zeile->anfang, zeile->länge));
+    return klar;
+}
+
+} // namespace
+
+// Takes the faulty lines and a torn end out of the version, all others stay as they stand; what was lost
+// comes from a backup that holds it. False: without a backup and a copy nothing is taken out (the day's
+// backup may be older than the fault), and a file that changes meanwhile is left for the next look.
 bool Erfassungsdateien::reparieren(const Monatsinhalt& inhalt) {
     if (!sichern || !sichern(u"F")) return false;
     const Version version = ordner_.in_Kraft(inhalt.yymm);
     if (version.stamm != inhalt.stamm) return false;
     const Text pfad = ordner_.pfad(version.name);
     const auto vorher = kanal_.werk().lesen(pfad);
-    if (!vorher || !Kopie_aufbewahren(kanal_.werk(), pfad, platz_.Heute_S, vorher->sicht())) return false;
+    if (!vorher) return false;
+    const auto kopie = Kopie_aufbewahren(kanal_.werk(), pfad, platz_.Heute_S, vorher->sicht());
+    if (!kopie) return false;
     std::vector<std::string> zeilen = alle_Zeilen(version);
     const Dateiwerk::Vorgefunden gelesen{kanal_.Stand().size, kanal_.Kopfbytes()};
-    if (zeilen.size() < KOPFZEILEN || gelesen.größe != vorher->größe) return false;
+    if (gelesen.größe != vorher->größe) return false;
+    const auto ganz = vervollständigen ? vervollständigen(version.name, vorher->sicht()) : std::nullopt;
+    if (ganz) zeilen = entschlüsselt(*ganz);
+    if (zeilen.size() < KOPFZEILEN) return false;
     if (inhalt.Ausnahmezeile_ohne_Doppelpunkt) zeilen[KOPFZEILEN - 1] = zu_cp1252(KEINE_AUSNAHMEN);
     const auto ist_fehlerhaft = [](const std::string& zeile) {
         const Zeilenbefund::Art art = Zeile_prüfen(std::string_view(zeile)).art;
         return art != Zeilenbefund::Art::A && art != Zeilenbefund::Art::K;
     };
     zeilen.erase(std::remove_if(zeilen.begin() + KOPFZEILEN, zeilen.end(), ist_fehlerhaft), zeilen.end());
-    return unverändert_ersetzen(version, gelesen, zeilen, Fehlerweg::IgnoreErrors);
+    if (!unverändert_ersetzen(version, gelesen, zeilen, Fehlerweg::IgnoreErrors)) return false;
+    log_.Logbuch_ergänzen(2, u"Die Datei mit den fehlerhaften Daten wurde aufbewahrt als " + *kopie +
+                                 (ganz ? u", fehlende Datensätze wurden aus einem Backup ergänzt" : u""));
+    return true;
 }
 
 // Faults are told once for one state of the file.

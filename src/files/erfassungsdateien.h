@@ -56,6 +56,8 @@ public:
     // Makes a backup: "F" before a damaged month is rewritten (one a day will do), "T" before a month is
     // compacted. False: it could not be made.
     std::function<bool(TextView art)> sichern;
+    // Bytes of the file of this name with the rows that it has lost and a backup still holds; or nothing.
+    std::function<std::optional<std::string>(const Text& name, std::string_view bytes)> vervollständigen;
 
     // Compacts the shown month. False: refused; not while the program starts or a repair lock stands.
     bool Erfassungsdatei_defragmentieren();

@@ -26,6 +26,7 @@ frmStart::frmStart(Application& app, TextView version) : Form(app, u"frmStart") 
 void frmStart::Wartezustand(bool an) {
     set_tag({});
     lblText3.set_visible(!an);
+    if (an) lblText4.set_text({}); // what an earlier wait said
     lblText4.set_visible(an);
     cmdAuswahl1.set_visible(an);
     cmdAuswahl2.set_visible(an);

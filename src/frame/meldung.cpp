@@ -1,5 +1,6 @@
 #include "frame/meldung.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -14,14 +15,24 @@ constexpr int FEHLER_UNBEKANNT = 51;
 
 } // namespace
 
+Laufzeitfehler als_Laufzeitfehler(const std::exception& fehler) {
+    if (const auto* laufzeit = dynamic_cast<const Laufzeitfehler*>(&fehler)) return *laufzeit;
+    if (dynamic_cast<const std::bad_alloc*>(&fehler))
+        return {FEHLER_SPEICHER, u"Nicht genügend Arbeitsspeicher"};
+    return {FEHLER_UNBEKANNT, aus_utf8(fehler.what())};
+}
+
 void Meldung::zeigen(const Text& text) const {
     if (!still_) app_.Hinweis(text);
 }
 
-// The report itself must never be the next failure.
-void Meldung::protokollieren(const Text& text) {
+// The report itself must never be the next failure. A record is one line: paragraphs are put behind each
+// other.
+void Meldung::protokollieren(Text text) {
     if (!d_) return;
     try {
+        for (std::size_t ende = 0; (ende = text.find(u'\n')) != Text::npos;)
+            text.replace(ende, std::min(text.find_first_not_of(u'\n', ende), text.size()) - ende, u" ");
         d_->erfassung.Sammeln(false);
         d_->log.Logbuch_ergänzen(2, text);
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): a log failure never stops anybody
@@ -56,10 +67,8 @@ void Meldung::einordnen(const std::exception_ptr& fehler) {
         Programmabbruch_melden({u"modKalvora - Datei_öffnen", abbruch.text(), abbruch.logtext});
     } catch (const Laufzeitfehler& laufzeit) {
         Fehlerbehandlung(laufzeit);
-    } catch (const std::bad_alloc&) {
-        Fehlerbehandlung(Laufzeitfehler(FEHLER_SPEICHER, u"Nicht genügend Arbeitsspeicher"));
     } catch (const std::exception& anderer) {
-        Fehlerbehandlung(Laufzeitfehler(FEHLER_UNBEKANNT, aus_utf8(anderer.what())));
+        Fehlerbehandlung(als_Laufzeitfehler(anderer));
     }
 }
 

@@ -8,6 +8,9 @@
 
 namespace kalvora {
 
+// Of what is no error of this program's own: no memory (7) or an internal error (51).
+Laufzeitfehler als_Laufzeitfehler(const std::exception& fehler);
+
 class Meldung {
 public:
     // `daten` and `reparatur` may be missing: the program may fail before it has any.
@@ -26,7 +29,7 @@ private:
     void Fehlerbehandlung(const Laufzeitfehler& fehler);
     void aufräumen() const;
     void zeigen(const Text& text) const;
-    void protokollieren(const Text& text);
+    void protokollieren(Text text);
     Application& app_;
     const Arbeitsplatz& platz_;
     Gemeinsame_Daten* d_;

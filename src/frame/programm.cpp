@@ -34,6 +34,9 @@ void Programm::aufbauen() {
         Fortschritt_zeigen(u"Sicherung wird erstellt", fertig, alle);
     };
     reparatur_ = std::make_unique<Reparatur>(*daten_, *backups_, *wiederherstellung_);
+    daten_->erfassung.vervollständigen = [this](const Text& name, std::string_view bytes) {
+        return wiederherstellung_->Monat_vervollständigt(name, bytes);
+    };
     daten_->Backup_erstellen = [this](TextView art) { return Backup_erstellen(art); };
     kanal_->bei_langsamem_Schließen = [this] {
         platz_.Langsame_Anzeige = true;
@@ -63,12 +66,23 @@ bool Programm::mit_Fortschritt(const std::function<bool()>& arbeit) {
     return arbeit();
 }
 
-bool Programm::Backup_erstellen(TextView art) {
-    return mit_Fortschritt(
+Text Programm::Backup_erstellen(TextView art) {
+    const bool gemacht = mit_Fortschritt(
         [&] { return art == u"F" ? backups_->Fehlersicherung() : backups_->Backup_erstellen(art); });
+    return gemacht ? Text() : backups_->Hindernis();
 }
 
+// What a month has lost since the newest backup is noticed before the day's one takes the rest for the whole.
 void Programm::Tagessicherung() {
+    if (backups_->Tagessicherung_fällig())
+        if (const auto monat = wiederherstellung_->gekürzter_Monat()) {
+            Dateischaden schaden(u"In der Datei " + Pfad_kürzen(monat->pfad, 100) +
+                                     u" fehlen Datensätze, die in der Sicherung vom " +
+                                     monat->Sicherungszeit + u" enthalten sind.",
+                                 monat->pfad);
+            schaden.nur_Verdacht = true;
+            throw schaden;
+        }
     if (mit_Fortschritt([&] { return backups_->Tagessicherung(); })) erster_Start_des_Tages_ = true;
 }
 
@@ -166,6 +180,7 @@ void Programm::Schritt(void (Programm::*schritt)()) {
     const bool erzwungen = aufruf_.enthalten(u"enforcestart") && schritt != &Programm::Datenordner_prüfen;
     for (int erkannt = 0;;) {
         std::exception_ptr netz;
+        Text fehlt;
         try {
             return (this->*schritt)();
         } catch (const Laufzeitfehler& fehler) {
@@ -178,8 +193,15 @@ void Programm::Schritt(void (Programm::*schritt)()) {
                 if (!erzwungen || Abbruch || im_Verdacht) throw;
                 return Meldung(app_, platz_, daten_.get(), nullptr).berichten_und_weiter(fehler);
             }
+            fehlt = fehler.datei;
+        } catch (const Fehler&) {
+            throw;
+        } catch (const std::exception& fehler) {
+            if (still || !platz_.Startphase || !erzwungen) throw;
+            return Meldung(app_, platz_, daten_.get(), nullptr)
+                .berichten_und_weiter(als_Laufzeitfehler(fehler));
         }
-        Warte_und_wiederhole(erkannt, netz);
+        Warte_und_wiederhole(erkannt, netz, fehlt);
     }
 }
 
@@ -206,7 +228,7 @@ void Programm::Fenster_zeigen() {
     if (w(fenster::ZUSTAND) == static_cast<int>(WindowState::Maximised))
         haupt_->form().start_state = WindowState::Maximised;
     app_.open(haupt_->form());
-    if (platz_.Startmeldung.empty()) return;
+    if (platz_.Startmeldung.empty()) return daten_->sperre.Aufhebung_anbieten(daten_->K(), false);
     // Who may not use the program sees the empty window, then the reason.
     if (haupt_->form().view()) haupt_->form().view()->paint_now();
     app_.Pause(1);
@@ -232,6 +254,7 @@ bool Programm::Datenordner_wiederherstellen() {
 // Closing the main window. What was saved but not yet seen is looked for first.
 bool Programm::Schließen() {
     if (!läuft_) return true;
+    daten_->sperre.Aufhebung_anbieten(daten_->K(), true);
     haupt_->Fenster_merken();
     daten_->ini.Inidatei_schreiben();
     daten_->erfassung.Ausstehende_abschließen();

@@ -49,14 +49,14 @@ private:
     void aufbauen();
     void Fortschritt_zeigen(TextView was, int fertig, int alle);
     bool mit_Fortschritt(const std::function<bool()>& arbeit);
-    bool Backup_erstellen(TextView art);
+    Text Backup_erstellen(TextView art);
     void Vorgang_zeigen(const Text& text);
     void Main();
     void Schritt(void (Programm::*schritt)());
     enum class Wartende { Erkannt, Erneut, Beenden };
-    Wartende Warte_auf_Datenträger();
-    Wartende Wartezeit(frmStart& fenster);
-    void Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler);
+    Wartende Warte_auf_Datenträger(const Text& fehlt);
+    Wartende Wartezeit(frmStart& fenster, bool Logs);
+    void Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler, const Text& fehlt);
     void Instanz_prüfen();
     void Datum_und_Aufruf();
     void Startbild();
@@ -69,6 +69,7 @@ private:
     void Erreichbarkeit_prüfen() const;
     bool ohne_Daten() const;
     void Ordner_einrichten();
+    void Logordner_einrichten() const;
     void Programmsperre_prüfen();
     void Erster_Lauf();
     void Tagessicherung();

@@ -19,7 +19,9 @@ constexpr TextView SPERRTEXT = u"Wegen Wartungsarbeiten Programmaufruf zurzeit n
 } // namespace
 
 bool Reparatur::ist_Kalvoradat(const Text& datei) const {
-    return gleich_ohne_Fall(datei, platz_.Systempfad + u"Kalvora.dat");
+    const Text name = Dateiname_aus_Pfad(datei), ordner = ParentDir(datei);
+    return gleich_ohne_Fall(name, u"Kalvora.dat") &&
+           (ordner == platz_.Systempfad || ordner == platz_.Programmpfad);
 }
 
 bool Reparatur::zuständig(const Dateischaden& schaden) const {
@@ -95,12 +97,16 @@ std::vector<Text> Reparatur::fehlende_Monate() const {
     return aus;
 }
 
-void Reparatur::nicht_zu_löschen(const Text& datei, const Text& text) {
-    throw Programmabbruch(Text(MODUL),
-                          u"Wiederherstellen nicht möglich. Die Datei " + Pfad_kürzen(datei, 100) +
-                              u" konnte nicht gelöscht werden. Löschen Sie die Datei manuell und starten Sie "
-                              u"das Programm neu",
-                          text + u" - Löschen der Datei fehlgeschlagen");
+void Reparatur::nicht_zu_löschen(const Text& datei, const Text& text, const Text& kopie) {
+    throw Programmabbruch(
+        Text(MODUL),
+        u"Wiederherstellen nicht möglich. Die Datei " + Pfad_kürzen(datei, 100) +
+            u" konnte nicht gelöscht werden. Löschen Sie die Datei manuell und starten Sie "
+            u"das Programm neu" +
+            (kopie.empty()
+                 ? Text()
+                 : u".\n\nEine Kopie der beschädigten Datei wurde aufbewahrt als " + Pfad_kürzen(kopie, 170)),
+        text + u" - Löschen der Datei fehlgeschlagen");
 }
 
 void Reparatur::war_schneller(const Text& datei) {
@@ -112,9 +118,9 @@ void Reparatur::war_schneller(const Text& datei) {
 }
 
 void Reparatur::Vorlagen_prüfen() const {
+    const Setup setup(d_.kanal, platz_, d_.konfig, d_.log);
     for (const TextView name : {u"KalvoraSetup.dat", u"KalvoraFtg.dat"})
-        if (!Vorlage_vorhanden(fs(), platz_, Text(name)))
-            Dateifehler(3, platz_.Systempfad + Text(name), {}, MODUL);
+        if (!setup.Vorlage_vorhanden(Text(name))) Dateifehler(3, platz_.Systempfad + Text(name), {}, MODUL);
 }
 
 // One a day: what was saved before the first repair is the state that counts.
@@ -141,7 +147,14 @@ Reparatur::Altes Reparatur::aufbewahren(const Text& datei, const Text& text) con
                             : Beiseite_legen(werk, datei, platz_.Heute_S,
                                              [&](const Text& name) { return fs().rename_new(datei, name); });
     const int f = kopie.nummer();
-    if (f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ) nicht_zu_löschen(datei, text);
+    if (f == FEHLER_VERWEIGERT || f == FEHLER_SCHREIBSCHUTZ) {
+        // It is to be deleted by hand: what can still be read in it must not go with it.
+        const auto gerettet = alt.lesbar
+                                  ? Kopie_aufbewahren(werk, platz_.Backuppfad + Dateiname_aus_Pfad(datei),
+                                                      platz_.Heute_S, alt.bytes)
+                                  : Ergebnis<Text>::fehler(f);
+        nicht_zu_löschen(datei, text, gerettet ? *gerettet : Text());
+    }
     if (!kopie) throw Zugriffsfehler(f, datei); // a full disk is no reason to delete the only copy by hand
     alt.kopie = std::move(*kopie);
     return alt;
@@ -157,7 +170,7 @@ void Reparatur::Kalvoradat_herstellen(const Text& datei, const Text& text) {
                 u" ist kein erreichbarer Datenordner zu erkennen. Starten Sie das Programm mit "
                 u"dem Aufrufparameter /setpath und dem Pfad des Datenordners",
             u"NoLog");
-    aufbewahren(datei, text);
+    if (ParentDir(datei) == platz_.Systempfad) aufbewahren(datei, text); // it is read before any other
     Kalvoradat_schreiben(d_.kanal, platz_);
     throw Programmabbruch(Text(MODUL), u"Wiederherstellen beendet. Starten Sie das Programm jetzt neu",
                           u"Startfehler: " + text);
@@ -212,7 +225,7 @@ void Reparatur::Datei_zurückholen(const Text& datei, const Altes& alt, const Te
     if (wiederherstellung_.Datei_zurückholen(name)) return;
     nicht_aus_Backup(datei);
     if (fs().remove(datei) != 0 && fs().info(datei).nummer() != FEHLER_NICHT_GEFUNDEN)
-        nicht_zu_löschen(datei, text);
+        nicht_zu_löschen(datei, text, alt.kopie);
     Standard_schreiben(name);
     Standard_ = true;
 }
@@ -223,10 +236,11 @@ void Reparatur::nicht_aus_Backup(const Text& datei) {
 }
 
 void Reparatur::Standard_schreiben(const Text& name) {
+    Setup setup(d_.kanal, platz_, d_.konfig, d_.log);
     for (const TextView vorlage : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
-        if (!Vorlage_bereitlegen(d_.kanal.werk(), platz_, Text(vorlage)))
+        if (!setup.Vorlage_bereitlegen(Text(vorlage)))
             Dateifehler(3, platz_.Systempfad + Text(vorlage), {}, MODUL);
-    Setup(d_.kanal, platz_, d_.konfig, d_.log).Standard_ergänzen(name);
+    setup.Standard_ergänzen(name);
 }
 
 // Who may lift the lock. Damage of a second file must not hide that the first was repaired.
@@ -236,6 +250,12 @@ void Reparatur::Administratoren_lesen(bool neu) {
         d_.konfig.Konfigdaten_lesen();
     } catch (const Fehler&) { // NOLINT(bugprone-empty-catch): the next start asks for that file
     }
+}
+
+// Where what stands now is from: later entries are to be made anew.
+Text Reparatur::Herkunft() const {
+    const Text quelle = wiederherstellung_.Quelle();
+    return quelle.empty() ? Text() : u"\n\nGrundlage ist die Sicherung vom " + quelle + u".";
 }
 
 void Reparatur::beenden(const Text& text, const Text& kopie) const {
@@ -249,7 +269,7 @@ void Reparatur::beenden(const Text& text, const Text& kopie) const {
                                       : u"";
     throw Programmabbruch(
         Text(MODUL),
-        u"Wiederherstellen beendet." + Text(ersatz) + aufbewahrt +
+        u"Wiederherstellen beendet." + Text(ersatz) + Herkunft() + aufbewahrt +
             (ausgesperrt
                  ? u"\n\nDer Programmaufruf wird jetzt gesperrt und kann nur von einem der folgenden "
                    u"Administratoren wieder freigegeben werden: " +

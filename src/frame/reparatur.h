@@ -37,7 +37,7 @@ private:
     void Vorlagen_prüfen() const;
     void sichern(const Text& name);
     Altes aufbewahren(const Text& datei, const Text& text) const;
-    [[noreturn]] static void nicht_zu_löschen(const Text& datei, const Text& text);
+    [[noreturn]] static void nicht_zu_löschen(const Text& datei, const Text& text, const Text& kopie);
     [[noreturn]] static void war_schneller(const Text& datei);
     [[noreturn]] void Kalvoradat_herstellen(const Text& datei, const Text& text);
     bool Datenordner_erkennen(const Text& datei) const;
@@ -47,6 +47,7 @@ private:
     void nicht_aus_Backup(const Text& datei);
     void Standard_schreiben(const Text& name);
     void Administratoren_lesen(bool neu);
+    Text Herkunft() const;
     [[noreturn]] void beenden(const Text& text, const Text& kopie) const;
     FileSystem& fs() const { return d_.kanal.fs(); }
     Gemeinsame_Daten& d_;

@@ -195,10 +195,20 @@ void Programm::Ordner_einrichten() {
         Ordner_anlegen(fs, platz_.Datenpfad);
         platz_.Ordner_neu = true;
     }
-    if (!Ordner_vorhanden(fs, platz_.Logpfad)) Ordner_anlegen(fs, platz_.Logpfad);
+    Logordner_einrichten();
     const Text temp = plattform_.umgebung.variable(u"TEMP");
     platz_.Temppfad = temp.empty() ? plattform_.umgebung.private_temp_folder() : absoluter_Ordner(temp);
     Ordner_wechseln(fs, platz_.Temppfad); // the program holds no shared folder open
+}
+
+// Logs that lie elsewhere may be on a share that is not mounted.
+void Programm::Logordner_einrichten() const {
+    FileSystem& fs = plattform_.fs;
+    if (Ordner_vorhanden(fs, platz_.Logpfad)) return;
+    if (!platz_.Logpfad.starts_with(platz_.Datenpfad) && !Ordner_vorhanden(fs, ParentDir(platz_.Logpfad)))
+        throw Laufzeitfehler(FEHLER_NETZ, u"Der Ordner für das Logbuch ist nicht zu erreichen",
+                             platz_.Logpfad);
+    Ordner_anlegen(fs, platz_.Logpfad);
 }
 
 void Programm::Programmsperre_prüfen() {
@@ -215,11 +225,12 @@ void Programm::Erster_Lauf() {
     const bool leer = ohne_Daten(), offen = leer || (Kopie && Datei_vorhanden(fs, setup));
     const bool neu = offen && wiederherstellung_->Sicherungen().empty();
     if (leer && !neu) Dateifehler(1, platz_.Datenpfad + u"Konfigdaten.dat");
+    Setup erster(*kanal_, platz_, daten_->konfig, daten_->log);
     for (const TextView name : {u"KalvoraFtg.dat", u"KalvoraSetup.dat"})
-        if (leer && !Vorlage_bereitlegen(*werk_, platz_, Text(name)))
+        if (leer && !erster.Vorlage_bereitlegen(Text(name)))
             Dateifehler(3, platz_.Systempfad + Text(name), {}, u"modKalvora - Main");
     if (neu)
-        Setup(*kanal_, platz_, daten_->konfig, daten_->log).Erstinitialisierung();
+        erster.Erstinitialisierung();
     else if (Kopie)
         Datei_löschen(fs, setup); // it has done its work
     if (!platz_.Pfad_als_Parameter &&

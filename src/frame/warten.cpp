@@ -16,9 +16,9 @@ constexpr double ABSCHIED = 1.5, FREUDE = 1.0;
 } // namespace
 
 // A folder that is there while the step still fails is not waited for again and again.
-void Programm::Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler) {
+void Programm::Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehler, const Text& fehlt) {
     constexpr int HÖCHSTENS_ERKANNT = 3;
-    switch (Warte_auf_Datenträger()) {
+    switch (Warte_auf_Datenträger(fehlt)) {
     case Wartende::Erneut: erkannt = 0; return;
     case Wartende::Erkannt:
         if (++erkannt <= HÖCHSTENS_ERKANNT) return;
@@ -27,7 +27,9 @@ void Programm::Warte_und_wiederhole(int& erkannt, const std::exception_ptr& fehl
     }
 }
 
-Programm::Wartende Programm::Warte_auf_Datenträger() {
+// Before the data folder is known it is the workstation's own that cannot be reached. Logs may have a share
+// of their own.
+Programm::Wartende Programm::Warte_auf_Datenträger(const Text& fehlt) {
     if (!start_) {
         start_ = std::make_unique<frmStart>(app_, PROGRAMMVERSION);
         app_.open(*start_);
@@ -35,10 +37,13 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
     frmStart& f = *start_;
     f.Wartezustand(true);
     if (f.view()) f.view()->paint_now();
-    // Before the data folder is known it is the workstation's own that cannot be reached.
-    const Text wo = platz_.Datenpfad.empty() ? platz_.Systempfad : ParentDir(platz_.Datenpfad);
-    app_.Hinweis(u"Der Datenordner " + wo + u" ist nicht verfügbar");
-    const Wartende ende = Wartezeit(f);
+    const bool Logs = !fehlt.empty() && fehlt == platz_.Logpfad;
+    const Text wo = Logs                       ? platz_.Logpfad
+                    : platz_.Datenpfad.empty() ? platz_.Systempfad
+                                               : ParentDir(platz_.Datenpfad);
+    app_.Hinweis((Logs ? u"Der Ordner für das Logbuch " : u"Der Datenordner ") + wo +
+                 u" ist nicht verfügbar");
+    const Wartende ende = Wartezeit(f, Logs);
     if (ende == Wartende::Beenden) {
         f.Zustand_zeigen(u"Das Programm wird beendet");
         app_.windows().status(f.lblText4.text());
@@ -49,7 +54,7 @@ Programm::Wartende Programm::Warte_auf_Datenträger() {
     return ende;
 }
 
-Programm::Wartende Programm::Wartezeit(frmStart& f) {
+Programm::Wartende Programm::Wartezeit(frmStart& f, bool Logs) {
     for (int zähler = TAKTE; zähler >= 1;) {
         f.Zustand_zeigen(u"Auf den Datenordner wird gewartet ... " + ziffern(zähler / 2) + u" Sekunden");
         if (zähler % TAKTE_JE_PRÜFUNG == 0) app_.windows().status(f.lblText4.text());
@@ -58,8 +63,10 @@ Programm::Wartende Programm::Wartezeit(frmStart& f) {
         if (f.tag() == u"D") return Wartende::Erneut;
         if (f.tag() == u"E") return Wartende::Beenden;
         if (zähler % TAKTE_JE_PRÜFUNG != 0) continue;
-        const bool bekannt = !platz_.Datenpfad.empty();
-        const auto namen = plattform_.fs.list(bekannt ? platz_.Datenpfad : platz_.Systempfad);
+        const bool bekannt = !platz_.Datenpfad.empty() && !Logs;
+        const auto namen = plattform_.fs.list(bekannt ? platz_.Datenpfad
+                                              : Logs  ? ParentDir(platz_.Logpfad)
+                                                      : platz_.Systempfad);
         const auto passt = [](const Text& name) { return passt_auf_Maske(name, u"*Data.dat"); };
         if (!namen || (bekannt && std::none_of(namen->begin(), namen->end(), passt))) continue;
         f.Zustand_zeigen(u"Der Datenordner wurde erkannt");

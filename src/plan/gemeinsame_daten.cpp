@@ -7,7 +7,9 @@ Gemeinsame_Daten::Gemeinsame_Daten(Application& anwendung, Dateikanal& dateikana
       personal(kanal, platz, konfig), log(kanal, platz, konfig), feiertage(kanal, platz),
       ferien(kanal, platz), ini(kanal, platz, konfig, log), erfassung(kanal, platz, konfig, personal, log),
       sperre(kanal, platz) {
-    erfassung.sichern = [this](TextView art) { return Backup_erstellen && Backup_erstellen(art); };
+    Backup_erstellen = [](TextView) { return Text(u"Backups gibt es hier nicht"); };
+    erfassung.sichern = [this](TextView art) { return Backup_erstellen(art).empty(); };
+    sperre.davor_sichern = [this] { return Backup_erstellen(u"T"); };
     erfassung.vor_dem_Schreiben = [this] {
         sperre.Programmsperre_prüfen();
         if (Ersatz_steht_aus(kanal.fs(), platz.Backuppfad))

@@ -27,8 +27,9 @@ public:
     Erfassungsdateien erfassung;
     Programmsperre sperre;
 
-    // "F" (at most one a day) before a repair, "T" on demand and before a month is compacted. False: failed.
-    std::function<bool(TextView art)> Backup_erstellen;
+    // "F" (at most one a day) before a repair, "T" on demand, before a month is compacted and before a repair
+    // lock goes. What stood in the way; empty when it was made.
+    std::function<Text(TextView art)> Backup_erstellen;
 
     // Rows "<name>|<heading>:<heading>:" of this user's display groups; "NoGroups" alone: none.
     Feld<Text> Anzeigegruppen{u"NoGroups"};

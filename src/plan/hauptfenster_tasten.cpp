@@ -92,8 +92,9 @@ void Hauptfenster::Defragmentieren() {
 }
 
 void Hauptfenster::Sichern() {
-    const bool gelungen = d_.Backup_erstellen && d_.Backup_erstellen(u"T");
-    d_.app.Hinweis(gelungen ? u"Backup wurde erstellt" : u"Backup konnte nicht erstellt werden");
+    const Text hindernis = d_.Backup_erstellen(u"T");
+    d_.app.Hinweis(hindernis.empty() ? Text(u"Backup wurde erstellt")
+                                     : u"Backup konnte nicht erstellt werden.\n\nUrsache: " + hindernis);
 }
 
 // An empty name is the standard font.

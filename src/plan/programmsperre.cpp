@@ -10,6 +10,7 @@ namespace kalvora {
 namespace {
 
 constexpr TextView DATEINAME = u"Lockfile.txt";
+constexpr TextView OHNE_DATEI = u"NoFile "; // in front of the months of a repair
 constexpr TextView GESPERRT = u"Programmaufruf gesperrt:\n\n";
 
 Text mit_Punkt(const Text& text) {
@@ -31,6 +32,25 @@ std::optional<Sperre> auswerten(std::string_view bytes) {
     const auto teile = teilen(zeilen[0], u'|');
     if (teile.size() < 2 || (teile[1].empty() && zeilen[1].empty())) return std::nullopt;
     return Sperre{teile[0], teile[1], teile.size() > 2 ? teile[2] : Text(), zeilen[1], zeilen[2]};
+}
+
+Text als_Zeilen(const Sperre& s) {
+    Text zeilen = s.Sperrtext + u"|" + s.Benutzer + (s.Name.empty() ? Text() : u"|" + s.Name) + u"\r\n";
+    if (s.nach_Reparatur()) zeilen += s.Sperre_Datei + u"\r\n" + s.Sperre_Zeit + u"\r\n";
+    return zeilen;
+}
+
+// What stands keeps its words; of a second repair the lock names the file behind that of the first.
+Sperre vereint(Sperre steht, const Sperre& neue) {
+    if (!steht.nach_Reparatur()) {
+        steht.Sperre_Datei = neue.Sperre_Datei;
+        steht.Sperre_Zeit = neue.Sperre_Zeit;
+        return steht;
+    }
+    const Text was = neue.Sperre_Datei.starts_with(OHNE_DATEI) ? neue.Sperre_Datei.substr(OHNE_DATEI.size())
+                                                               : Dateiname_aus_Pfad(neue.Sperre_Datei);
+    if (!enthält(steht.Sperre_Datei, was)) steht.Sperre_Datei += u", " + was;
+    return steht;
 }
 
 Text Wiederherstellungsschritte(bool gesperrt) {
@@ -104,7 +124,7 @@ void Programmsperre::Sperre_melden(const Konfiguration& konfig) {
     if (!stand_ || !stand_->nach_Reparatur()) return;
     const Sperre sperre = *stand_;
     const bool ohne_Administratoren = konfig.Administratoren(1) == u"NoAdmins";
-    nachwirkend_ = ohne_Administratoren; // nobody has looked at the lists yet
+    nachwirkend_ = ohne_Administratoren; // nobody has looked at the lists yet: nothing is cleaned up by them
     if (ohne_Administratoren) aufheben();
     if (!ohne_Administratoren && konfig.Benutzerrolle != 2)
         throw Programmabbruch(
@@ -118,8 +138,22 @@ void Programmsperre::Sperre_melden(const Konfiguration& konfig) {
         sperre.Sperre_Zeit.empty() ? Text() : u" am " + Ersetzen(sperre.Sperre_Zeit, u"|", u" um ") + u" Uhr";
     app.Hinweis(u"Fehlende oder beschädigte Datei" + wann + u" erkannt!\n\n" +
                 Betroffenes(sperre.Sperre_Datei) + Wiederherstellungsschritte(!ohne_Administratoren));
-    if (!ohne_Administratoren && app.Frage(u"Möchten Sie die Programmsperre jetzt aufheben?") == Antwort::Ja)
-        aufheben();
+    gemeldet_ = !ohne_Administratoren;
+}
+
+void Programmsperre::Aufhebung_anbieten(const Konfiguration& konfig, bool beim_Beenden) {
+    const auto steht = gemeldet_ && konfig.Benutzerrolle == 2 ? stehende() : std::nullopt;
+    if (!steht || !steht->nach_Reparatur()) return;
+    const TextView später = beim_Beenden ? u"" : u"\n\nSonst werden Sie beim Beenden noch einmal gefragt.";
+    if (kanal_.app().Frage(u"Möchten Sie die Programmsperre jetzt aufheben?" + Text(später)) != Antwort::Ja)
+        return;
+    nachwirkend_ = true;
+    aufheben();
+}
+
+std::optional<Sperre> Programmsperre::stehende() const {
+    const auto inhalt = kanal_.werk().lesen(Pfad());
+    return inhalt ? auswerten(inhalt->sicht()) : std::nullopt;
 }
 
 bool Programmsperre::anlegen(const Sperre& sperre) {
@@ -128,12 +162,13 @@ bool Programmsperre::anlegen(const Sperre& sperre) {
         return false;
     }
     const Text pfad = Pfad();
-    Text zeilen = sperre.Sperrtext + u"|" + sperre.Benutzer +
-                  (sperre.Name.empty() ? Text() : u"|" + sperre.Name) + u"\r\n";
-    if (sperre.nach_Reparatur()) zeilen += sperre.Sperre_Datei + u"\r\n" + sperre.Sperre_Zeit + u"\r\n";
-    int f = kanal_.werk().neu_anlegen(pfad, zu_cp1252(zeilen)).nummer();
-    if (f == FEHLER_EXISTIERT && vorhanden()) return true;
-    if (f == FEHLER_EXISTIERT) f = kanal_.werk().ersetzen(pfad, zu_cp1252(zeilen)).nummer(); // it is no lock
+    int f = kanal_.werk().neu_anlegen(pfad, zu_cp1252(als_Zeilen(sperre))).nummer();
+    if (f == FEHLER_EXISTIERT) {
+        const auto steht = stehende();
+        if (steht ? !sperre.nach_Reparatur() : vorhanden()) return true;
+        const Sperre neu = steht ? vereint(*steht, sperre) : sperre;
+        f = kanal_.werk().ersetzen(pfad, zu_cp1252(als_Zeilen(neu))).nummer();
+    }
     if (f == 0) return true;
     kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +
                          u" konnte nicht angelegt werden");
@@ -142,6 +177,13 @@ bool Programmsperre::anlegen(const Sperre& sperre) {
 
 void Programmsperre::aufheben() {
     const Text pfad = Pfad();
+    const auto steht = stehende();
+    if (const Text hindernis = steht && steht->nach_Reparatur() && davor_sichern ? davor_sichern() : Text();
+        !hindernis.empty())
+        return kanal_.app().Hinweis(
+            u"Die Programmsperre bleibt bestehen, weil das Backup davor nicht erstellt werden konnte.\n\n"
+            u"Ursache: " +
+            hindernis);
     Datei_löschen(kanal_.fs(), pfad);
     if (kanal_.fs().info(pfad))
         return kanal_.app().Hinweis(u"Fehler: Die Sperrdatei " + Pfad_kürzen(pfad, 100) +

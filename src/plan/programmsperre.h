@@ -4,6 +4,7 @@
 // back to an earlier state.
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "files/konfigdaten.h"
@@ -31,19 +32,27 @@ public:
     // Once the first month is shown: a repair lock ends the program for all but administrators, who are told
     // what to do. Without any administrators it is deleted, and everybody is told.
     void Sperre_melden(const Konfiguration& konfig);
+    // An administrator who was told may lift the lock: when the window stands, and when it is closed.
+    void Aufhebung_anbieten(const Konfiguration& konfig, bool beim_Beenden);
 
     bool vorhanden() const; // a lock stands, or a file that may be one; that of a write test is none
-    // False: it could not be made, which is told. A lock that stands is left as it is.
+    // False: it could not be made, which is told. A lock that stands is left as it is; that of a repair is
+    // added to it, in its own words.
     bool anlegen(const Sperre& sperre);
+    // A repair lock goes only behind a backup: from then on what the restored lists do not know is cleaned
+    // up.
     void aufheben();
+    std::function<Text()> davor_sichern; // a backup; what stood in its way, empty when it was made
 
 private:
     Text Pfad() const;
+    std::optional<Sperre> stehende() const;
     void merken(std::optional<Sperre> sperre);
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Text name_;                   // as it is spelled
     std::optional<Sperre> stand_; // as read last
+    bool gemeldet_ = false;       // to an administrator, in this run
     bool nachwirkend_ = false;    // a repair lock was lifted by the program itself in this run
 };
 

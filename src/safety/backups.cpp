@@ -155,14 +155,31 @@ bool Backups::schreiben(TextView art, const std::string& container) {
 
 // Its first bytes are written anew as they are, so that its time is the present one: which backup is the
 // newest, file times say.
-bool Backups::aufnehmen(const Text& pfad) {
+bool Backups::verjüngen(const Text& pfad) const {
     FileSystem& fs = kanal_.fs();
     const auto da = ansehen(fs, pfad);
-    const auto h = fs.open(pfad, OpenMode::Overwrite);
+    const auto h =
+        da ? fs.open(pfad, OpenMode::Overwrite) : Ergebnis<FileSystem::Handle>::fehler(da.nummer());
     if (h) {
-        if (da) (void)fs.write(*h, da->kopf);
+        (void)fs.write(*h, da->kopf);
         (void)fs.sync(*h);
         (void)fs.close(*h);
+    }
+    return static_cast<bool>(da);
+}
+
+// The window of restore points tells them apart by the second.
+bool Backups::aufnehmen(const Text& pfad) {
+    FileSystem& fs = kanal_.fs();
+    const auto Sekunde = [&](const Text& datei) -> std::int64_t {
+        const auto info = fs.info(datei);
+        return info ? info->time / 1'000'000'000 : 0;
+    };
+    const std::int64_t davor = name_.empty() ? 0 : Sekunde(platz_.Backuppfad + name_);
+    bool da = verjüngen(pfad);
+    if (da && davor != 0 && davor == Sekunde(pfad)) {
+        kanal_.app().Pause(1);
+        da = verjüngen(pfad);
     }
     const auto umbenennen = [&](const Text& neu) -> Fehlercode {
         const Fehlercode f = fs.rename_new(pfad, neu);
@@ -179,10 +196,21 @@ std::optional<Bestand> Backups::Ersatzsicherung() {
 
 // With `bestand` for whoever replaces the folder.
 bool Backups::erstellen(TextView art, const Text& beschädigt, Bestand* bestand) {
-    const auto halber_Stand = [&] { return !bestand && Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad); };
+    const auto halber_Stand = [&] {
+        if (bestand || !Ersatz_steht_aus(kanal_.fs(), platz_.Backuppfad)) return false;
+        hindernis_ = u"Der Datenordner wird auf einen früheren Stand zurückgesetzt";
+        return true;
+    };
     return als_Prozedur(u"modKalvora - Backup_erstellen", [&] {
         hindernis_.clear();
-        if (platz_.Datenrückblick_aktiv || !Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) return false;
+        if (platz_.Datenrückblick_aktiv) {
+            hindernis_ = u"Frühere Daten werden angezeigt";
+            return false;
+        }
+        if (!Ordner_vorhanden(kanal_.fs(), platz_.Backuppfad)) {
+            vermerken(u"Der Ordner " + Pfad_kürzen(platz_.Backuppfad, 100) + u" ist nicht vorhanden");
+            return false;
+        }
         const Application::Sanduhrwache sanduhr(kanal_.app(), !platz_.Startphase);
         try {
             if (halber_Stand()) return false;
@@ -197,6 +225,11 @@ bool Backups::erstellen(TextView art, const Text& beschädigt, Bestand* bestand)
         }
         return false;
     });
+}
+
+bool Backups::Tagessicherung_fällig() const {
+    return !vorhanden(platz_.Monat_heute(), u"M") ||
+           (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T"));
 }
 
 // A failure is passed over: the next start tries again.

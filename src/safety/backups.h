@@ -33,6 +33,7 @@ public:
     bool aufnehmen(const Text& pfad);
     // Why the latest backup was not made, as it stands in the log; empty when it was, or without a cause that
     // anybody could remove.
+    bool Tagessicherung_fällig() const;
     const Text& Hindernis() const { return hindernis_; }
     // The one of kind F of this day: made now, or there already.
     bool Fehlersicherung(const Text& beschädigt = {}) {
@@ -55,6 +56,7 @@ public:
     std::function<void(int fertig, int alle)> Fortschritt; // called between members
 
 private:
+    bool verjüngen(const Text& pfad) const;
     struct Quelle {
         Text ordner, name;
         std::uint64_t größe = 0;

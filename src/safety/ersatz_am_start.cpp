@@ -76,16 +76,16 @@ Ordnerersatz::Abschluss Ordnerersatz::als_Inhaber_abschließen() {
     auto bestand = Umschau(*container, davor);
     const bool gemacht = !bestand;
     if (gemacht) bestand = gesichert_oder_Abbruch();
-    const Text neue = gemacht ? backups_.Backupname() : Text(), alte = davor.bekannt ? davor.name : neue;
+    const Text neue = gemacht ? backups_.Backupname() : Text();
+    const Text alte = davor.bekannt || !gemacht ? davor.name : neue;
     if (!anwenden(*container, *std::move(bestand), Herkunft(*container, alte), true))
         return Abschluss::abgelöst;
     Text text = u"Eine unterbrochene Wiederherstellung des Datenordners wurde abgeschlossen.";
     if (!alte.empty())
-        text +=
-            u" Der Stand davor ist aufbewahrt in der Sicherung vom " + Sicherungszeit_von(alte, true) + u".";
+        text += u" Der Stand davor ist aufbewahrt in der Sicherung vom " + Sicherungszeit_von(alte) + u".";
     if (gemacht && neue != alte)
         text += u" Was seit der Unterbrechung geändert wurde, enthält die Sicherung vom " +
-                Sicherungszeit_von(neue, true) + u".";
+                Sicherungszeit_von(neue) + u".";
     kanal_.app().Hinweis(text);
     return Abschluss::fertig;
 }
@@ -142,11 +142,12 @@ void Ordnerersatz::Unbrauchbares_weglegen(const Text& mangel) {
         text + (sicherung.empty() ? Text()
                                   : u"\n\nDer Stand davor kann über 'Datei - Datenordner wiederherstellen' "
                                     u"zurückgeholt werden: Sicherung vom " +
-                                        Sicherungszeit_von(sicherung, false)));
+                                        Sicherungszeit_von(sicherung)));
 }
 
-Text Ordnerersatz::Sicherungszeit_von(const Text& name, bool aus_Namen) const {
-    return Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, name, aus_Namen));
+// As the window of restore points lists it.
+Text Ordnerersatz::Sicherungszeit_von(const Text& name) const {
+    return Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, name, false));
 }
 
 // While the copy stands only whoever replaces the folder makes backups: the first one made since holds the
@@ -198,7 +199,7 @@ Text Ordnerersatz::Herkunft(const Gelesen& container, const Text& davor) const {
             if (!info || info->size != bytes.size()) continue;
             const auto inhalt = kanal_.werk().lesen(platz_.Backuppfad + name);
             if (inhalt && inhalt->sicht() == bytes)
-                return anfang + u" mit Sicherung vom " + Sicherungszeit_von(name, false);
+                return anfang + u" mit Sicherung vom " + Sicherungszeit_von(name);
         }
     } catch (
         const Laufzeitfehler&) { // NOLINT(bugprone-empty-catch): the work is done, only its name is not known

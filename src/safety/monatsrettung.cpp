@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -71,13 +72,31 @@ bool dieselben_Sätze(const Stand& hat, const Stand& soll) {
     return gleich > 0 && 2 * static_cast<std::size_t>(gleich) >= hat.A.size();
 }
 
+// A row is known again by its bytes: hardly another one is stored with the same key.
+std::set<std::string> als_Menge(const std::vector<Satz>& sätze) {
+    std::set<std::string> aus;
+    for (const Satz& s : sätze)
+        aus.insert(s.roh);
+    return aus;
+}
+
 } // namespace
+
+bool Sätze_fehlen(std::string_view basis, std::string_view datei) {
+    const auto da = als_Menge(zerlegt(std::string(datei)).sätze);
+    const auto soll = zerlegt(std::string(basis)).sätze;
+    return std::any_of(soll.begin(), soll.end(), [&](const Satz& s) { return !da.contains(s.roh); });
+}
 
 std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt, const Text& yymm) {
     std::string aus(basis.substr(0, basis.rfind('\n') + 1));
-    const Inhalt rest = zerlegt(std::string(beschädigt));
-    Stand hat(zerlegt(aus).sätze), soll(rest.sätze);
-    if (anderer_Monat(rest.kopf, yymm) && !dieselben_Sätze(hat, soll)) return aus;
+    Inhalt rest = zerlegt(std::string(beschädigt));
+    const std::vector<Satz> da = zerlegt(aus).sätze;
+    Stand hat(da);
+    if (anderer_Monat(rest.kopf, yymm) && !dieselben_Sätze(hat, Stand(rest.sätze))) return aus;
+    // Rows that the base holds itself are no younger than those that follow them there.
+    std::erase_if(rest.sätze, [bekannt = als_Menge(da)](const Satz& s) { return bekannt.contains(s.roh); });
+    Stand soll(rest.sätze);
     for (const Satz& s : rest.sätze) {
         // Earlier A rows of a person do not count any more; comments only count together.
         const bool neu = s.Kommentar ? hat.K[s.schlüssel] != soll.K[s.schlüssel]

@@ -253,8 +253,11 @@ bool Ordnerersatz::anwenden(const Gelesen& container, std::optional<Bestand> bes
         throw nicht_fertig(fehler);
     }
     vermerken(Logtext);
-    if (!(als_Sicherung && backups_.aufnehmen(Kopie())) && !Kopie_entfernt())
-        throw von_Hand_löschen(Kopie(), true);
+    if (!(als_Sicherung && backups_.aufnehmen(Kopie()))) {
+        if (!Kopie_entfernt()) throw von_Hand_löschen(Kopie(), true);
+        // The newest backup must not be the state that was left: months would seem cut beside it.
+        if (als_Sicherung) (void)backups_.Backup_erstellen(u"T");
+    }
     Gebliebenes_melden();
     return true;
 }

@@ -74,7 +74,7 @@ private:
     void Schreibrecht_prüfen() const;
     Davor Stand_davor() const;
     std::optional<Bestand> Umschau(const Gelesen& container, const Davor& davor);
-    Text Sicherungszeit_von(const Text& name, bool aus_Namen) const;
+    Text Sicherungszeit_von(const Text& name) const;
     Text Herkunft(const Gelesen& container, const Text& davor) const;
     Text Kopie() const { return platz_.Backuppfad + Text(REDOKOPIE); }
     Dateikanal& kanal_;

@@ -113,7 +113,7 @@ bool Wiederherstellung::Restore_aus_Backupdatei(const Text& datei, const Text& f
 
 // A backup that cannot be read twice is passed over, so that no fault of a moment makes an older state or the
 // standard win; while the folder is not there nothing may be decided.
-void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Gelesen&)>& fertig) const {
+void Wiederherstellung::Sicherungen_durchgehen(const Blick& fertig) const {
     for (const Text& name : Sicherungen()) {
         std::optional<Gelesen> container;
         try {
@@ -123,7 +123,7 @@ void Wiederherstellung::Sicherungen_durchgehen(const std::function<bool(const Ge
         } catch (const Laufzeitfehler& fehler) {
             if (fehler.nummer == FEHLER_NETZ || fehler.nummer == FEHLER_ZU_VIELE) throw;
         }
-        if (container && fertig(*container)) return;
+        if (container && fertig(*container, name)) return;
     }
 }
 
@@ -136,10 +136,12 @@ bool Wiederherstellung::passt(const Text& name, std::string_view bytes) const {
 bool Wiederherstellung::Datei_zurückholen(const Text& name) {
     return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
         Version gefunden;
-        Sicherungen_durchgehen([&](const Gelesen& container) {
+        quelle_.clear();
+        Sicherungen_durchgehen([&](const Gelesen& container, const Text& Backupname) {
             const Containermitglied* m = container.finden(name);
-            return m && passt(name, m->bytes) && Version_prüfen(name, m->bytes, gefunden);
+            return m && passt(name, m->bytes) && Version_prüfen(name, m->bytes, gefunden, Backupname);
         });
+        quelle_ = gefunden.quelle;
         if (gefunden.stamm.empty()) return false;
         const bool Log = !endet_ohne_Fall(name, u".dat");
         schreiben(Log ? platz_.Logpfad : platz_.Datenpfad, name, gefunden.bytes);
@@ -148,24 +150,25 @@ bool Wiederherstellung::Datei_zurückholen(const Text& name) {
 }
 
 // Takes the version when it is sound, or readable and the first. True: it is sound.
-bool Wiederherstellung::Version_prüfen(const Text& name, std::string_view bytes, Version& beste) const {
+bool Wiederherstellung::Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
+                                       const Text& Backupname) const {
     using Urteil = Dateiprobe::Urteil;
     const Urteil urteil = probe_.prüfen(name, bytes).urteil;
     if (urteil == Urteil::beschädigt || (urteil != Urteil::heil && !beste.stamm.empty())) return false;
-    beste = {Text(links(name, STAMMLÄNGE)), std::string(bytes), urteil};
+    beste = {Text(links(name, STAMMLÄNGE)), std::string(bytes), urteil, Backupname};
     return urteil == Urteil::heil;
 }
 
 Wiederherstellung::Version Wiederherstellung::aus_Sicherungen(const Text& yymm) const {
     Version beste;
-    Sicherungen_durchgehen([&](const Gelesen& container) {
+    Sicherungen_durchgehen([&](const Gelesen& container, const Text& Backupname) {
         std::vector<const Containermitglied*> versionen;
         for (const Containermitglied& m : container.mitglieder)
             if (ist_Versionsname(m.name) && links(m.name, 4) == yymm) versionen.push_back(&m);
         std::sort(versionen.begin(), versionen.end(),
                   [](const auto* a, const auto* b) { return a->name > b->name; });
         return std::any_of(versionen.begin(), versionen.end(), [&](const Containermitglied* m) {
-            return Version_prüfen(m->name, m->bytes, beste);
+            return Version_prüfen(m->name, m->bytes, beste, Backupname);
         });
     });
     return beste;
@@ -179,10 +182,58 @@ void Wiederherstellung::aus_Ordner(const Text& yymm, const Text& außer, Version
         const auto inhalt = kanal_.werk().lesen(platz_.Datenpfad + name);
         if (!inhalt) continue;
         Version diese;
-        Version_prüfen(name, inhalt->sicht(), diese);
+        Version_prüfen(name, inhalt->sicht(), diese, {});
         if (!diese.stamm.empty() && (beste.stamm.empty() || diese.urteil <= beste.urteil))
             beste = std::move(diese);
     }
+}
+
+Text Wiederherstellung::Quelle() const {
+    return quelle_.empty() ? Text()
+                           : Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, quelle_, false));
+}
+
+namespace {
+
+// Every rewrite of a month gives its lines other keys; otherwise the file only grows.
+bool dieselbe_Fassung(std::string_view a, std::string_view b) {
+    const std::size_t n = std::min({a.size(), b.size(), KOPFBYTES});
+    return n > 0 && a.substr(0, n) == b.substr(0, n);
+}
+
+} // namespace
+
+std::optional<std::string> Wiederherstellung::Monat_vervollständigt(const Text& name,
+                                                                    std::string_view bytes) const {
+    std::optional<std::string> aus;
+    Sicherungen_durchgehen([&](const Gelesen& container, const Text&) {
+        const Containermitglied* m = container.finden(name);
+        if (m && dieselbe_Fassung(m->bytes, bytes) && Sätze_fehlen(m->bytes, bytes))
+            aus = Monat_ergänzt(m->bytes, bytes, Text(links(name, 4)));
+        return aus.has_value();
+    });
+    return aus;
+}
+
+std::optional<Wiederherstellung::Gekürzt> Wiederherstellung::gekürzter_Monat() const {
+    const auto alle = Sicherungen();
+    const auto container = alle.empty() ? std::nullopt : lesen(platz_.Backuppfad + alle[0]);
+    if (!container) return std::nullopt;
+    for (const Containermitglied& m : container->mitglieder) {
+        const Text pfad = platz_.Datenpfad + m.name;
+        const auto info = kanal_.fs().info(pfad);
+        if (!ist_Versionsname(m.name) || !info || info->size == 0 || info->size >= m.bytes.size()) continue;
+        const auto fehlen = [&] {
+            const auto inhalt = kanal_.werk().lesen(pfad);
+            return inhalt && dieselbe_Fassung(m.bytes, inhalt->sicht()) &&
+                   Sätze_fehlen(m.bytes, inhalt->sicht());
+        };
+        if (!fehlen()) continue;
+        kanal_.app().Pause(KURZ_WARTEN); // one look may be a moment's
+        if (!fehlen()) continue;
+        return Gekürzt{pfad, Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, alle[0], false))};
+    }
+    return std::nullopt;
 }
 
 bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
@@ -190,6 +241,7 @@ bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielnam
     return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
         Version basis = aus_Sicherungen(yymm);
         aus_Ordner(yymm, zielname, basis);
+        quelle_ = basis.quelle;
         const bool gefunden = !basis.stamm.empty();
         if (!gefunden)
             for (const Text& zeile : {u"[" + yymm + u"]", Reservezeile, Text(KEINE_AUSNAHMEN)})

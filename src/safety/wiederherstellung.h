@@ -26,6 +26,17 @@ public:
     bool Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
                            const Text& Reservezeile = {});
 
+    // Of a month's file that has lost rows which a backup knows, in a version that was never rewritten since:
+    // its bytes with them. Nothing: none are missing.
+    std::optional<std::string> Monat_vervollständigt(const Text& name, std::string_view bytes) const;
+    // The first month in force that is shorter than in the newest backup, and the time of that; or nothing.
+    struct Gekürzt {
+        Text pfad, Sicherungszeit;
+    };
+    std::optional<Gekürzt> gekürzter_Monat() const;
+    // Of the backup that the file or month taken last is from; empty: it is from none.
+    Text Quelle() const;
+
     // Names of the restore points, from the newest to the oldest by file time; without F, I and foreign
     // names.
     std::vector<Text> Sicherungen() const;
@@ -49,10 +60,13 @@ private:
         Text stamm; // empty: none found
         std::string bytes;
         Dateiprobe::Urteil urteil = Dateiprobe::Urteil::beschädigt;
+        Text quelle; // name of its backup
     };
     // From the newest backup on, until `fertig`.
-    void Sicherungen_durchgehen(const std::function<bool(const Gelesen&)>& fertig) const;
-    bool Version_prüfen(const Text& name, std::string_view bytes, Version& beste) const;
+    using Blick = std::function<bool(const Gelesen&, const Text& Backupname)>;
+    void Sicherungen_durchgehen(const Blick& fertig) const;
+    bool Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
+                        const Text& Backupname) const;
     Version aus_Sicherungen(const Text& yymm) const;
     void aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const;
     bool passt(const Text& name, std::string_view bytes) const;
@@ -60,6 +74,7 @@ private:
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Dateiprobe probe_;
+    Text quelle_;
 };
 
 // "yymmddhhnnss" of a backup: by its file time, or by its name; empty without the file.

@@ -244,6 +244,84 @@ TEST(Reparatur, Kalvoradat) {
     }
 }
 
+// A month that was cut where a line ends is noticed by the newest backup, before the day's one holds the rest
+// for the whole; one that was torn, at once. Either way the rows come back.
+TEST(Reparatur, GekürzterMonat) {
+    for (const bool am_Zeilenende : {true, false}) {
+        Rechner r;
+        zwei_Tage_arbeiten(r);
+        Platzlauf l(r, u"chef");
+        ASSERT_TRUE(starte(l, 18)); // makes a backup
+        l.schließen();
+        std::string bytes = *r.inhalt(MONAT);
+        bytes.resize(am_Zeilenende ? bytes.rfind("\r\n", bytes.size() - 3) + 2 : bytes.size() - 9);
+        r.schreibe(MONAT, bytes);
+        EXPECT_EQ(starte(l, am_Zeilenende ? 19 : 18, Antwort::Ja), !am_Zeilenende);
+        EXPECT_EQ(l.fenster.fragen.size(), am_Zeilenende ? 1U : 0U);
+        EXPECT_TRUE(enthält(l.fenster.hinweise.back(), am_Zeilenende ? u"Grundlage ist die Sicherung vom "
+                                                                     : u"Fehlerhafte Daten erkannt"));
+        if (!am_Zeilenende) l.schließen();
+        ASSERT_TRUE(starte(l, 19));
+        EXPECT_EQ(l.zellen(u"otto").substr(24, 1), u"U");
+        EXPECT_EQ(l.zellen(u"anna").substr(18, 2), u"UU");
+    }
+}
+
+// The staff list goes back to one that does not know somebody's rows: they stay while the lock stands, also
+// where the lock was an ordinary one, and a backup holds them when it goes.
+TEST(Reparatur, ZeilenUnbekannterBleiben) {
+    Rechner r;
+    zwei_Tage_arbeiten(r);
+    auto zeilen = r.zeilen(MONAT);
+    zeilen.push_back(A(u"neu", u"1"));
+    r.schreibe(MONAT, als_Datei(zeilen));
+    r.schreibe(DATEN + u"Lockfile.txt", "Umbau|chef\r\n");
+    Platzlauf l(r, u"chef");
+    for (const TextView name : {u"Mitarbeiterdaten.dat", u"Feiertage.dat"}) {
+        r.schreibe(DATEN + Text(name), "Unsinn\r\n");
+        EXPECT_FALSE(starte(l, 17, Antwort::Ja));
+    }
+    EXPECT_TRUE(r.inhalt(DATEN + u"Lockfile.txt")
+                    ->starts_with("Umbau|chef\r\n/srv/x/Data/Mitarbeiterdaten.dat, Feiertage.dat\r\n"));
+    ASSERT_TRUE(starte(l, 18));
+    EXPECT_TRUE(l.trage_ein(u"anna", 27, 27, 1));
+    const auto steht = r.zeilen(DATEN + u"2611 261118 Data.dat");
+    EXPECT_EQ(std::count(steht.begin(), steht.end(), A(u"neu", u"1")), 1);
+    const auto backups = r.namen(u"*/Backups/*T.dat").size();
+    r.störe({.aufruf = "rename_new", .maske = u"*T.dat", .nummer = 61});
+    l.fenster.antwort = Antwort::Ja;
+    l.schließen();
+    EXPECT_TRUE(r.gibt_es(DATEN + u"Lockfile.txt")) << "not without a backup";
+    ASSERT_TRUE(starte(l, 18, Antwort::Ja));
+    EXPECT_FALSE(r.gibt_es(DATEN + u"Lockfile.txt"));
+    EXPECT_EQ(r.namen(u"*/Backups/*T.dat").size(), backups + 1);
+    EXPECT_TRUE(l.trage_ein(u"anna", 26, 26, 1));
+    EXPECT_EQ(r.zeilen(DATEN + u"2611 261118 Data.dat").size(), steht.size() + 1) << "not yet cleaned up";
+}
+
+// A workstation's copy of a delivered file is no reason to install anew.
+TEST(Reparatur, BeschädigteVorlage) {
+    for (const TextView name : {u"KalvoraSetup.dat", u"KalvoraFtg.dat"})
+        for (const std::string_view schaden : {"empty", "head"})
+            for (const bool erster_Lauf : {true, false}) {
+                SCOPED_TRACE(zu_utf8(Text(name)) + " " + std::string(schaden));
+                Rechner r;
+                r.platte().mache_ordner(u"/srv/x/");
+                Platzlauf l(r, u"chef");
+                if (!erster_Lauf) {
+                    ASSERT_TRUE(starte(l, 16));
+                    l.schließen();
+                    for (const Text& pfad : r.namen(u"*/Backups/*.dat"))
+                        r.platte().entferne(pfad);
+                    r.platte().entferne(DATEN + u"Feiertage.dat");
+                }
+                const std::string heil = *r.inhalt(u"/opt/kalvora/" + Text(name));
+                r.schreibe(u"/sys-PLATZ1/" + Text(name), *beschädigt(heil, schaden));
+                EXPECT_EQ(starte(l, 16, Antwort::Ja), erster_Lauf) << zu_utf8(l.fenster.hinweise.back());
+                EXPECT_TRUE(erster_Lauf || starte(l, 16));
+            }
+}
+
 // --- the lock ---------------------------------------------------------------------------------------------
 
 // The scripts show the lock of somebody with a name, and that of a repair.
@@ -324,6 +402,21 @@ TEST(Warten, AufDenDatenordner) {
         EXPECT_EQ(pausen, von_Hand ? 11 : 22);
         l.fenster.beim_Warten = {};
     }
+}
+
+// Logs that were put on a share of their own: no folder comes to life in place of the share.
+TEST(Warten, AufDenLogordner) {
+    Haus r;
+    Platzlauf& l = r.chef;
+    ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
+    l.schließen();
+    r.schreibe(u"/sys-PLATZ1/Kalvora.dat",
+               als_Datei({u"[Kalvora]", u"data_pfad=" + DATEN, u"log_pfad=/nas/Logs/"}));
+    EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
+    EXPECT_EQ(l.fenster.hinweise.at(0), u"Der Ordner für das Logbuch /nas/Logs/ ist nicht verfügbar");
+    r.platte().mache_ordner(u"/nas/");
+    EXPECT_TRUE(l.starten({u"/nowelcomescreen"}));
+    EXPECT_TRUE(r.gibt_es(u"/nas/Logs"));
 }
 
 TEST(Warten, EinSchrittWirdWiederholt) {

@@ -186,7 +186,7 @@ TEST(Datenordner_ersetzen, am_Start) {
              p.fs.schreibe(p.daten(u"2611 261110 Data.dat"), "Neu\r\n");
          },
          u"",
-         {u"aufbewahrt in der Sicherung vom 16.11.26, 11:00:00 Uhr."},
+         {u"aufbewahrt in der Sicherung vom 16.11.26, 12:00:00 Uhr."},
          punkt,
          true,
          true},
@@ -195,7 +195,7 @@ TEST(Datenordner_ersetzen, am_Start) {
              p.lege_Backup(u"261116 110000 T.dat", {{u"KONFIGDATEN.dat", "Alt\r\n"}});
          },
          u"",
-         {u"aufbewahrt in der Sicherung vom 16.11.26, 11:00:00 Uhr. Was seit der Unterbrechung geändert "
+         {u"aufbewahrt in der Sicherung vom 16.11.26, 12:00:00 Uhr. Was seit der Unterbrechung geändert "
           u"wurde, "
           u"enthält die Sicherung vom 16.11.26, 12:00:00 Uhr."},
          punkt,
