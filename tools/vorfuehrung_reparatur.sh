@@ -23,7 +23,7 @@ titel() {
 
 # Times of day and the temporary folder are not the same twice.
 gleichmachen() {
-    sed -E -e "s|$plan|PLAN|g" -e 's/[0-9]{2}:[0-9]{2}( Uhr)/hh:mm\1/g' -e 's/(defekt [0-9]{6} )[0-9]{6}/\1hhmmss/g'
+    sed -E -e "s|$plan|PLAN|g" -e 's/(Sicherung vom) [0-9.]{8}, [0-9:]{8} Uhr/\1 tt.mm.jj, hh:mm:ss Uhr/g' -e 's/[0-9]{2}:[0-9]{2}( Uhr)/hh:mm\1/g' -e 's/(defekt [0-9]{6} )[0-9]{6}/\1hhmmss/g'
 }
 
 # Runs the commands that stand on standard input on that day of November 2026.
