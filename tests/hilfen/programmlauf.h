@@ -30,21 +30,22 @@ public:
 };
 
 // The files that the installation delivers; country 049 has New Year's Day and the Day of German Unity.
-inline void
-Installation_ablegen(const std::function<void(const Text& name, const std::string& bytes)>& ablegen) {
+inline void Installation_ablegen(FileSystem& fs, const Text& wurzel = u"/") {
     std::vector<Text> vorlage{u"[KalvoraFeiertageDat]", u"[049:Deutschland]", u"1:01.01.:Neujahr",
                               u"1:03.10.:Tag der Deutschen Einheit"};
     vorlage.resize(18, u"0:000000:");
-    ablegen(u"KalvoraFtg.dat", als_Datei(vorlage));
-    ablegen(u"KalvoraSetup.dat", als_Datei({u"[Firma]", u"Probe GmbH", u"Werk 2"}));
+    TestUhr uhr;
+    const Dateiwerk werk(fs, uhr, u"ANLAGE-2");
+    const Text ordner = wurzel + u"opt/kalvora/";
+    Ordnerkette_anlegen(fs, ordner);
+    EXPECT_TRUE(werk.ersetzen(ordner + u"KalvoraFtg.dat", als_Datei(vorlage)));
+    EXPECT_TRUE(
+        werk.ersetzen(ordner + u"KalvoraSetup.dat", als_Datei({u"[Firma]", u"Probe GmbH", u"Werk 2"})));
 }
 
 // A disk with the delivered files and nothing else.
 struct Rechner : SpeicherDateisystem {
-    Rechner() {
-        Installation_ablegen(
-            [this](const Text& name, const std::string& bytes) { schreibe(u"/opt/kalvora/" + name, bytes); });
-    }
+    Rechner() { Installation_ablegen(*this); }
     std::vector<Text> namen(TextView maske) const {
         std::vector<Text> aus;
         for (const auto& [pfad, bytes] : geteilte_platte()->abbild())
@@ -129,11 +130,9 @@ struct Platzlauf {
         programm = std::make_unique<Programm>(Plattform{fs, uhr, umgebung}, fenster, argumente);
         return programm->starten();
     }
-    int schließen() {
+    void schließen() {
         fenster_().user_close();
-        const int status = programm->ende();
         programm.reset();
-        return status;
     }
 
     frmKalvora& fenster_() { return programm->hauptfenster().form(); }
@@ -151,16 +150,20 @@ struct Platzlauf {
     }
     void neu_laden() { fenster_().user_key({u"F5", {}}); }
     // Texts of the days of a row, "." for an empty cell and "_" for a person's free day.
-    Text zellen(int row) {
+    Text zellen(TextView BenId) {
         Text aus;
+        const int row = zeile(BenId);
         for (int tag = 1; tag <= 31; ++tag) {
             const Text& text = plan().cell(row, tag).text;
             aus += text.empty() ? u'.' : text.front() == FESTES_LEERZEICHEN ? u'_' : text.front();
         }
         return aus;
     }
-    Text zellen(TextView BenId) { return zellen(zeile(BenId)); }
 };
+
+inline Text letzter_Hinweis(const Platzlauf& lauf) {
+    return lauf.fenster.hinweise.empty() ? Text() : lauf.fenster.hinweise.back();
+}
 
 // The company on a machine of its own, and its administrator at work there.
 struct Haus : Rechner {

@@ -22,13 +22,8 @@ public:
     TestUmgebung& operator=(const TestUmgebung&) = delete;
 
     std::map<Text, Text> variablen{{u"USERNAME", u"Muster"}};
-    Text anmeldename = u"muster";
     Text rechner = u"PLATZ1";
-    int prozess = 4711;
     Text programmordner = u"/opt/kalvora/";
-    Text datenordner = u"/home/muster/.local/share/";
-    Text tempordner = u"/run/muster/kalvora/";
-    Locale schema;
     std::uint32_t zufall = 1;
     std::shared_ptr<Sperren> sperren;
 
@@ -36,13 +31,13 @@ public:
         const auto hit = variablen.find(Text(name));
         return hit == variablen.end() ? Text() : hit->second;
     }
-    Text login_name() override { return anmeldename; }
+    Text login_name() override { return u"muster"; }
     Text host_name() override { return rechner; }
-    int process_id() override { return prozess; }
+    int process_id() override { return 4711; }
     Text program_folder() override { return programmordner; }
-    Text user_data_folder() override { return datenordner; }
-    Text private_temp_folder() override { return tempordner; }
-    Locale locale() override { return schema; }
+    Text user_data_folder() override { return u"/home/muster/.local/share/"; }
+    Text private_temp_folder() override { return u"/run/muster/kalvora/"; }
+    Locale locale() override { return {}; }
     std::uint32_t random_seed() override { return zufall; }
     bool lock_instance(const Text& pfad) override {
         if (eigene_.contains(pfad)) return true;

@@ -7,7 +7,6 @@
 #include <QScrollBar>
 #include <QToolTip>
 
-#include "qt/eingabe.h"
 #include "qt/testfenster.h"
 
 namespace kalvora {
@@ -70,7 +69,7 @@ TEST_F(Plan, Ziehen_ueber_den_Rand_rollt_und_endet_draussen) {
     ASSERT_LT(letzte_sichtbare, tab.rows() - 1);
     const QPoint drunter(t.Mitte(3, 6).x(), plan().viewport()->height() + 200);
     QTest::mousePress(plan().viewport(), Qt::LeftButton, {}, t.Mitte(3, 5));
-    bewege(*plan().viewport(), drunter, Qt::LeftButton);
+    bewege(*plan().viewport(), drunter);
     EXPECT_EQ(tab.selection(), (Selection{3, 5, letzte_sichtbare, 6}));
     EXPECT_TRUE(QTest::qWaitFor([&] { return tab.TopRow() > 2; }, 3000));
     EXPECT_GT(tab.selection().row_sel, letzte_sichtbare);

@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QPushButton>
 #include <QTabBar>
 #include <chrono>
 
 #include "hilfen/programmlauf.h"
 #include "hilfen/tor.h"
 #include "platform/waiting_filesystem.h"
-#include "qt/eingabe.h"
-#include "ui/qt/fenstersystem.h"
+#include "qt/testfenster.h"
 
 namespace kalvora {
 namespace {

@@ -8,15 +8,6 @@ namespace kalvora {
 
 namespace {
 
-void Person(Table& plan, int row, int nummer) {
-    plan.edit(row, 0).text = u"Person, Nummer " + ziffern(nummer);
-    plan.edit(row, 32).text = u"b" + ziffern(nummer);
-    for (int tag = 1; tag <= 30; ++tag)
-        if ((tag + nummer * 7) % 29 < 5) plan.edit(row, tag) = {u"U", 0x000000, 0x80FF80, u'1', false};
-}
-
-} // namespace
-
 void fülle_Plan(frmKalvora& form, int personen) {
     Table& plan = form.msgFlexGrid;
     const Table::Zeichenpause pause(plan);
@@ -36,10 +27,14 @@ void fülle_Plan(frmKalvora& form, int personen) {
             plan.edit(row, 0).text = u"Abteilung " + ziffern(i / 11);
             plan.set_row_kind(row, RowKind::Heading);
         }
-        Person(plan, row + neue, i + 1);
+        plan.edit(row + neue, 0).text = u"Person, Nummer " + ziffern(i + 1);
+        for (int tag = 1 + i % 7; tag <= 30; tag += 7)
+            plan.edit(row + neue, tag) = {u"U", 0x000000, 0x80FF80, u'1', false};
     }
     plan.set_marked_col(18);
 }
+
+} // namespace
 
 Testfenster::Testfenster(int personen, QSize größe) {
     fülle_Plan(form, personen);
@@ -47,15 +42,10 @@ Testfenster::Testfenster(int personen, QSize größe) {
     form.msgFlexKaWo.set_merged(true);
     for (int tag = 1; tag <= 32; ++tag)
         form.msgFlexKaWo.edit(0, tag).text = ziffern(Kalenderwoche(Datum_aus(2026, 11, tag))) + u". KW";
-    form.msgFlexTaSu.resize(6, 32);
-    form.msgFlexTaSu.set_row_height(0, 0);
     form.tabJahre.set_captions({u"2025", u"2026", u"2027"});
-    form.tabJahre.set_selected(1);
     form.tabMonate.set_captions({u"Januar", u"Febr.", u"März", u"April", u"Mai", u"Juni", u"Juli", u"August",
                                  u"Sept.", u"Okt.", u"Nov.", u"Dez."});
     form.tabMonate.set_selected(10);
-    form.cmbMitarbeitergruppen.set_items({u"Alle", u"Verwaltung", u"Werk Nord"});
-    form.cmbMitarbeitergruppen.set_selected(0);
     for (int b = 1; b <= HÖCHSTZAHL_GRÜNDE; ++b) {
         form.cmdAuswahl(b)->set_visible(b <= 6);
         form.cmdAuswahl(b)->set_caption(u"Grund " + ziffern(b));

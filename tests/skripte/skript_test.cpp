@@ -5,13 +5,12 @@
 
 #include <algorithm>
 #include <regex>
+#include <set>
 #include <sstream>
 
-#include "base/cp1252.h"
-#include "files/zeilen.h"
 #include "frame/programm.h"
+#include "hilfen/arbeitsplatz.h"
 #include "hilfen/temp_ordner.h"
-#include "hilfen/test_uhr.h"
 #include "hilfen/test_umgebung.h"
 #include "platform/posix/posix_filesystem.h"
 #include "ui/konsole/konsolen_fenstersystem.h"
@@ -21,18 +20,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<std::string> Zeilen(const std::string& text) {
-    std::vector<std::string> zeilen;
-    std::istringstream strom(text);
-    for (std::string zeile; std::getline(strom, zeile);)
-        zeilen.push_back(zeile);
-    return zeilen;
-}
-
-std::string ersetzt(std::string text, const std::string& alt, const std::string& neu) {
-    for (std::size_t i = text.find(alt); i != std::string::npos; i = text.find(alt, i + neu.size()))
-        text.replace(i, alt.size(), neu);
-    return text;
+std::string ersetzt(const std::string& text, TextView alt, TextView neu) {
+    return zu_utf8(Ersetzen(aus_utf8(text), Text(alt), Text(neu)));
 }
 
 std::string Dateitext(const fs::path& pfad) {
@@ -51,7 +40,6 @@ struct Kopf {
     Zeitpunkt uhr{{2026, 11, 4}, 8, 0, 0};
     std::vector<std::vector<Text>> schäden; // "<path> <what>", done behind those runs
     std::vector<Text> inhalt;               // masks of data files whose lines are shown behind the end
-    std::string fehler;
 };
 
 std::vector<Text> Worte(TextView text) {
@@ -78,44 +66,34 @@ void Kopfzeile_lesen(const std::string& zeile, Kopf& kopf) {
     Zeitpunkt& z = kopf.uhr; // "04.11.2026 08:15"
     if (hat("uhr") && std::sscanf(zu_utf8(wert).c_str(), "%2d.%2d.%4d %2d:%2d", &z.tag.tag, &z.tag.monat,
                                   &z.tag.jahr, &z.stunde, &z.minute) != 5)
-        kopf.fehler = "not a time: " + zeile;
+        throw std::runtime_error("not a time: " + zeile);
 }
 
 Kopf Kopf_lesen(const std::string& skript) {
     Kopf kopf;
-    for (const std::string& zeile : Zeilen(skript)) {
-        if (!zeile.empty() && zeile[0] != '#') break;
+    std::istringstream strom(skript);
+    for (std::string zeile; std::getline(strom, zeile) && (zeile.empty() || zeile[0] == '#');)
         Kopfzeile_lesen(zeile, kopf);
-    }
     return kopf;
 }
 
 // --- the run
 
-// The lines of a stored file, so that an expected transcript can show what reached the disk.
-std::string Inhalt(const fs::path& pfad) {
-    std::string bytes = Dateitext(pfad), ergebnis;
-    Rohzeilen zeilen(bytes.data(), bytes.size());
-    while (const auto zeile = zeilen.nächste()) {
-        const auto klar =
-            zeile->länge > 0 ? Zeile_entschlüsseln(zeile->anfang, zeile->länge) : std::string_view();
-        ergebnis += zu_utf8(maskiert(aus_cp1252(klar))) + (zeile->mit_Ende ? "\n" : " (ohne Zeilenende)\n");
-    }
-    return ergebnis;
-}
-
+// The lines of the stored files, so that an expected transcript can show what reached the disk.
 std::string Inhalte(const fs::path& ordner, const std::vector<Text>& masken) {
     std::string ergebnis;
     for (const Text& maske : masken) {
-        std::vector<std::string> gefunden;
+        std::set<std::string> gefunden;
         for (const auto& eintrag : fs::recursive_directory_iterator(ordner)) {
             const std::string name = eintrag.path().lexically_relative(ordner).string();
-            if (eintrag.is_regular_file() && passt_auf_Maske(aus_utf8(name), maske)) gefunden.push_back(name);
+            if (eintrag.is_regular_file() && passt_auf_Maske(aus_utf8(name), maske)) gefunden.insert(name);
         }
-        std::sort(gefunden.begin(), gefunden.end());
         if (gefunden.empty()) ergebnis += "== " + zu_utf8(maske) + ": nichts gefunden\n";
-        for (const std::string& name : gefunden)
-            ergebnis += "== " + name + "\n" + Inhalt(ordner / name);
+        for (const std::string& name : gefunden) {
+            ergebnis += "== " + name + "\n";
+            for (const Text& zeile : als_Zeilen(Dateitext(ordner / name), u""))
+                ergebnis += zu_utf8(maskiert(zeile)) + "\n";
+        }
     }
     return ergebnis;
 }
@@ -150,9 +128,8 @@ void beschädigen(const fs::path& pfad, const std::vector<Text>& worte) {
 // Transcript, exit status and the contents asked for; the temporary folder is "{ordner}".
 std::string Skriptergebnis(const std::string& skript) {
     const Kopf kopf = Kopf_lesen(skript);
-    if (!kopf.fehler.empty()) return kopf.fehler + "\n";
     const TempOrdner ordner;
-    const std::string hier = ordner.ordner().string();
+    const Text hier = aus_utf8(ordner.ordner().string());
     fs::create_directories(ordner.ordner() / "temp");
     fs::current_path(ordner.ordner()); // the program of the script before left this process in its own
     TestUmgebung umgebung;
@@ -164,7 +141,7 @@ std::string Skriptergebnis(const std::string& skript) {
     PosixFileSystem dateien;
     const auto laufen = [&](std::vector<Text> aufruf, const std::string& kommandos, Protokoll& protokoll) {
         for (Text& wort : aufruf)
-            wort = Ersetzen(wort, u"{ordner}", aus_utf8(hier));
+            wort = Ersetzen(wort, u"{ordner}", hier);
         std::istringstream strom(kommandos);
         Stromquelle quelle(strom, true);
         TestUhr echte;
@@ -181,31 +158,13 @@ std::string Skriptergebnis(const std::string& skript) {
         if (!schaden.empty()) beschädigen(ordner.ordner() / zu_utf8(schaden[0]), schaden);
     std::string ausgabe;
     Protokoll protokoll([&](std::string_view zeile) { ausgabe += zeile; });
-    const int status = laufen(kopf.aufruf, ersetzt(skript, "{ordner}", hier), protokoll);
+    const int status = laufen(kopf.aufruf, ersetzt(skript, u"{ordner}", hier), protokoll);
     const int ende = status != 0 ? 2 : protokoll.Fehlerzahl() > 0 ? 1 : 0;
     ausgabe += "STATUS " + std::to_string(ende) + "\n" + Inhalte(ordner.ordner(), kopf.inhalt);
     // Of a backup the time of the file is told, which no test can set.
-    return std::regex_replace(ersetzt(ausgabe, hier, "{ordner}"),
+    return std::regex_replace(ersetzt(ausgabe, hier, u"{ordner}"),
                               std::regex("Sicherung vom \\d\\d\\.\\d\\d\\.\\d\\d, \\d\\d:\\d\\d:\\d\\d Uhr"),
                               "Sicherung vom {zeit}");
-}
-
-// --- the comparison
-
-// Lines that are only expected behind "-", only found behind "+", the first and last equal ones left out.
-std::string Unterschied(const std::string& erwartet, const std::string& gefunden) {
-    auto a = Zeilen(erwartet), b = Zeilen(gefunden);
-    const auto vorn = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    a.erase(a.begin(), vorn.first);
-    b.erase(b.begin(), vorn.second);
-    while (!a.empty() && !b.empty() && a.back() == b.back())
-        a.pop_back(), b.pop_back();
-    std::string ergebnis;
-    for (const std::string& zeile : a)
-        ergebnis += "- " + zeile + "\n";
-    for (const std::string& zeile : b)
-        ergebnis += "+ " + zeile + "\n";
-    return ergebnis;
 }
 
 // --- one test for each script
@@ -220,8 +179,7 @@ TEST_P(Skript, verläuft_wie_erwartet) {
         return;
     }
     ASSERT_TRUE(fs::exists(erwartungsdatei)) << "no expected transcript; KALVORA_SKRIPTE_NEU=1 writes it";
-    const std::string erwartet = Dateitext(erwartungsdatei);
-    EXPECT_TRUE(erwartet == gefunden) << Unterschied(erwartet, gefunden);
+    EXPECT_EQ(Dateitext(erwartungsdatei), gefunden);
 }
 
 std::vector<std::string> Skripte() {

@@ -66,8 +66,6 @@ TEST(Reparatur, JedeDateiKommtZurück) {
             Platzlauf l(r, u"chef");
             EXPECT_FALSE(starte(l, tag, Antwort::Nein)) << "a No ends the program";
             ASSERT_EQ(l.fenster.fragen.size(), 1U);
-            EXPECT_TRUE(
-                enthält(l.fenster.fragen[0], u"Möchten Sie mit dem Wiederherstellen der Datei beginnen?"));
             EXPECT_EQ(l.fenster.hinweise.back(), u"Das Programm wird beendet");
             EXPECT_TRUE(r.inhalt(fall.datei) == schlecht) << "and touches nothing";
             EXPECT_TRUE(r.namen(u"*Lockfile.txt").empty());
@@ -75,6 +73,8 @@ TEST(Reparatur, JedeDateiKommtZurück) {
             EXPECT_FALSE(starte(l, tag, Antwort::Ja)) << "a repair ends the program";
             EXPECT_TRUE(l.fenster.hinweise.back().starts_with(u"Wiederherstellen beendet.\n\n"))
                 << zu_utf8(l.fenster.hinweise.back());
+            const Text log = r.zeilen(DATEN + u"Logs/2611 Kalvora.log").back();
+            EXPECT_TRUE(enthält(log, u"|KalvoAdmin|Startfehler: ")) << zu_utf8(log);
             const auto kopien = r.namen(fall.datei + u" defekt *");
             EXPECT_EQ(kopien.size(), schlecht ? 1U : 0U);
             for (const Text& kopie : kopien) {
@@ -86,13 +86,10 @@ TEST(Reparatur, JedeDateiKommtZurück) {
 
             Platzlauf anna(r, u"anna", u"/", u"PLATZ2");
             EXPECT_FALSE(starte(anna, tag)) << "locked for the staff";
-            EXPECT_TRUE(anna.fenster.hinweise.back().starts_with(u"Programmaufruf gesperrt:\n\n"));
-            EXPECT_TRUE(
-                enthält(anna.fenster.hinweise.back(), u"folgenden Administratoren aufgehoben werden: "));
+            EXPECT_TRUE(enthält(anna.fenster.hinweise.back(), u"folgenden Administratoren aufgehoben"));
 
             ASSERT_TRUE(starte(l, tag, Antwort::Ja)) << "the administrator works again, and lifts the lock";
             EXPECT_TRUE(l.fenster.hinweise.at(0).starts_with(u"Fehlende oder beschädigte Datei am "));
-            EXPECT_TRUE(enthält(l.fenster.hinweise.at(0), u" um 08:00 Uhr erkannt!"));
             EXPECT_EQ(l.zellen(u"anna").substr(18, 2), u"UU");
             EXPECT_EQ(l.zellen(u"otto").substr(0, 1), u"½");
             const bool zu_retten = fall.datei != MONAT || (schlecht && !schlecht->empty());
@@ -135,7 +132,6 @@ TEST(Reparatur, AlleDateien) {
     EXPECT_EQ(Erfassungsplatz({u"otto"}, r.geteilte_platte()).Tage_auf_Platte(u"otto", u"2603"), u"1");
 }
 
-// A digit of the first year: the staff file is whole, and all months would be others.
 // On the day on which the years are to move on: first what is missing comes back.
 TEST(Reparatur, FehlenderMonatImJanuar) {
     Rechner r;
@@ -154,6 +150,7 @@ TEST(Reparatur, FehlenderMonatImJanuar) {
     EXPECT_TRUE(r.gibt_es(DATEN + u"2701 270104 Data.dat"));
 }
 
+// A digit of the first year: the staff file is whole, and all months would be others.
 TEST(Reparatur, FalschesStartjahr) {
     Rechner r;
     zwei_Tage_arbeiten(r);
@@ -185,32 +182,22 @@ TEST(Reparatur, OhneBackupDerStandard) {
     EXPECT_TRUE(starte(l, 16));
     EXPECT_TRUE(l.programm->daten().personal.leer());
     EXPECT_EQ(l.programm->daten().K().Firma, u"Probe GmbH");
-    bool vermerkt = false;
-    for (const Text& zeile : r.zeilen(DATEN + u"Logs/2611 Kalvora.log"))
-        vermerkt = vermerkt || enthält(zeile, u"Konfigdaten.dat' aus Backup fehlgeschlagen");
-    EXPECT_TRUE(vermerkt);
 }
 
 TEST(Reparatur, WasImWegSteht) {
+    const auto gestört = [](const Störung& s) { return [=](Rechner& r) { r.störe(s); }; };
     const struct {
-        const char* was;
         std::function<void(Rechner&)> tun;
         Text hinweis;
     } tafel[] = {
-        {"no template", [](Rechner& r) { r.platte().entferne(u"/opt/kalvora/KalvoraSetup.dat"); },
+        {[](Rechner& r) { r.platte().entferne(u"/opt/kalvora/KalvoraSetup.dat"); },
          u"Die Datei '/sys-PLATZ1/KalvoraSetup.dat' wurde nicht gefunden. Installieren"},
-        {"no backup",
-         [](Rechner& r) {
-             r.störe({.aufruf = "rename_new", .maske = u"*F.dat", .nummer = 61, .dauernd = true});
-         },
+        {gestört({.aufruf = "rename_new", .maske = u"*F.dat", .nummer = 61, .dauernd = true}),
          u"Wiederherstellen nicht möglich. Backup vor Wiederherstellen konnte nicht angelegt werden"},
-        {"not to be moved",
-         [](Rechner& r) { r.störe({.aufruf = "rename_new", .maske = u"*defekt*", .nummer = 70}); },
-         u"Wiederherstellen nicht möglich. Die Datei '" + DATEN +
-             u"Konfigdaten.dat' konnte nicht gelöscht werden."},
+        {gestört({.aufruf = "rename_new", .maske = u"*defekt*", .nummer = 70}),
+         u"Wiederherstellen nicht möglich. Die Datei '/srv/x/Data/Konfigdaten.dat' konnte nicht gelöscht"},
     };
     for (const auto& fall : tafel) {
-        SCOPED_TRACE(fall.was);
         Rechner r;
         zwei_Tage_arbeiten(r);
         r.schreibe(DATEN + u"Konfigdaten.dat", "Unsinn\r\n");
@@ -330,19 +317,14 @@ TEST(Sperre, BeimStart) {
         const char* inhalt;
         const char16_t* benutzer;
         bool läuft, bleibt;
-        const char16_t* hinweis;
+        Text hinweis; // its beginning
     } tafel[] = {
-        {"Umbau|chef\r\n", u"anna", false, true,
-         u"Programmaufruf gesperrt:\n\nUmbau.\n\nDiese Sperre kann nur von Benutzer 'chef' aufgehoben "
-         u"werden"},
-        {"Umbau|CHEF\r\n", u"chef", true, true,
-         u"Achtung: Sie haben den Programmaufruf für andere Benutzer gesperrt. Diese erhalten beim "
-         u"Programmaufruf den Hinweis:\n\nUmbau"},
-        {"Dummy\r\n", u"anna", true, false, nullptr},
-        {"Umbau|\r\n", u"anna", true, false, nullptr}, // nobody could lift it
-        {"", u"anna", true, true, nullptr},
-        {"Arbeit|x\r\n/srv/x/Data/Konfigdaten.dat", u"anna", false, true,
-         u"Programmaufruf gesperrt:\n\nArbeit."},
+        {"Umbau|chef\r\n", u"anna", false, true, u"Programmaufruf gesperrt:\n\nUmbau.\n\nDiese Sperre kann"},
+        {"Umbau|CHEF\r\n", u"chef", true, true, u"Achtung: Sie haben den Programmaufruf für andere"},
+        {"Dummy\r\n", u"anna", true, false, u""},
+        {"Umbau|\r\n", u"anna", true, false, u""}, // nobody could lift it
+        {"", u"anna", true, true, u""},
+        {"Arbeit|x\r\n/srv/x/", u"anna", false, true, u"Programmaufruf gesperrt:\n\nArbeit."},
     };
     for (const auto& fall : tafel) {
         SCOPED_TRACE(fall.inhalt);
@@ -351,10 +333,8 @@ TEST(Sperre, BeimStart) {
         Platzlauf l(r, fall.benutzer);
         EXPECT_EQ(starte(l, 16), fall.läuft);
         EXPECT_EQ(r.gibt_es(DATEN + u"Lockfile.txt"), fall.bleibt);
-        ASSERT_EQ(l.fenster.hinweise.size(), fall.hinweis ? 1U : 0U);
-        if (fall.hinweis) {
-            EXPECT_TRUE(l.fenster.hinweise[0].starts_with(fall.hinweis)) << zu_utf8(l.fenster.hinweise[0]);
-        }
+        ASSERT_EQ(l.fenster.hinweise.empty(), fall.hinweis.empty());
+        EXPECT_TRUE(letzter_Hinweis(l).starts_with(fall.hinweis)) << zu_utf8(letzter_Hinweis(l));
     }
 }
 
@@ -477,18 +457,10 @@ TEST(Start, VersionWirdVermerktOderGemeldet) {
 TEST(Start, ErsterStartDesTages) {
     Haus r;
     Platzlauf& l = r.chef;
-    const auto backups = [&](TextView art) {
-        return r.namen(DATEN + u"Backups/*" + Text(art) + u".dat").size();
-    };
-    const struct {
-        int tag;
-        std::size_t M, T;
-    } tafel[] = {{16, 1, 0}, {16, 1, 0}, {17, 1, 1}, {17, 1, 1}, {18, 1, 2}};
-    for (const auto& fall : tafel) {
-        ASSERT_TRUE(starte(l, fall.tag));
+    for (const auto& [tag, backups] : {std::pair{16, 1U}, {16, 1U}, {17, 2U}, {17, 2U}}) {
+        ASSERT_TRUE(starte(l, tag));
         l.schließen();
-        EXPECT_EQ(backups(u"M"), fall.M) << fall.tag;
-        EXPECT_EQ(backups(u"T"), fall.T) << fall.tag;
+        EXPECT_EQ(r.namen(DATEN + u"Backups/*.dat").size(), backups) << tag;
     }
     r.störe({.aufruf = "rename_new", .maske = u"*T.dat", .nummer = 61, .dauernd = true});
     EXPECT_TRUE(starte(l, 19)) << "a backup that fails is passed over";

@@ -47,11 +47,6 @@ TEST(Eintragung, Spannen) {
         EXPECT_EQ(neu.zellen(u"anna"), Tage(fall.nachher));
         EXPECT_EQ(neu.zellen(u"otto"), Tage({{18, u"Z"}}));
     }
-    Plan p;
-    Platzlauf& l = p.öffne(u"anna");
-    l.fenster_().tabMonate.user_select(11);
-    l.trage_ein(u"anna", 0, 3, U); // from the name column
-    EXPECT_EQ(p.zeilen(u"2612").back(), Satz(u"anna", {{1, u"111"}}));
 }
 
 // What the scripts leave out; they show the texts.

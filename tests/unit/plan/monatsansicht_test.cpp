@@ -26,12 +26,6 @@ struct Ansicht : plantest::Plan {
             aus += lauf->plan().cell(row, 0).text + u"|";
         return aus;
     }
-    Text arten() { // of the rows
-        Text aus;
-        for (int row = 1; row < lauf->plan().rows(); ++row)
-            aus += TextView(u"PHB").substr(static_cast<std::size_t>(lauf->plan().row_kind(row)), 1);
-        return aus;
-    }
     Text Wochenanfänge() {
         Text aus;
         for (int tag = 1; tag <= 31; ++tag)
@@ -79,7 +73,6 @@ TEST(Monatsansicht, ZeilenNachBeschäftigungBerechtigungUndGruppe) {
     EXPECT_EQ(w.namen(), u"vorn Name|Werk|eve Name|") << "what stands above all headings is for everybody";
     w.zeige(u"anna");
     EXPECT_EQ(w.namen(), u"vorn Name|Büro|anna Name||");
-    EXPECT_EQ(w.arten(), u"PHPB");
     w.zeige(u"chef");
     w.lauf->programm->daten().Anzeigegruppen = {u"Alle|Büro:Werk:", u"Nur Werk|Werk:", u"Nichts|erk:"};
     for (const auto& [gruppe, namen] : {std::pair{1, u"Werk|eve Name|"}, {2, u"|"}}) {

@@ -6,15 +6,23 @@ namespace {
 
 using Zeilen = std::vector<Text>;
 
+// The scripts press OK and Esc on the newest one.
 TEST(frmRecovery, Liste_und_Wahl) {
     struct Fall {
         bool Rückblick, aus_Namen;
         Zeilen erwartet;
+        Text letzter; // name of the last one
     };
     const Fall fälle[]{
-        {false, false, {u"Sicherung vom 17.11.26, 08:00:05 Uhr", u"Sicherung vom 16.11.26, 23:59:59 Uhr"}},
-        {false, true, {u"Sicherung vom 18.11.26, 07:08:09 Uhr", u"Sicherung vom 05.03.24, 08:14:02 Uhr"}},
-        {true, true, {u"Sicherung vom 29.02.27, 10:00:00 Uhr"}},
+        {false,
+         false,
+         {u"Sicherung vom 17.11.26, 08:00:05 Uhr", u"Sicherung vom 16.11.26, 23:59:59 Uhr"},
+         u"261118 070809 m.DAT"},
+        {false,
+         true,
+         {u"Sicherung vom 18.11.26, 07:08:09 Uhr", u"Sicherung vom 05.03.24, 08:14:02 Uhr"},
+         u"240305 081402 T.dat"},
+        {true, true, {u"Sicherung vom 29.02.27, 10:00:00 Uhr"}, u"270229 100000 J.dat"},
     };
     for (const Fall& f : fälle) {
         Sicherungsplatz p;
@@ -29,31 +37,19 @@ TEST(frmRecovery, Liste_und_Wahl) {
         for (const TextView name : {u"270229 100000 J.dat", u"261117 120000 F.dat", u"000000 000000 I.dat",
                                     u"Kopie.dat", u"261117 120000 T.dat.alt"})
             lege(name, {{2026, 11, 18}, 8, 0, 0});
-        frmRecovery fenster(p.dateien, p.platz, p.wieder);
-        fenster.ComboBox_belegen(f.aus_Namen);
-        EXPECT_EQ(fenster.cmbDateiliste.items(), f.erwartet);
-        EXPECT_EQ(fenster.cmbDateiliste.selected(), 0);
-        EXPECT_FALSE(fenster.cmdAuswahl1.enabled());
+        p.dialog.im_Dialog = [&](Form& form) {
+            auto& fenster = dynamic_cast<frmRecovery&>(form);
+            EXPECT_EQ(fenster.cmbDateiliste.items(), f.erwartet);
+            EXPECT_EQ(fenster.cmbDateiliste.selected(), 0);
+            EXPECT_FALSE(fenster.cmdAuswahl1.enabled());
+            fenster.cmbDateiliste.user_select(static_cast<int>(f.erwartet.size()) - 1);
+            EXPECT_TRUE(fenster.cmdAuswahl2.user_click());
+        };
+        EXPECT_EQ(Sicherung_wählen(p.dateien, p.platz, p.wieder, f.aus_Namen), f.letzter);
     }
-}
-
-TEST(frmRecovery, gibt_den_gewählten_Namen_zurück) {
     Sicherungsplatz p;
-    const auto gewählt = [&](const std::function<void(frmRecovery&)>& tat) {
-        p.dialog.im_Dialog = [&](Form& form) { tat(dynamic_cast<frmRecovery&>(form)); };
-        return Sicherung_wählen(p.dateien, p.platz, p.wieder);
-    };
-    const auto OK = [](frmRecovery& f) { EXPECT_TRUE(f.cmdAuswahl2.user_click()); };
-    EXPECT_EQ(gewählt(OK), u"") << "none is there";
-    p.fs.schreibe(p.sicherung(u"261114 120000 T.dat"), "x");
-    p.fs.schreibe(p.sicherung(u"261115 120000 T.dat"), "x");
-    EXPECT_EQ(gewählt(OK), u"261115 120000 T.dat");
-    const auto ältere = [&](frmRecovery& f) {
-        f.cmbDateiliste.user_select(1);
-        OK(f);
-    };
-    EXPECT_EQ(gewählt(ältere), u"261114 120000 T.dat");
-    EXPECT_EQ(gewählt([](frmRecovery& f) { f.user_close(); }), u"");
+    p.dialog.im_Dialog = [](Form& form) { dynamic_cast<frmRecovery&>(form).cmdAuswahl2.user_click(); };
+    EXPECT_EQ(Sicherung_wählen(p.dateien, p.platz, p.wieder), u"") << "none is there";
 }
 
 // A company as it was on the 10th stands in a backup, and goes on until today.
@@ -113,59 +109,53 @@ TEST(Datenübernahme, Wiederherstellungspunkt) {
 }
 
 TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
+    using Tat = std::function<void(Übernahmeplatz&)>;
     struct Fall {
         const char* was;
-        std::function<void(Übernahmeplatz&)> damals, heute;
+        Tat damals, heute;
         Text meldung; // its beginning; empty: none
         bool gefragt = false;
     };
-    const auto kaputt = [](TextView name) {
+    const auto kaputt = [](TextView name) -> Tat {
         return [=](Übernahmeplatz& p) { p.fs.schreibe(p.daten(name), "kaputt\r\n"); };
     };
-    const auto nichts = [](Übernahmeplatz&) {};
+    const auto ohne = [](TextView maske) -> Tat {
+        return [=](Übernahmeplatz& p) {
+            for (const Text& name : Dateien(p.fs, p.platz.Datenpfad, maske))
+                p.fs.platte().entferne(p.daten(name));
+        };
+    };
+    const Tat nichts = [](Übernahmeplatz&) {};
+    const Tat kein_Container = [](Übernahmeplatz& p) { p.fs.schreibe(p.sicherung(p.punkt), "x"); };
+    const Tat als_anna = [](Übernahmeplatz& p) { p.platz.Benutzername = u"anna"; };
+    const Tat sagt_Nein = [](Übernahmeplatz& p) { p.dialog.antwort = Antwort::Nein; };
+    const Tat Ordner_da = [](Übernahmeplatz& p) { p.fs.platte().mache_ordner(p.sicherung(REDOKOPIE)); };
+    const Tat bleibt = [](Übernahmeplatz& p) {
+        p.fs.störe({.aufruf = "open", .maske = u"2601*", .nummer = 70, .dauernd = true});
+        p.fs.störe({.aufruf = "remove", .maske = u"000*", .nummer = 70});
+    };
+    const Text kein_Platz =
+        u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Ursache: Fehler Nr. ";
     const Fall fälle[]{
-        {"no container", nichts, [](Übernahmeplatz& p) { p.fs.schreibe(p.sicherung(p.punkt), "x"); },
-         u"Bei der Backupdatei handelt es sich um keine"},
-        {"configuration", kaputt(u"Konfigdaten.dat"), nichts,
-         u"Die Datei 'Konfigdaten.dat' ist in dieser Sicherung"},
-        {"holidays missing", [](Übernahmeplatz& p) { p.fs.platte().entferne(p.daten(u"Feiertage.dat")); },
-         nichts, u"Die Datei 'Feiertage.dat' fehlt in dieser Sicherung"},
-        {"no administrator then", nichts, [](Übernahmeplatz& p) { p.platz.Benutzername = u"anna"; },
+        {"no container", nichts, kein_Container, u"Bei der Backupdatei handelt es sich um keine"},
+        {"configuration", kaputt(u"Konfigdaten.dat"), nichts, u"Die Datei 'Konfigdaten.dat' ist in dieser"},
+        {"no holidays", ohne({u"Feiertage.dat"}), nichts, u"Die Datei 'Feiertage.dat' fehlt in dieser"},
+        {"no administrator then", nichts, als_anna,
          u"Funktion nur möglich mit Windows-Benutzername(n): chef"},
-        {"No", nichts, [](Übernahmeplatz& p) { p.dialog.antwort = Antwort::Nein; }, u"", true},
+        {"No", nichts, sagt_Nein, u"", true},
         {"a month damaged", kaputt(u"2601 261110 Data.dat"), nichts,
          u"In dieser Sicherung ist beschädigt: '2601 261110 Data.dat'. Es wurde nichts verändert."},
-        {"months missing",
-         [](Übernahmeplatz& p) {
-             for (const TextView monat : {u"2512", u"2601", u"2701"})
-                 p.fs.platte().entferne(p.daten(Text(monat) + u" 261110 Data.dat"));
-         },
-         nichts,
-         u"In dieser Sicherung fehlen die An-/Abwesenheitsdaten der Monate: 12.2025, 01.2026. Es wurde"},
-        {"no backup", nichts,
-         [](Übernahmeplatz& p) { p.fs.störe({.aufruf = "rename_new", .maske = u"261116*", .nummer = 61}); },
-         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Ursache: Fehler Nr. 61 "
-         u"beim "
-         u"Schreiben von",
+        {"months missing", ohne(u"2?01 261110 Data.dat"), nichts,
+         u"In dieser Sicherung fehlen die An-/Abwesenheitsdaten der Monate: 01.2025, 01.2026. Es wurde"},
+        {"no backup, and the copy cannot go again at once", nichts, bleibt, kein_Platz + u"70 beim Lesen von",
          true},
-        {"nor can the copy go again", nichts,
-         [](Übernahmeplatz& p) {
-             p.fs.störe({.aufruf = "open", .maske = u"2601*", .nummer = 70, .dauernd = true});
-             p.fs.störe({.aufruf = "remove", .maske = u"000*", .nummer = 70});
-         },
-         u"Fehler beim Zwischenspeichern von Dateien im Ordner '/srv/x/Data/Backups'. Ursache: Fehler Nr. 70 "
-         u"beim "
-         u"Lesen von",
-         true},
-        {"a copy that stays", nichts,
-         [](Übernahmeplatz& p) { p.fs.platte().mache_ordner(p.sicherung(u"000000 000000 I.dat")); },
-         u"Löschen alter Dateien im Ordner '/srv/x/Data/Backups' nicht möglich.", true},
+        {"a copy that stays", nichts, Ordner_da, u"Löschen alter Dateien im Ordner", true},
     };
     for (const Fall& f : fälle) {
         Übernahmeplatz p;
         p.anlegen([&](Sicherungsplatz&) { f.damals(p); });
         f.heute(p);
-        const auto vorher = p.Zustand_ohne_Log();
+        const auto vorher = p.Zustand();
         EXPECT_FALSE(p.übernahme.Wiederherstellungspunkt(p.punkt)) << f.was;
         const auto meldungen = p.Meldungen();
         EXPECT_EQ(meldungen.size(), f.meldung.empty() ? 0U : 1U) << f.was;
@@ -174,7 +164,7 @@ TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {
         auto backups = p.namen(p.platz.Backuppfad);
         std::erase_if(backups, [](const Text& name) { return name.starts_with(u'.'); });
         EXPECT_EQ(backups, Zeilen{p.punkt}) << f.was;
-        EXPECT_EQ(p.Zustand_ohne_Log(), vorher) << f.was;
+        EXPECT_EQ(p.Zustand(), vorher) << f.was;
         EXPECT_FALSE(p.ersatz.steht_aus()) << f.was;
         EXPECT_EQ(p.fs.offene(), 0);
     }
@@ -210,15 +200,10 @@ TEST(Datenübernahme, unbrauchbare_Kopie_am_Start) {
         else
             p.lege_Backup(REDOKOPIE, f.mitglieder);
         Ordnerersatz ersatz(p.dateien, p.platz, p.wieder, p.backups, p.log);
-        const auto vorher = p.Zustand_ohne_Log();
+        const auto vorher = p.Zustand();
         p.fs.störe(f.störung);
-        Text abbruch;
         bool fertig = false;
-        try {
-            fertig = ersatz.Begonnenes_abschließen();
-        } catch (const Programmabbruch& a) {
-            abbruch = a.text();
-        }
+        const Text abbruch = abgebrochen([&] { fertig = ersatz.Begonnenes_abschließen(); });
         p.fs.störe_nicht();
         EXPECT_EQ(abbruch.empty(), f.abbruch == 0) << zu_utf8(abbruch);
         EXPECT_TRUE(f.abbruch == 0 || enthält(abbruch, u"Fehler Nr. " + ziffern(f.abbruch)));
@@ -227,7 +212,7 @@ TEST(Datenübernahme, unbrauchbare_Kopie_am_Start) {
         EXPECT_EQ(fertig, f.abbruch == 0 && !f.weggelegt);
         EXPECT_EQ(p.ersatz.steht_aus(), f.abbruch != 0);
         EXPECT_EQ(p.fs.gibt_es(p.sicherung(u".000000 000000 I.dat.unlesbar")), f.weggelegt);
-        EXPECT_TRUE(fertig || p.Zustand_ohne_Log() == vorher);
+        EXPECT_TRUE(fertig || p.Zustand() == vorher);
         if (f.weggelegt) {
             EXPECT_TRUE(
                 enthält(p.Meldungen().at(0), u"Die Datei 'Konfigdaten.dat' fehlt in dieser Sicherung"));

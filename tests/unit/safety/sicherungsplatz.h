@@ -9,6 +9,17 @@
 
 namespace kalvora {
 
+// The text of the Programmabbruch that this ends with; empty: it came to its end.
+template <class F>
+Text abgebrochen(F&& tat) {
+    try {
+        tat();
+        return {};
+    } catch (const Programmabbruch& abbruch) {
+        return abbruch.text();
+    }
+}
+
 using Mitglieder = std::vector<std::pair<Text, std::string>>;
 
 struct Sicherungsplatz : Prüfplatz {
@@ -51,18 +62,14 @@ struct Sicherungsplatz : Prüfplatz {
             if (ParentDir(pfad) == ordner) alle.push_back(Dateiname_aus_Pfad(pfad));
         return alle;
     }
-    // Files of the data folder and the logs, without backups, siblings and what else begins with a point.
+    // Files of the data folder and the logs, without backups, siblings and what else begins with a point, and
+    // without this month's log, where what happens is noted.
     std::map<Text, std::string> Zustand() const {
         auto alle = fs.geteilte_platte()->abbild();
         std::erase_if(alle, [&](const auto& datei) {
             return !datei.first.starts_with(platz.Datenpfad) || datei.first.starts_with(platz.Backuppfad) ||
                    Dateiname_aus_Pfad(datei.first).starts_with(u'.');
         });
-        return alle;
-    }
-    // The same without this month's log, where what happens is noted.
-    std::map<Text, std::string> Zustand_ohne_Log() const {
-        auto alle = Zustand();
         alle.erase(platz.Logpfad + u"2611 Kalvora.log");
         return alle;
     }

@@ -188,27 +188,25 @@ TEST(Wiederherstellung, Monat_aus_Sicherung_oder_Ordner) {
 
 TEST(Wiederherstellung, Restore_aus_Backupdatei) {
     Sicherungsplatz p;
+    const auto danach = [&](const Text& datei, const Text& nur) {
+        EXPECT_TRUE(p.wieder.Restore_aus_Backupdatei(datei, nur));
+        auto alle = p.namen(p.platz.Datenpfad);
+        for (const Text& name : p.namen(p.platz.Logpfad))
+            alle.push_back(name);
+        return alle;
+    };
     EXPECT_FALSE(p.wieder.Restore_aus_Backupdatei(u"", u""));
-    p.lege_Backup(u"261115 120001 T.dat",
-                  {{u"a.dat", "Aa\r\n"}, {u"b.dat", ""}, {u"2611 Kalvora.log", "L\r\n"}});
-    const Text log = p.platz.Logpfad + u"2611 Kalvora.log";
-    EXPECT_TRUE(p.wieder.Restore_aus_Backupdatei(u"", u"c.dat")) << "stepped over";
-    EXPECT_FALSE(p.fs.gibt_es(p.daten(u"a.dat")));
-    EXPECT_TRUE(p.wieder.Restore_aus_Backupdatei(u"", u"b.dat"));
-    EXPECT_EQ(p.fs.inhalt(p.daten(u"b.dat")), "");
+    const Text T = u"261115 120001 T.dat", a = u"a.dat", b = u"b.dat", log = u"2611 Kalvora.log";
+    p.lege_Backup(T, {{a, "Aa\r\n"}, {b, ""}, {log, "L\r\n"}});
+    EXPECT_EQ(danach(u"", u"c.dat"), Zeilen{}) << "stepped over";
+    EXPECT_EQ(danach(u"", b), Zeilen{b});
     p.fs.schreibe(p.daten(u"A.Dat"), "alt");
-    p.fs.schreibe(p.daten(u"fremd.dat"), "alt");
-    EXPECT_TRUE(p.wieder.Restore_aus_Backupdatei(u"", u"NoLogs"));
-    EXPECT_FALSE(p.fs.gibt_es(log));
-    EXPECT_EQ(p.namen(p.platz.Datenpfad), (Zeilen{u"a.dat", u"b.dat", u"fremd.dat"}));
-    EXPECT_TRUE(p.wieder.Restore_aus_Backupdatei(p.sicherung(u"261115 120001 T.dat"), u""));
-    EXPECT_EQ(p.fs.inhalt(log), "L\r\n");
-    const auto vorher = p.fs.platte().abbild();
-    p.fs.schreibe(u"/run/x.apl", als_Datei({u"[KalvoraBackup]", u"[a.dat]", u"[0]", u"[../b.dat]", u"[0]"}));
-    EXPECT_FALSE(p.wieder.Restore_aus_Backupdatei(u"/run/x.apl", u""));
+    EXPECT_EQ(danach(u"", u"NoLogs"), (Zeilen{a, b}));
+    EXPECT_EQ(danach(p.sicherung(T), u""), (Zeilen{a, b, log}));
+    p.fs.schreibe(p.sicherung(T), als_Datei({u"[KalvoraBackup]", u"[c.dat]", u"[0]", u"[../b.dat]", u"[0]"}));
+    EXPECT_FALSE(p.wieder.Restore_aus_Backupdatei(p.sicherung(T), u""));
     EXPECT_EQ(p.Meldungen().size(), 1U);
-    p.fs.platte().entferne(u"/run/x.apl");
-    EXPECT_EQ(p.fs.platte().abbild(), vorher);
+    EXPECT_FALSE(p.fs.gibt_es(p.daten(u"c.dat")));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 // What one workstation sees of a file that others find whole: nothing, half of it, NULs, no file at all. And
 // every way in which bytes of a capture file go bad: only the damaged line is lost.
+#include <set>
+
 #include "files/monatsdatei.h"
 #include "hilfen/programmlauf.h"
 #include "unit/zuverlaessigkeit/bericht.h"
@@ -183,77 +185,62 @@ TEST(Blicke, Namen_von_vor_der_ersten_Speicherung) {
 
 // --- bytes of a capture file -----------------------------------------------------------------------------
 
-using Sätze = std::map<Text, Text>; // last row of each person
 const std::vector<Text> PERSONEN{u"anna", u"otto", u"eve", u"chef", u"zita"};
 
-struct Monatsprobe {
-    Prüfplatz p;
+// Whose row is read as it was; nothing when the file is told as damaged in whole.
+std::optional<std::set<Text>> heile_Zeilen(Prüfplatz& p, const std::string& bytes) {
     const Text pfad = p.daten(u"2611 261116 Data.dat");
-    std::vector<std::size_t> anfang; // of each person's line; the last one is the end
-    std::string ganz = als_Datei(Monat({}));
-
-    Monatsprobe() {
-        for (const Text& wer : PERSONEN) {
-            anfang.push_back(ganz.size());
-            ganz += als_Datei({A(wer, u"123")}, static_cast<std::uint8_t>(40 + ganz.size() % 100));
-        }
-        anfang.push_back(ganz.size());
+    p.fs.schreibe(pfad, bytes);
+    Monatsinhalt inhalt;
+    inhalt.yymm = u"2611";
+    try {
+        p.kanal.Datei_öffnen(pfad, Dateimodus::Input);
+        Monat_einlesen(p.kanal, pfad, Codefilter(7), inhalt);
+    } catch (const Dateischaden&) {
+        return std::nullopt;
     }
-    // Nothing when the file is told as damaged in whole.
-    std::optional<Sätze> gelesen(const std::string& bytes) {
-        p.fs.schreibe(pfad, bytes);
-        Monatsinhalt inhalt;
-        inhalt.yymm = u"2611";
-        try {
-            p.kanal.Datei_öffnen(pfad, Dateimodus::Input);
-            Monat_einlesen(p.kanal, pfad, Codefilter(7), inhalt);
-        } catch (const Dateischaden&) {
-            return std::nullopt;
-        }
-        Sätze sätze;
-        for (const Erfassungssatz& satz : inhalt.Erfassungsdaten)
-            sätze[satz.BenId] = satz.tage;
-        return sätze;
-    }
-    // Everybody's row but those of the lines from `ab` to before `bis` must be there.
-    void erwarte(const std::string& bytes, std::size_t ab, std::size_t bis, bool Kopf_heil = true) {
-        const auto sätze = gelesen(bytes);
-        ASSERT_TRUE(sätze || !Kopf_heil);
-        for (std::size_t n = 0; sätze && n < PERSONEN.size(); ++n) {
-            if (n >= ab && n < bis) continue;
-            const auto satz = sätze->find(PERSONEN[n]);
-            EXPECT_EQ(satz == sätze->end() ? u"<fehlt>" : satz->second, tage(u"123")) << zu_utf8(PERSONEN[n]);
-        }
-    }
-    std::size_t zeile(std::size_t stelle) const {
-        return static_cast<std::size_t>(std::upper_bound(anfang.begin(), anfang.end(), stelle) -
-                                        anfang.begin()) -
-               1;
-    }
-};
+    std::set<Text> heil;
+    for (const Erfassungssatz& satz : inhalt.Erfassungsdaten)
+        satz.tage == tage(u"123") ? void(heil.insert(satz.BenId)) : void(heil.erase(satz.BenId));
+    return heil;
+}
 
 TEST(Blicke, Nur_die_beschaedigte_Zeile_geht_verloren) {
-    Monatsprobe m;
+    Prüfplatz p;
+    std::string ganz = als_Datei(Monat({}));
+    std::vector<std::size_t> anfang; // of each person's line
+    for (const Text& wer : PERSONEN) {
+        anfang.push_back(ganz.size());
+        ganz += als_Datei({A(wer, u"123")}, static_cast<std::uint8_t>(40 + ganz.size() % 100));
+    }
+    // All rows but those from `ab` to before `bis` must be there.
+    const auto erwarte = [&](const std::string& bytes, std::size_t ab, std::size_t bis,
+                             bool Kopf_heil = true) {
+        const auto heil = heile_Zeilen(p, bytes);
+        ASSERT_TRUE(heil || !Kopf_heil);
+        for (std::size_t n = 0; heil && n < PERSONEN.size(); ++n)
+            EXPECT_TRUE((n >= ab && n < bis) || heil->contains(PERSONEN[n])) << zu_utf8(PERSONEN[n]);
+    };
     int versucht = 0;
-    for (std::size_t stelle = 0; stelle < m.ganz.size(); ++stelle) {
+    for (std::size_t stelle = 0; stelle < ganz.size(); ++stelle) {
         SCOPED_TRACE("at byte " + std::to_string(stelle));
-        const bool im_Kopf = stelle < m.anfang[0];
-        const std::size_t n = im_Kopf ? 0 : m.zeile(stelle);
+        const bool im_Kopf = stelle < anfang[0];
+        const auto dahinter = std::upper_bound(anfang.begin(), anfang.end(), stelle);
+        const auto n = static_cast<std::size_t>(im_Kopf ? 0 : dahinter - anfang.begin() - 1);
         // A line end that goes bad joins two lines.
-        const std::size_t bis = im_Kopf ? (m.ganz[stelle] == '\n') : n + (m.ganz[stelle] == '\n' ? 2 : 1);
+        const std::size_t bis = im_Kopf ? (ganz[stelle] == '\n') : n + (ganz[stelle] == '\n' ? 2 : 1);
         for (int bit = 0; bit < 8; ++bit, ++versucht) {
-            std::string bytes = m.ganz;
+            std::string bytes = ganz;
             bytes[stelle] = static_cast<char>(bytes[stelle] ^ (1 << bit));
-            m.erwarte(bytes, n, bis, !im_Kopf);
+            erwarte(bytes, n, bis, !im_Kopf);
         }
-        if (!im_Kopf) m.erwarte(m.ganz.substr(0, stelle), n, PERSONEN.size());
+        if (!im_Kopf) erwarte(ganz.substr(0, stelle), n, PERSONEN.size());
         if (!im_Kopf) // somebody else's line has got in between
-            m.erwarte(m.ganz.substr(0, stelle) + als_Datei({A(u"fremd", u"1")}) + m.ganz.substr(stelle), n,
-                      n + 1);
+            erwarte(ganz.substr(0, stelle) + als_Datei({A(u"fremd", u"1")}) + ganz.substr(stelle), n, n + 1);
         if (HasFailure()) return;
     }
     for (std::size_t n = 0; n < PERSONEN.size(); ++n, ++versucht) // a hole before the line
-        m.erwarte(std::string(m.ganz).insert(m.anfang[n], std::string(100, '\0')), 0, 0);
+        erwarte(std::string(ganz).insert(anfang[n], std::string(100, '\0')), 0, 0);
     berichten(
         {"a month's file with one bit flipped (each), cut, a foreign line within a line (at each byte), NULs "
          "before a line",

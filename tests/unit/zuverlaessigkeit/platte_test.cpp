@@ -93,24 +93,17 @@ struct Ausgang {
     Text falsch; // what is wrong with it
 };
 
-// One operation beside the hindrance.
+// One operation beside the hindrance; the states are those of an undisturbed run on a disk in memory.
 Ausgang neben(const Hindernis& h, const stdfs::path& ordner, std::size_t nr) {
+    SpeicherDateisystem ruhig;
+    const Vorgang dort = vorgang::in_der_Firma(u"/")[nr],
+                  v = vorgang::in_der_Firma(aus_utf8((ordner / "platz/").string()))[nr];
+    dort.vorbereiten(ruhig);
+    const Ungestört ohne(dort, ruhig.platte());
     PosixFileSystem fs;
-    const auto Vorgang_in = [&](const char* name) {
-        Vorgang v = vorgang::in_der_Firma(aus_utf8((ordner / name).string() + "/"))[nr];
-        v.vorbereiten(fs);
-        return v;
-    };
-    const auto Blick = [&](const Vorgang& v) {
-        return Richter::Blick(v, *v.Platz(fs, v.leser, u"PLATZ2")).value_or(u"<no start>");
-    };
-    const Vorgang ruhig = Vorgang_in("ruhig"), v = Vorgang_in("platz");
-    const Text alt = Blick(ruhig);
-    const auto ungestört = ruhig.Platz(fs, v.benutzer, u"PLATZ1"), lauf = v.Platz(fs, v.benutzer, u"PLATZ1");
-    for (const auto& [platz, vorgang] : {std::pair{ungestört.get(), &ruhig}, {lauf.get(), &v}})
-        if (!vorgang->aufruf.empty() && !platz->starten(vorgang->aufruf)) return {{}, u"no start before it"};
-    ruhig.tat(*ungestört);
-    const Text neu = Blick(ruhig);
+    v.vorbereiten(fs);
+    const auto lauf = v.Platz(fs, v.benutzer, u"PLATZ1");
+    if (!v.aufruf.empty() && !lauf->starten(v.aufruf)) return {{}, u"no start before it"};
     const stdfs::path daten = ordner / "platz" / "srv" / "Data";
     h.an(daten);
     v.tat(*lauf);
@@ -119,7 +112,7 @@ Ausgang neben(const Hindernis& h, const stdfs::path& ordner, std::size_t nr) {
     h.aus(daten);
     if (still) return {{}, u"a start ends without a word"};
     Ausgang aus;
-    aus.falsch = Richter(v, alt, neu).beurteilen(fs, false, !v.gelungen(*lauf), aus.bilanz);
+    aus.falsch = Richter(v, ohne.alt, ohne.neu).beurteilen(fs, false, !v.gelungen(*lauf), aus.bilanz);
     if (!aus.falsch.empty()) aus.falsch += u", told: " + letzter_Hinweis(*lauf);
     return aus;
 }

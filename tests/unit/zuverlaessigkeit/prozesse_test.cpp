@@ -50,25 +50,27 @@ std::set<Text> Verlorene(const std::vector<Text>& zeilen, const std::set<Text>& 
     return fehlen;
 }
 
-// Saves a row for each person; says those that were taken, and whatever the user was told.
-void Schreiber(const Text& daten, int wer, int je, const Kindprozess::Sagen& sagen) {
-    EchterPlatz p(daten);
-    for (int n = 0; n < je; ++n) {
-        const Text zeile = A(Kennung(wer, n), u"1");
-        if (p.erfassung.Datensatz_speichern(zeile)) sagen(zu_utf8(zeile));
-    }
-    p.erfassung.Ausstehende_abschließen();
-    for (const Text& hinweis : p.fenster.hinweise)
-        sagen("failed: " + zu_utf8(hinweis));
+// A process that saves rows of a month; it says those that were taken, and whatever its user was told.
+using Speichern = std::function<bool(const Text& zeile)>;
+std::unique_ptr<Kindprozess> Platz(const Ordner& o, const Text& yymm,
+                                   const std::function<void(const Speichern&)>& tat) {
+    return std::make_unique<Kindprozess>([&](const auto& sagen) {
+        EchterPlatz p(o.daten, yymm);
+        tat([&](const Text& zeile) {
+            const bool ok = p.erfassung.Datensatz_speichern(zeile);
+            if (ok && !zeile.empty()) sagen(zu_utf8(zeile));
+            return ok;
+        });
+        p.erfassung.Ausstehende_abschließen();
+        for (const Text& hinweis : p.fenster.hinweise)
+            sagen("failed: " + zu_utf8(hinweis));
+    });
 }
-void Verdichter(const Text& daten, int runden, const Kindprozess::Sagen& sagen) {
-    EchterPlatz p(daten);
-    for (int n = 0; n < runden; ++n) {
-        if (!p.erfassung.Datensatz_speichern({})) sagen("failed: compaction");
-        usleep(20'000);
-    }
-    for (const Text& hinweis : p.fenster.hinweise)
-        sagen("failed: " + zu_utf8(hinweis));
+std::unique_ptr<Kindprozess> Schreiber(const Ordner& o, int wer, int je, const Text& yymm = u"2611") {
+    return Platz(o, yymm, [=](const Speichern& speichern) {
+        for (int n = 0; n < je; ++n)
+            speichern(A(Kennung(wer, n), u"1"));
+    });
 }
 
 using Kinder = std::vector<std::unique_ptr<Kindprozess>>;
@@ -76,20 +78,18 @@ using Kinder = std::vector<std::unique_ptr<Kindprozess>>;
 Kinder Schreiber_starten(const Ordner& o, int prozesse, int je) {
     Kinder kinder;
     for (int p = 0; p < prozesse; ++p)
-        kinder.push_back(
-            std::make_unique<Kindprozess>([&, p](const auto& sagen) { Schreiber(o.daten, p, je, sagen); }));
+        kinder.push_back(Schreiber(o, p, je));
     return kinder;
 }
 
-// What all children say; one that failed is the test's failure.
+// What they say until they end; one that failed is the test's failure.
 std::set<Text> eingesammelt(const Kinder& kinder) {
     std::set<Text> gesagt;
     for (const auto& kind : kinder)
-        for (const std::string& zeile : kind->zeilen())
-            if (zeile.starts_with("failed"))
-                ADD_FAILURE() << zeile;
-            else
-                gesagt.insert(aus_utf8(zeile));
+        for (const std::string& zeile : kind->zeilen()) {
+            EXPECT_FALSE(zeile.starts_with("failed")) << zeile;
+            gesagt.insert(aus_utf8(zeile));
+        }
     return gesagt;
 }
 
@@ -113,8 +113,12 @@ TEST(Prozesse, Neufassungen_neben_Anhaengen) {
     const auto alle = static_cast<std::size_t>(prozesse * je);
     Ordner o(prozesse, je);
     Kinder kinder = Schreiber_starten(o, prozesse, je);
-    kinder.push_back(
-        std::make_unique<Kindprozess>([&](const auto& sagen) { Verdichter(o.daten, je / 2, sagen); }));
+    kinder.push_back(Platz(o, u"2611", [=](const Speichern& speichern) {
+        for (int n = 0; n < je / 2; ++n) {
+            if (!speichern({})) throw std::runtime_error("compaction");
+            usleep(20'000);
+        }
+    }));
     std::set<Text> gesagt = eingesammelt(kinder);
     EXPECT_EQ(gesagt.size(), alle);
     gesagt.insert(A(u"otto", u"1"));
@@ -135,38 +139,24 @@ TEST(Prozesse, Getoetet_waehrend_ein_anderer_schreibt) {
     Ordner o(0, 0);
     std::minstd_rand zufall(7);
     std::map<Text, std::set<Text>> gesagt;
-    Kindprozess nachbar([&](const auto& sagen) {
-        EchterPlatz p(o.daten, u"2612");
-        for (int n = 0;; ++n) {
-            const Text zeile = A(u"nachbar" + ziffern(n), u"2");
-            if (!p.erfassung.Datensatz_speichern(zeile)) break;
-            sagen(zu_utf8(zeile));
+    Kinder nachbar, schreiber;
+    nachbar.push_back(Platz(o, u"2612", [](const Speichern& speichern) {
+        for (int n = 0; speichern(A(u"nachbar" + ziffern(n), u"2")); ++n)
             usleep(2000);
-        }
-    });
+    }));
     for (int k = 0; k < tötungen; ++k) {
         const Text yymm = u"26" + ziffern(monate[static_cast<std::size_t>(k) % monate.size()], 2);
-        Kindprozess schreiber([&](const auto& sagen) {
-            EchterPlatz p(o.daten, yymm);
-            sagen("ready");
-            for (int n = 0; n < je; ++n) {
-                const Text zeile = A(Kennung(k, n), u"1");
-                if (p.erfassung.Datensatz_speichern(zeile)) sagen(zu_utf8(zeile));
-            }
-        });
+        schreiber.clear();
+        schreiber.push_back(Schreiber(o, k, je, yymm));
         usleep(static_cast<useconds_t>(1000 + zufall() % 12000));
-        schreiber.töten();
-        for (const std::string& zeile : schreiber.zeilen()) {
-            EXPECT_FALSE(zeile.starts_with("failed")) << zeile;
-            if (zeile != "ready") gesagt[yymm].insert(aus_utf8(zeile));
-        }
+        schreiber[0]->töten();
+        gesagt[yymm].merge(eingesammelt(schreiber));
         if (k % 12 == 11) {
             EXPECT_TRUE(o.startet());
         }
     }
-    nachbar.töten();
-    for (const std::string& zeile : nachbar.zeilen())
-        gesagt[u"2612"].insert(aus_utf8(zeile));
+    nachbar[0]->töten();
+    gesagt[u"2612"] = eingesammelt(nachbar);
     std::size_t verloren = 0, alle = 0;
     for (const auto& [yymm, zeilen] : gesagt) {
         verloren += Verlorene(o.zeilen(yymm), zeilen).size();

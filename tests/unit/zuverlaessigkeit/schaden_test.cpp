@@ -9,15 +9,6 @@ namespace {
 
 const Text DATEN = u"/srv/Data/";
 
-void erster_Lauf(SpeicherDateisystem& fs, const Vorgang& v) {
-    fs.platte().mache_ordner(u"/srv");
-    Installation_ablegen(
-        [&](const Text& name, const std::string& bytes) { fs.schreibe(u"/opt/kalvora/" + name, bytes); });
-    const auto chef = v.Platz(fs, u"chef", u"PLATZ1");
-    ASSERT_TRUE(chef->starten(v.neustart)) << zu_utf8(letzter_Hinweis(*chef));
-    chef->schließen();
-}
-
 TEST(Schaden, Gleich_nach_dem_ersten_Lauf_und_zweimal_am_Tag) {
     const Text dateien[] = {u"Konfigdaten.dat", u"Mitarbeiterdaten.dat", u"Feiertage.dat",
                             u"2611 261116 Data.dat"};
@@ -27,8 +18,8 @@ TEST(Schaden, Gleich_nach_dem_ersten_Lauf_und_zweimal_am_Tag) {
         for (const Text& erste : dateien)
             for (const Text& zweite : dateien) {
                 SCOPED_TRACE(zu_utf8(erste) + ", then " + zu_utf8(zweite) + (neu ? ", first run" : ""));
-                SpeicherDateisystem fs;
-                neu ? erster_Lauf(fs, reparieren) : firma.vorbereiten(fs);
+                Rechner fs;
+                neu ? fs.platte().mache_ordner(u"/srv") : firma.vorbereiten(fs);
                 const auto chef = reparieren.Platz(fs, u"chef", u"PLATZ1");
                 const auto soll = Richter::Blick(reparieren, *chef);
                 ASSERT_TRUE(soll && chef->fenster.fragen.empty());

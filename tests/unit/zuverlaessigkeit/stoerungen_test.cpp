@@ -48,7 +48,9 @@ public:
         v_.vorbereiten(fs);
     }
     int alle() {
-        const Richter richter = ungestört();
+        const Ungestört ohne(v_, *platte_);
+        const Richter richter(v_, ohne.alt, ohne.neu);
+        aufrufe_ = ohne.aufrufe;
         int versucht = 0;
         for (std::size_t art = 0; art < std::size(STÖRARTEN) && !aufrufe_.empty(); ++art)
             versucht += eine(STÖRARTEN[art], art, richter);
@@ -56,27 +58,6 @@ public:
     }
 
 private:
-    void öffnen(Platzlauf& lauf) {
-        EXPECT_TRUE(v_.aufruf.empty() || lauf.starten(v_.aufruf)) << zu_utf8(letzter_Hinweis(lauf));
-        lauf.fenster.hinweise.clear();
-    }
-    // Old and new state as fresh processes see them, and the calls between the two.
-    Richter ungestört() {
-        SpeicherDateisystem vorher(platte_->kopie());
-        const auto erster = v_.Platz(vorher, v_.leser, u"PLATZ2");
-        const Text alt = v_.aufruf.empty() ? Text() : *Richter::Blick(v_, *erster);
-        SpeicherDateisystem fs(platte_->kopie());
-        const auto lauf = v_.Platz(fs, v_.benutzer, u"PLATZ1");
-        öffnen(*lauf);
-        fs.tagebuch_leeren();
-        v_.tat(*lauf);
-        aufrufe_ = fs.tagebuch();
-        EXPECT_TRUE(v_.gelungen(*lauf)) << zu_utf8(letzter_Hinweis(*lauf));
-        fs.platte().verliere_ungesichertes(); // what was told as done outlives a power failure
-        const Text neu = *Richter::Blick(v_, *v_.Platz(fs, v_.leser, u"PLATZ2"));
-        EXPECT_NE(neu, alt);
-        return {v_, alt, neu};
-    }
     // The calls tried begin at another one for each fault.
     int eine(const Störart& art, std::size_t versatz, const Richter& richter) {
         Bilanz b;
@@ -95,7 +76,8 @@ private:
     void einer(const Störart& art, std::size_t n, const Richter& richter, Bilanz& b) {
         SpeicherDateisystem fs(platte_->kopie());
         const auto lauf = v_.Platz(fs, v_.benutzer, u"PLATZ1");
-        öffnen(*lauf);
+        EXPECT_TRUE(v_.aufruf.empty() || lauf->starten(v_.aufruf)) << zu_utf8(letzter_Hinweis(*lauf));
+        lauf->fenster.hinweise.clear();
         fs.störe({"", u"*", static_cast<int>(n) + 1, art.wirkung, art.nummer, 7, art.dauernd});
         bool beendet = false;
         try {
@@ -119,11 +101,6 @@ private:
 
 // On an empty folder: whatever went wrong, the next start completes what is missing.
 Vorgang ErsterLauf() {
-    const auto Auslieferung = [](FileSystem& fs) {
-        Installation_ablegen([&](const Text& name, const std::string& bytes) {
-            dynamic_cast<SpeicherDateisystem&>(fs).schreibe(u"/opt/kalvora/" + name, bytes);
-        });
-    };
     const auto Dateien = [](Platzlauf& lauf) {
         Text alle;
         for (const auto& [pfad, bytes] : dynamic_cast<SpeicherDateisystem&>(lauf.fs).platte().abbild())
@@ -136,7 +113,7 @@ Vorgang ErsterLauf() {
             u"/",
             u"anna",
             {},
-            Auslieferung,
+            [](FileSystem& fs) { Installation_ablegen(fs); },
             [](Platzlauf& l) { l.starten({u"/nowelcomescreen"}); },
             Dateien,
             {u"/nowelcomescreen"},

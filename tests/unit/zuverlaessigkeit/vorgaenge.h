@@ -40,10 +40,6 @@ struct Bilanz {
         versperrt = 0, verloren = 0;
 };
 
-inline Text letzter_Hinweis(const Platzlauf& lauf) {
-    return lauf.fenster.hinweise.empty() ? Text() : lauf.fenster.hinweise.back();
-}
-
 inline const Text REPARIERT = u"Wiederherstellen beendet.";
 
 class Richter {
@@ -93,6 +89,26 @@ private:
     Text alt_, neu_;
 };
 
+// A run that nothing disturbs: old and new state as fresh processes see them, and the calls between the two.
+struct Ungestört {
+    Text alt, neu;
+    std::vector<Dateiaufruf> aufrufe;
+    Ungestört(const Vorgang& v, const SpeicherPlatte& platte) {
+        SpeicherDateisystem vorher(platte.kopie()), fs(platte.kopie());
+        if (!v.aufruf.empty()) alt = *Richter::Blick(v, *v.Platz(vorher, v.leser, u"PLATZ2"));
+        const auto lauf = v.Platz(fs, v.benutzer, u"PLATZ1");
+        EXPECT_TRUE(v.aufruf.empty() || lauf->starten(v.aufruf)) << zu_utf8(letzter_Hinweis(*lauf));
+        lauf->fenster.hinweise.clear();
+        fs.tagebuch_leeren();
+        v.tat(*lauf);
+        aufrufe = fs.tagebuch();
+        EXPECT_TRUE(v.gelungen(*lauf)) << zu_utf8(letzter_Hinweis(*lauf));
+        fs.platte().verliere_ungesichertes(); // what was told as done outlives a power failure
+        neu = *Richter::Blick(v, *v.Platz(fs, v.leser, u"PLATZ2"));
+        EXPECT_NE(neu, alt);
+    }
+};
+
 namespace vorgang {
 
 // Rows of all months, comments of this one, the lines of the shared files.
@@ -139,11 +155,7 @@ inline Vorgang in_der_Firma(const char* name, const Text& wurzel, const Text& be
         firma.anlegen(fs, daten);
         const Text alt = daten + u"2611 261110 Data.dat";
         if (heutige_da) fs.rename(alt, daten + u"2611 261116 Data.dat");
-        TestUhr uhr;
-        Ordnerkette_anlegen(fs, wurzel + u"opt/kalvora/");
-        Installation_ablegen([&](const Text& datei, const std::string& bytes) {
-            (void)Dateiwerk(fs, uhr, u"ANLAGE-2").ersetzen(wurzel + u"opt/kalvora/" + datei, bytes);
-        });
+        Installation_ablegen(fs, wurzel);
         Platzlauf erster(fs, u"chef", wurzel, u"PLATZ0"); // of the day: it makes the backups
         EXPECT_TRUE(erster.starten(aufruf));
         erster.schließen();
