@@ -82,16 +82,16 @@ TEST(Backups, Aufräumen_nach_den_Einstellungen) {
         p.dateien.Reparatursperre = f.gesperrt;
         for (const Text& name : beide)
             p.fs.schreibe(p.daten(name), "x");
-        const Text rest = p.sicherung(u".261116 120000 T.dat.PLATZ9-1-1.neu"); // of one that was killed
-        p.fs.schreibe(rest, "x");
-        p.fs.schreibe(p.sicherung(u".000000 000000 I.dat.1.inhaber"), "x");
+        for (const TextView rest : {u".261116 120000 T.dat.PLATZ9-1-1.neu", // of those that were killed
+                                    u".000000 000000 I.dat.1.inhaber", u".a.0.claim"})
+            p.fs.schreibe(p.sicherung(rest), "x");
         const Namen fremd{u".000000 000000 I.dat.unlesbar", u".DS_Store", u".a.dat.ersetzt"};
         for (const Text& name : fremd)
             p.fs.schreibe(p.sicherung(name), "x");
         heute(p, u"261117");
         p.backups.Aufräumen();
-        EXPECT_TRUE(p.fs.gibt_es(rest));
-        EXPECT_EQ(p.namen(p.platz.Datenpfad), beide) << "only a day old";
+        EXPECT_EQ(p.namen(p.platz.Backuppfad).size(), 6U) << "only a day old";
+        EXPECT_EQ(p.namen(p.platz.Datenpfad), beide);
         for (int m = 0; m < 40; ++m)
             p.fs.schreibe(
                 p.platz.Logpfad + ziffern(23 + m / 12, 2) + ziffern(m % 12 + 1, 2) + u" Kalvora.log", "x");
