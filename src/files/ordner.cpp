@@ -112,9 +112,12 @@ Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
     Netz_prüfen(fs, pfad);
     if (!Ordner_vorhanden(fs, pfad)) (void)fs.make_folder(pfad); // somebody else may be doing the same
-    if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
-        Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
-                     u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen", länge);
+    if (Ordner_vorhanden(fs, pfad) && fs.change_folder(pfad) == 0) return;
+    Text vermutung = u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen";
+    if (Datei_vorhanden(fs, Text(ohne_Schlusstrenner(pfad))))
+        vermutung += u".\n\nAn der Stelle dieses Ordners steht eine Datei. Benennen Sie die Datei um, und "
+                     u"starten Sie das Programm dann neu.";
+    Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.", vermutung, länge);
 }
 
 void Ordnerkette_anlegen(FileSystem& fs, const Text& pfad) {

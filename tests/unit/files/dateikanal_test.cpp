@@ -70,6 +70,7 @@ TEST(Dateikanal, ÖffnenScheitert) {
         const Text text = text_von<Zugriffsabbruch>([&] { p.kanal.Datei_öffnen(PFAD, modus); });
         EXPECT_TRUE(text.starts_with(u"Die Datei '/srv/x/Data/Probe.dat' konnte nicht geöffnet werden."));
         EXPECT_EQ(enthält(text, u"schreibgeschützt"), modus != Dateimodus::Input);
+        EXPECT_TRUE(enthält(text, u"vorhanden.\n\nAn der Stelle dieser Datei steht ein Ordner."));
         EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, modus, Fehlerweg::IgnoreErrors));
         EXPECT_TRUE(p.fenster.hinweise.empty());
     }
@@ -77,6 +78,9 @@ TEST(Dateikanal, ÖffnenScheitert) {
     p.fs.schreibe(PFAD, "x");
     p.fs.platte().setze_rechte(PFAD, 0444);
     EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Output, Fehlerweg::IgnoreErrors));
+    p.fs.störe({.aufruf = "open", .nummer = FEHLER_ORDNER});
+    EXPECT_TRUE(enthält(text_von<Zugriffsabbruch>([&] { p.kanal.Datei_öffnen(PFAD, Dateimodus::Input); }),
+                        u"vorhanden.\n\nDer Ordner '/srv/x/Data' ist zurzeit nicht erreichbar."));
 }
 
 TEST(Dateikanal, AndereSchreibweiseWirdZurKanonischen) {

@@ -184,6 +184,7 @@ TEST(Backups, eines_am_Tag_und_eines_im_Monat) {
     EXPECT_TRUE(
         enthält(log[0], u"Backup konnte nicht erstellt werden - Fehler Nr. 57 beim Lesen von '/srv/x"));
     EXPECT_TRUE(enthält(log[2], u"Fehler Nr. 61 beim Schreiben von '/srv/x/Data/Backups/261203 1"));
+    EXPECT_TRUE(log[2].ends_with(u"' - Der Datenträger ist voll"));
     EXPECT_TRUE(enthält(log[2], p.backups.Hindernis()));
     EXPECT_TRUE(p.backups.Backup_erstellen(u"T"));
     EXPECT_EQ(p.backups.Hindernis(), u"");
