@@ -37,7 +37,9 @@ Text Ursache_des_Scheiterns(FileSystem& fs, const Text& pfad, int nummer) {
     if (nummer == FEHLER_SCHREIBSCHUTZ && Ordner_vorhanden(fs, pfad))
         return u".\n\nAn der Stelle dieser Datei steht ein Ordner. Benennen Sie den Ordner um, und starten "
                u"Sie das Programm dann neu.";
-    return {};
+    if (nummer == FEHLER_VERWEIGERT || nummer == FEHLER_SCHREIBSCHUTZ) return {};
+    const Text ursache(Fehlerursache(nummer));
+    return ursache.empty() ? Text() : u".\n\n" + ursache + u".";
 }
 
 } // namespace

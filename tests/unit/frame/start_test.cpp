@@ -152,6 +152,7 @@ TEST(Start, Datenordner) {
     EXPECT_FALSE(l.starten({u"/path", u"/mnt/vertippt/firma", u"/nowelcomescreen"}));
     EXPECT_TRUE(l.fenster.hinweise.at(1).starts_with(
         u"Der Ordner '/mnt/vertippt/firma/Data' konnte nicht angelegt werden.\nVermutlich haben Sie"));
+    EXPECT_TRUE(enthält(l.fenster.hinweise.at(1), u"Der Ordner '/mnt/vertippt/firma' ist nicht vorhanden"));
     EXPECT_TRUE(r.platte().abbild() == vorher);
 }
 
