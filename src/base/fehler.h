@@ -28,6 +28,9 @@ enum Fehlernummer : int {
 inline bool ist_Dateifehler(int nummer) {
     return nummer >= 52 && nummer <= 76;
 }
+// What the number means, as a sentence without its full stop; empty where it says no more than the message
+// that it goes with.
+TextView Fehlerursache(int nummer);
 
 class Fehler : public std::exception {
 public:

@@ -30,6 +30,18 @@ Laufzeitfehler zugriffsfehler(int nummer, const Text& pfad, TextView prozedur, i
     return fehler;
 }
 
+// Where the number tells more than the presumption in the message, a paragraph behind it.
+Text Ursache_des_Scheiterns(FileSystem& fs, const Text& pfad, int nummer) {
+    if (nummer == FEHLER_NETZ || nummer == FEHLER_ORDNER)
+        return u".\n\nDer Ordner " + Pfad_kürzen(ParentDir(pfad), 100) + u" ist zurzeit nicht erreichbar.";
+    if (nummer == FEHLER_SCHREIBSCHUTZ && Ordner_vorhanden(fs, pfad))
+        return u".\n\nAn der Stelle dieser Datei steht ein Ordner. Benennen Sie den Ordner um, und starten "
+               u"Sie das Programm dann neu.";
+    if (nummer == FEHLER_VERWEIGERT || nummer == FEHLER_SCHREIBSCHUTZ) return {};
+    const Text ursache(Fehlerursache(nummer));
+    return ursache.empty() ? Text() : u".\n\n" + ursache + u".";
+}
+
 } // namespace
 
 bool Dateikanal::Datei_öffnen(const Text& pfad, Dateimodus modus, Fehlerweg weg) {
@@ -107,7 +119,7 @@ void Dateikanal::öffnen_gescheitert(const Text& pfad, Dateimodus modus, int num
             u"Zugriffsberechtigungen für den "
             u"Ordner " +
             Pfad_kürzen(ParentDir(pfad), 100) + (lesen ? u"" : u", ist die Datei schreibgeschützt") +
-            u" oder die Datei ist nicht vorhanden",
+            u" oder die Datei ist nicht vorhanden" + Ursache_des_Scheiterns(fs(), pfad, nummer),
         pfad, u"Fehler beim Dateizugriff auf " + Pfad_kürzen(pfad, 100) + u", Modus '" + Text(name) + u"'");
 }
 

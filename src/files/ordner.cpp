@@ -30,6 +30,17 @@ void Netz_prüfen(FileSystem& fs, const Text& pfad) {
                              u"Der Ordner " + Pfad_kürzen(pfad, 100) + u" ist nicht zu erreichen");
 }
 
+// Where more is known than the presumption in the message, a paragraph behind it.
+Text Ursache_des_Scheiterns(FileSystem& fs, const Text& pfad, Fehlercode f) {
+    if (Datei_vorhanden(fs, Text(ohne_Schlusstrenner(pfad))))
+        return u".\n\nAn der Stelle dieses Ordners steht eine Datei. Benennen Sie die Datei um, und starten "
+               u"Sie das Programm dann neu.";
+    if (f == FEHLER_ORDNER)
+        return u".\n\nDer Ordner " + Pfad_kürzen(ParentDir(pfad), 100) +
+               u" ist nicht vorhanden oder zurzeit nicht erreichbar.";
+    return f == FEHLER_VOLL ? u".\n\n" + Text(Fehlerursache(f)) + u"." : Text();
+}
+
 } // namespace
 
 Text ParentDir(TextView pfad) {
@@ -111,10 +122,12 @@ Laufzeitfehler Zugriffsfehler(int nummer, const Text& pfad) {
 
 void Ordner_anlegen(FileSystem& fs, const Text& pfad, int länge) {
     Netz_prüfen(fs, pfad);
-    if (!Ordner_vorhanden(fs, pfad)) (void)fs.make_folder(pfad); // somebody else may be doing the same
-    if (!Ordner_vorhanden(fs, pfad) || fs.change_folder(pfad) != 0)
-        Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
-                     u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen", länge);
+    Fehlercode f = 0;
+    if (!Ordner_vorhanden(fs, pfad)) f = fs.make_folder(pfad); // somebody else may be doing the same
+    if (Ordner_vorhanden(fs, pfad) && fs.change_folder(pfad) == 0) return;
+    const Text vermutung = u"Vermutlich haben Sie keine ausreichenden Zugriffsberechtigungen";
+    Ordnerfehler(u"Der Ordner ", pfad, u" konnte nicht angelegt werden.",
+                 vermutung + Ursache_des_Scheiterns(fs, pfad, f), länge);
 }
 
 void Ordnerkette_anlegen(FileSystem& fs, const Text& pfad) {

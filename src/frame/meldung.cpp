@@ -141,7 +141,10 @@ void Meldung::Fehlerbehandlung(const Laufzeitfehler& fehler) {
                             ? u" Prüfen Sie, ob auf den Ordner " + ParentDir(platz_.Datenpfad) +
                                   u" zugegriffen werden kann."
                             : u"Zuletzt geöffnete Datei: " + datei;
-        zeigen(u"Es ist ein Fehler beim Dateizugriff aufgetreten.\n\n" + wo + schluss);
+        const Text ursache = fehler.nummer == FEHLER_VOLL
+                                 ? u"\n\nUrsache: " + Text(Fehlerursache(FEHLER_VOLL)) + u"."
+                                 : Text();
+        zeigen(u"Es ist ein Fehler beim Dateizugriff aufgetreten.\n\n" + wo + ursache + schluss);
         if (!datei.empty()) log += u" - Datei " + datei;
     } else {
         const Text firma = d_ ? klein(links(d_->K().Firma, 3)) : Text();

@@ -62,8 +62,9 @@ void Backups::vermerken(const Text& hindernis) {
 }
 
 void Backups::Fehler_vermerken(int nummer, TextView wobei, const Text& datei) {
+    const Text ursache(Fehlerursache(nummer));
     vermerken(u"Fehler Nr. " + ziffern(nummer) + u" beim " + Text(wobei) + u" von " +
-              Pfad_kürzen(datei, 100));
+              Pfad_kürzen(datei, 100) + (ursache.empty() ? Text() : u" - " + ursache));
 }
 
 // Plain files that a restore could write back, each name once ignoring case.

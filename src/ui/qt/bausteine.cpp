@@ -4,13 +4,13 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyleOption>
-#include <QStylePainter>
+#include <QStyleOptionButton>
 #include <QToolTip>
 #include <algorithm>
 
 #include "ui/qt/farben.h"
 #include "ui/qt/logo.h"
+#include "ui/qt/stil.h"
 
 namespace kalvora {
 
@@ -33,32 +33,15 @@ void Farbknopf::set_wish_width(int pixels) {
 }
 
 QSize Farbknopf::sizeHint() const {
-    const int text = fontMetrics().size(Qt::TextShowMnemonic, this->text()).width() + 24;
-    return {std::max(text, wish_), fontMetrics().height() + 14};
+    const QSize needed = Knopfgröße(fontMetrics(), text());
+    return {std::max(needed.width(), wish_), needed.height()};
 }
 
 void Farbknopf::paintEvent(QPaintEvent*) {
+    QStyleOptionButton option;
+    initStyleOption(&option);
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    const QColor ground = back_.isValid() ? back_ : farben::FLAECHE;
-    QColor face = ground;
-    if (!isEnabled()) face = gemischt(ground, farben::FENSTER, 0.7);
-    if (isDown())
-        face = gemischt(ground, farben::TEXT, 0.16);
-    else if (underMouse() && isEnabled())
-        face = gemischt(ground, farben::TEXT, 0.07);
-    const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.setPen(isDefault() ? farben::AKZENT : gemischt(face, farben::TEXT, 0.42));
-    painter.setBrush(face);
-    painter.drawRoundedRect(frame, 4, 4);
-    if (hasFocus()) {
-        painter.setPen(QPen(farben::AKZENT, 2));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(frame.adjusted(1.5, 1.5, -1.5, -1.5), 3, 3);
-    }
-    const QColor text = back_.isValid() ? fore_ : farben::TEXT;
-    painter.setPen(isEnabled() ? text : gemischt(text, face, 0.5));
-    painter.drawText(rect().adjusted(6, 0, -6, 0), Qt::AlignCenter | Qt::TextShowMnemonic, this->text());
+    zeichne_Knopf(painter, option, fore_, back_);
 }
 
 // --- Reiter

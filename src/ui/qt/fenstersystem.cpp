@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -14,11 +15,12 @@
 #include "ui/qt/logo.h"
 #include "ui/qt/plan_zugang.h"
 #include "ui/qt/qt_text.h"
+#include "ui/qt/stil.h"
 
 namespace kalvora {
 
 QtFenstersystem::QtFenstersystem() : german_(std::make_unique<DeutscheTexte>()) {
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new Programmstil); // the application owns it
     QApplication::setPalette(helle_Palette());
     QApplication::setWindowIcon(Programmsymbol());
     QApplication::setQuitOnLastWindowClosed(false);
@@ -147,11 +149,17 @@ constexpr Knopf JA{Antwort::Ja, u"Ja", u"J", QMessageBox::YesRole};
 constexpr Knopf NEIN{Antwort::Nein, u"Nein", u"N", QMessageBox::NoRole};
 constexpr Knopf ABBRECHEN{Antwort::Abbrechen, u"Abbrechen", u"A", QMessageBox::RejectRole};
 
-void richte_ein(QMessageBox& box, const Text& text) {
+void richte_ein(QMessageBox& box, const Text& text, QMessageBox::Icon symbol) {
+    box.setIcon(symbol);
     box.setWindowTitle(QStringLiteral("Kalvora"));
     box.setTextFormat(Qt::PlainText);
     box.setText(qt(text));
     box.setWindowModality(Qt::ApplicationModal);
+    const auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"));
+    auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!icon || !label) return;
+    label->setMinimumHeight(icon->sizeHint().height()); // a single line stands in the middle of the icon
+    label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 } // namespace
@@ -159,8 +167,7 @@ void richte_ein(QMessageBox& box, const Text& text) {
 void QtFenstersystem::message(const Text& text) {
     show_waiting();
     QMessageBox box(front());
-    richte_ein(box, text);
-    box.setIcon(QMessageBox::Warning);
+    richte_ein(box, text, QMessageBox::Warning);
     auto* ok = box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     box.setDefaultButton(ok);
     box.setEscapeButton(ok);
@@ -174,8 +181,7 @@ void QtFenstersystem::message(const Text& text) {
 Antwort QtFenstersystem::question(const Text& text, const Frageart& art) {
     show_waiting();
     QMessageBox box(front());
-    richte_ein(box, text);
-    box.setIcon(art.symbol == Fragesymbol::Frage ? QMessageBox::Question : QMessageBox::Warning);
+    richte_ein(box, text, art.symbol == Fragesymbol::Frage ? QMessageBox::Question : QMessageBox::Warning);
     std::vector<Knopf> choice{JA, NEIN};
     if (art.mit_Abbrechen) choice.push_back(ABBRECHEN);
     const Antwort escape = choice.back().antwort;

@@ -70,6 +70,7 @@ TEST(Dateikanal, ÖffnenScheitert) {
         const Text text = text_von<Zugriffsabbruch>([&] { p.kanal.Datei_öffnen(PFAD, modus); });
         EXPECT_TRUE(text.starts_with(u"Die Datei '/srv/x/Data/Probe.dat' konnte nicht geöffnet werden."));
         EXPECT_EQ(enthält(text, u"schreibgeschützt"), modus != Dateimodus::Input);
+        EXPECT_TRUE(enthält(text, u"vorhanden.\n\nAn der Stelle dieser Datei steht ein Ordner."));
         EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, modus, Fehlerweg::IgnoreErrors));
         EXPECT_TRUE(p.fenster.hinweise.empty());
     }
@@ -77,6 +78,15 @@ TEST(Dateikanal, ÖffnenScheitert) {
     p.fs.schreibe(PFAD, "x");
     p.fs.platte().setze_rechte(PFAD, 0444);
     EXPECT_FALSE(p.kanal.Datei_öffnen(PFAD, Dateimodus::Output, Fehlerweg::IgnoreErrors));
+    const std::pair<int, const char16_t*> ursachen[] = {
+        {FEHLER_ORDNER, u"vorhanden.\n\nDer Ordner '/srv/x/Data' ist zurzeit nicht erreichbar."},
+        {FEHLER_GERÄT, u"vorhanden.\n\nDer Datenträger meldet einen Gerätefehler."},
+        {FEHLER_VERWEIGERT, u"oder die Datei ist nicht vorhanden"}};
+    for (const auto& [nummer, ende] : ursachen) {
+        p.fs.störe({.aufruf = "open", .nummer = nummer});
+        const Text text = text_von<Zugriffsabbruch>([&] { p.kanal.Datei_öffnen(PFAD, Dateimodus::Input); });
+        EXPECT_TRUE(text.ends_with(ende)) << zu_utf8(text);
+    }
 }
 
 TEST(Dateikanal, AndereSchreibweiseWirdZurKanonischen) {

@@ -148,6 +148,7 @@ TEST(Start, Datenordner) {
     EXPECT_FALSE(l.starten({u"/path", u"/mnt/vertippt/firma", u"/nowelcomescreen"}));
     EXPECT_TRUE(letzter_Hinweis(l).starts_with(
         u"Der Ordner '/mnt/vertippt/firma/Data' konnte nicht angelegt werden.\nVermutlich haben Sie"));
+    EXPECT_TRUE(enthält(l.fenster.hinweise.at(1), u"Der Ordner '/mnt/vertippt/firma' ist nicht vorhanden"));
     EXPECT_TRUE(r.platte().abbild() == vorher);
 }
 
@@ -174,10 +175,15 @@ TEST(Start, DatenordnerVerweigert) {
     Platzlauf& l = r.chef;
     ASSERT_TRUE(l.starten({u"/setpath", DATEN, u"/nowelcomescreen"}));
     l.schließen();
+    r.platte().entferne(DATEN + u"IniFiles/");
+    r.schreibe(DATEN + u"IniFiles", "x");
+    EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
     r.störe({.aufruf = "info", .maske = u"Data", .nummer = FEHLER_VERWEIGERT, .dauernd = true});
     EXPECT_FALSE(l.starten({u"/nowelcomescreen"}));
-    ASSERT_EQ(l.fenster.hinweise.size(), 1U);
-    EXPECT_TRUE(l.fenster.hinweise[0].starts_with(u"Es ist ein Fehler beim Dateizugriff"));
+    ASSERT_EQ(l.fenster.hinweise.size(), 2U) << "no wait: it will not come by itself";
+    EXPECT_TRUE(enthält(l.fenster.hinweise[0],
+                        u"Zugriffsberechtigungen.\n\nAn der Stelle dieses Ordners steht eine Datei."));
+    EXPECT_TRUE(l.fenster.hinweise[1].starts_with(u"Es ist ein Fehler beim Dateizugriff"));
 }
 
 TEST(Start, ErsterLaufNebenSchulferien) {
@@ -219,6 +225,26 @@ TEST(Start, ZulassungFolgtDemStandDerPlatte) {
     gesperrt.anlegen(fs, DATEN);
     l.neu_laden();
     EXPECT_TRUE(l.programm->platz().Startmeldung.empty());
+}
+
+TEST(Ende, FehlerInEinerBehandlungWirdGemeldet) {
+    const struct {
+        std::function<void(Modifiers)> wirft;
+        const char16_t* gemeldet;
+    } tafel[] = {{[](Modifiers) { throw std::runtime_error("Handler kaputt"); }, u"Handler kaputt"},
+                 {[](Modifiers) { throw Zugriffsfehler(FEHLER_VOLL, u"/srv/voll.dat"); },
+                  u"/srv/voll.dat\n\nUrsache: Der Datenträger ist voll.\n\nDas Programm wird beendet."}};
+    for (const auto& fall : tafel) {
+        Haus r;
+        Platzlauf& l = r.chef;
+        ASSERT_TRUE(l.starten(AUFRUF));
+        l.fenster_().cmdAuswahl(1)->on_click = fall.wirft;
+        l.drücke(1);
+        l.programm->schleife();
+        EXPECT_EQ(l.programm->ende(), 2);
+        ASSERT_EQ(l.fenster.hinweise.size(), 1U);
+        EXPECT_TRUE(enthält(l.fenster.hinweise[0], fall.gemeldet));
+    }
 }
 
 // Somebody's rewrite has passed over the last row.

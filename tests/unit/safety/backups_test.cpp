@@ -174,6 +174,7 @@ TEST(Backups, eines_am_Tag_und_eines_im_Monat) {
     ASSERT_EQ(log.size(), 3U);
     EXPECT_TRUE(enthält(log[2], u"Backup konnte nicht erstellt werden - " + p.backups.Hindernis()));
     EXPECT_TRUE(enthält(log[2], u"Fehler Nr. 61 beim Schreiben von '/srv/x/Data/Backups/261203 1"));
+    EXPECT_TRUE(log[2].ends_with(u"' - Der Datenträger ist voll"));
     EXPECT_TRUE(p.backups.Backup_erstellen(u"T"));
     EXPECT_EQ(p.backups.Hindernis(), u"");
 }

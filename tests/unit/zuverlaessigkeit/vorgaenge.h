@@ -27,7 +27,7 @@ struct Vorgang {
 
     bool gelungen(const Platzlauf& lauf) const {
         const auto& hinweise = lauf.fenster.hinweise;
-        return Erfolg.empty() || hinweise.empty() ? hinweise.empty() : hinweise.back().starts_with(Erfolg);
+        return Erfolg.empty() ? hinweise.empty() : !hinweise.empty() && hinweise.back().starts_with(Erfolg);
     }
     std::unique_ptr<Platzlauf> Platz(FileSystem& fs, const Text& wer, const Text& rechner) const {
         return std::make_unique<Platzlauf>(fs, wer, wurzel, derselbe_Platz ? Text(u"PLATZ1") : rechner);
@@ -229,25 +229,47 @@ inline Vorgang Wiederherstellen(const Text& wurzel) {
     return v;
 }
 
-// A start on a configuration cut in half, answered with Yes.
-inline Vorgang Reparieren(const Text& wurzel) {
-    Vorgang v = in_der_Firma("repair", wurzel, u"chef", {});
+// A start on a damaged file, answered with Yes.
+inline Vorgang Reparieren(
+    const Text& wurzel, const char* name = "repair", const Text& datei = u"Konfigdaten.dat",
+    const std::function<std::string(std::string)>& beschädigt = [](std::string ganz) {
+        return ganz.substr(0, ganz.size() / 2);
+    }) {
+    Vorgang v = in_der_Firma(name, wurzel, u"chef", {});
     v.tat = [aufruf = v.aufruf](Platzlauf& lauf) {
         lauf.fenster.antwort = Antwort::Ja;
         lauf.starten(aufruf);
     };
-    v.vorbereiten = [anlegen = v.vorbereiten, wurzel](FileSystem& fs) {
+    v.vorbereiten = [anlegen = v.vorbereiten, pfad = wurzel + u"srv/Data/" + datei,
+                     beschädigt](FileSystem& fs) {
         anlegen(fs);
         TestUhr uhr;
         const Dateiwerk werk(fs, uhr, u"SCHADEN-1");
-        const Text datei = wurzel + u"srv/Data/Konfigdaten.dat";
-        const auto ganz = werk.lesen(datei);
-        EXPECT_TRUE(werk.ersetzen(datei, ganz->sicht().substr(0, ganz->größe / 2)));
+        const auto ganz = werk.lesen(pfad);
+        EXPECT_TRUE(ganz && werk.ersetzen(pfad, beschädigt(std::string(ganz->sicht()))));
     };
     v.aufruf.clear();
     v.Erfolg = REPARIERT;
     v.leser = u"chef";
     v.dünn = 18;
+    return v;
+}
+
+// The head of the month of today; and one of its rows, which an administrator's start takes out, and brings
+// back from the day's backup.
+inline Vorgang Monat_reparieren(const Text& wurzel) {
+    return Reparieren(wurzel, "repair of a month", u"2611 261116 Data.dat", [](std::string ganz) {
+        ganz[2] = static_cast<char>(ganz[2] ^ 0x10);
+        return ganz;
+    });
+}
+inline Vorgang Zeilen_reparieren(const Text& wurzel) {
+    Vorgang v = Reparieren(wurzel, "repair of a row", u"2611 261116 Data.dat", [](std::string ganz) {
+        const std::size_t letzte = ganz.rfind('\n', ganz.size() - 2) + 1;
+        ganz[letzte + 1] = static_cast<char>(ganz[letzte + 1] ^ 0x10); // the kind of the row
+        return ganz;
+    });
+    v.Erfolg = u"Fehlerhafte Daten erkannt";
     return v;
 }
 
@@ -267,7 +289,9 @@ inline std::vector<Vorgang> in_der_Firma(const Text& wurzel) {
             in_der_Firma("staff list", wurzel, u"chef", Personal),
             Sichern(wurzel),
             Wiederherstellen(wurzel),
-            Reparieren(wurzel)};
+            Reparieren(wurzel),
+            Monat_reparieren(wurzel),
+            Zeilen_reparieren(wurzel)};
 }
 
 } // namespace vorgang
