@@ -65,6 +65,8 @@ TEST(Kalenderwochenzeile, Raender_des_Monats) {
              Fall{"2701", "1-3=53. KW|4-10=1. KW|11-17=2. KW|18-24=3. KW|25-31=4. KW|32-32= |"},
              // week 1 in December
              Fall{"2512", "1-7=49. KW|8-14=50. KW|15-21=51. KW|22-28=52. KW|29-31=1. KW|32-32= |"},
+             // the 1st a Saturday in the week of the year before, the 31st a Monday
+             Fall{"2201", "1-2= |3-9=1. KW|10-16=2. KW|17-23=3. KW|24-30=4. KW|31-32= |"},
              // February 2028 ends on a Tuesday
              Fall{"2802", "1-6=5. KW|7-13=6. KW|14-20=7. KW|21-27=8. KW|28-32=9. KW|"},
          })
