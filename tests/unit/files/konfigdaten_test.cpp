@@ -73,6 +73,10 @@ TEST(Konfigdaten, Benutzerrolle) {
         EXPECT_EQ(p.werte().Benutzerrolle, rolle) << (zeilen.empty() ? "" : zu_utf8(zeilen.back()));
     }
     Konfigprobe p;
+    auto ohne = Konfigprobe::standard();
+    ohne.pop_back();
+    p.lege(p.pfad, ohne);
+    EXPECT_NE(p.lies(), u"") << "cut: everybody would be an administrator";
     p.lege_Standard({{8, eingeschränkt}});
     p.konfig.Dienstlauf(true);
     p.lies();
