@@ -20,9 +20,8 @@ struct Setupprobe : Prüfplatz {
 
 TEST(Erstinitialisierung, BestehendesBleibt) {
     Setupprobe p;
-    auto k = Konfiguration_Standard(u"chef");
-    k.Reservezeile = u"Reserve";
-    p.konfig.ändern() = k;
+    p.konfig.ändern() = Konfiguration_Standard(u"chef");
+    p.konfig.ändern().Reservezeile = u"Reserve";
     p.konfig.Konfigdaten_schreiben();
     auto erwartet = p.zeilen(p.daten(u"Konfigdaten.dat"));
     auto alt = erwartet;

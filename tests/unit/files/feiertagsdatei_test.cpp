@@ -39,8 +39,7 @@ TEST(Feiertagsdatei, LesenUndSchreiben) {
     p.lege(p.pfad, datei);
     ASSERT_EQ(p.lies(), u"");
     EXPECT_EQ(p.feiertage.Land(), u"España");
-    for (const TextView tag : {u"271224|", u"260403|"})
-        EXPECT_TRUE(enthält(p.feiertage.berechnet().Feiertagsschlüssel, tag));
+    EXPECT_TRUE(enthält(p.feiertage.berechnet().Feiertagsschlüssel, u"271224|"));
     p.fs.platte().entferne(p.pfad);
     p.feiertage.Feiertage_schreiben();
     EXPECT_EQ(p.zeilen(p.pfad), datei);
@@ -73,7 +72,6 @@ TEST(Feiertagsdatei, ÄltereForm) {
     ASSERT_EQ(p.lies(), u"") << "and the file was left as it is";
     EXPECT_EQ(p.feiertage.Land(), u"Deutschland");
     EXPECT_EQ(p.feiertage.Feiertagsregeln()(17), u"24.12.");
-    EXPECT_EQ(p.feiertage.Reservezeile(), u"Reserve");
     p.lege(p.pfad, {u"[Feiertage]", u"", u"1:01.01.:Neujahr"});
     EXPECT_EQ(p.lies(), u"Die Datei '/srv/x/Data/Feiertage.dat' ist unvollständig.");
 }
@@ -89,36 +87,32 @@ TEST(Feiertagsdatei, Verwüstet) {
 
 TEST(Feiertagsdatei, VorlageJeLand) {
     Feiertagsprobe p;
-    for (const auto& [code, land] : {std::pair{u"049", u"Deutschland"}, {u"007", u""}}) {
-        p.feiertage.KalvoraFeiertageDat_lesen(code);
-        EXPECT_EQ(p.feiertage.Land(), land);
-    }
+    p.feiertage.KalvoraFeiertageDat_lesen(u"049");
+    EXPECT_EQ(p.feiertage.Land(), u"Deutschland");
+    p.feiertage.KalvoraFeiertageDat_lesen(u"007");
+    EXPECT_EQ(p.feiertage.Land(), u"");
     p.lege(p.platz.Systempfad + u"KalvoraFtg.dat", {u"[KalvoraFeiertageDat]", u"[049:Deutschland]"});
     EXPECT_THROW(p.feiertage.KalvoraFeiertageDat_lesen(u"049"), Programmabbruch) << "it is cut";
 }
 
 // The fuzz target makes every damage: none of it stops anybody.
 TEST(Ferientage, TageDesMonats) {
-    Prüfplatz p;
-    Ferientagedatei ferien(p.kanal, p.platz);
-    const auto lies = [&](const Text& farbe, bool aus = false) {
-        p.lege(p.daten(u"Ferientage.dat"),
-               {u"[Ferientage]", u"", farbe, u"", u"", u"2610:" + Text(31, u'0'),
-                u"2611:" + Text(5, u'1') + Text(26, u'0'), u"2611:" + Text(30, u'0') + u"1"});
-        ferien.Ferienindex_setzen(u"2611", aus);
-        ferien.Ferientage_lesen();
-    };
-    ferien.Ferientage_lesen();
-    EXPECT_FALSE(ferien.Daten_vorhanden()) << "a missing file is no error";
     for (const auto& [zahl, farbe] : std::vector<std::pair<Text, Farbe>>{
              {u"12648447", 0xC0FFFFu}, {u"16777216", 0xD8F0D8u}, {Text(30, u'9'), 0xD8F0D8u}}) {
-        lies(zahl);
+        Prüfplatz p;
+        Ferientagedatei ferien(p.kanal, p.platz);
+        p.lege(p.daten(u"Ferientage.dat"),
+               {u"[Ferientage]", u"", zahl, u"", u"", u"2610:" + Text(31, u'0'),
+                u"2611:" + Text(5, u'1') + Text(26, u'0'), u"2611:" + Text(30, u'0') + u"1"});
+        ferien.Ferienindex_setzen(u"2611", false);
+        ferien.Ferientage_lesen();
         EXPECT_EQ(ferien.Ferienfarbe(), farbe) << zu_utf8(zahl);
         EXPECT_TRUE(ferien.Ferientag(31)) << "of several rows of a month the last";
         EXPECT_FALSE(ferien.Ferientag(1) || ferien.Ferientag(0) || ferien.Ferientag(32));
+        ferien.Ferienindex_setzen(u"2611", true);
+        ferien.Ferientage_lesen();
+        EXPECT_FALSE(ferien.Ferientag(31)) << "switched off";
     }
-    lies(u"0", true);
-    EXPECT_FALSE(ferien.Ferientag(31)) << "switched off";
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <set>
 #include <tuple>
 
@@ -32,20 +31,15 @@ TEST(Zeilen, DieGespeicherteForm) {
     };
     for (const auto& [schlüssel, klar, roh] : fälle)
         EXPECT_EQ(gespeichert(klar, schlüssel), roh) << schlüssel << " " << klar;
-    EXPECT_EQ(gelesen("\x20\x20\r\n"), "\xDF");
-    EXPECT_EQ(gelesen("\x20\x40\r\n"), "\xFF");
 }
 
 TEST(Zeilen, JederTextKommtMitJedemSchlüsselZurück) {
     std::string text;
     for (int c = 32; c <= 255; ++c)
         text += static_cast<char>(c);
-    for (int n = 0; n < 223 * 4; ++n) {
-        const int schlüssel = 32 + n % 223;
-        const size_t länge =
-            std::array{size_t{1}, size_t{63}, size_t{65}, text.size()}[static_cast<size_t>(n / 223)];
-        const std::string roh = gespeichert(text.substr(0, länge), schlüssel);
-        EXPECT_EQ(gelesen(roh), text.substr(0, länge)) << schlüssel;
+    for (int schlüssel = 32; schlüssel <= 254; ++schlüssel) {
+        const std::string roh = gespeichert(text, schlüssel);
+        EXPECT_EQ(gelesen(roh), text) << schlüssel;
         for (size_t i = 0; i + 2 < roh.size(); ++i)
             ASSERT_GE(static_cast<unsigned char>(roh[i]), 32) << "a control character is stored";
     }

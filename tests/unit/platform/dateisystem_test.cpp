@@ -126,6 +126,8 @@ TEST_P(Dateisystem, Ueberschreiben_laesst_den_Rest_bis_truncate) {
     EXPECT_EQ(fs->info(*h)->size, 3u);
     EXPECT_EQ(fs->close(*h), 0);
     EXPECT_EQ(lies(u"a.dat"), "abc");
+    EXPECT_EQ(fs->info(basis + u"fehlt").nummer(), 53);
+    EXPECT_TRUE(fs->info(basis)->folder && !fs->info(basis + u"a.dat")->folder);
 }
 
 TEST_P(Dateisystem, Umbenennen_ersetzt) {
@@ -176,18 +178,6 @@ TEST_P(Dateisystem, Listen_sind_sortiert_und_Namen_behalten_Umlaute) {
               (std::vector<Text>{u".verborgen", u"B.dat", u"a.dat", u"b.dat", u"Übung Ž.dat"}));
     EXPECT_EQ(lies(u"Übung Ž.dat"), "x");
     EXPECT_EQ(fs->list(basis + u"a.dat").nummer(), 76);
-}
-
-TEST_P(Dateisystem, Angaben_zu_Dateien_und_Ordnern) {
-    schreibe(u"a", "x");
-    const auto vorher = fs->info(basis + u"a");
-    ASSERT_TRUE(vorher);
-    EXPECT_NE(vorher->time, 0);
-    EXPECT_TRUE(fs->info(basis)->folder && !vorher->folder);
-    EXPECT_EQ(fs->info(basis + u"b").nummer(), 53);
-    EXPECT_TRUE(Datei_vorhanden(*fs, basis + u"a"));
-    EXPECT_FALSE(Datei_vorhanden(*fs, basis)) << "a folder is no file";
-    EXPECT_TRUE(Ordner_vorhanden(*fs, basis));
 }
 
 // Somebody else has claimed the name: he takes it, gives it up, or died over it.
