@@ -148,7 +148,10 @@ TEST(Erfassungsdateien, FehlerhafteZeilenWerdenGemeldetUndGehen) {
             EXPECT_EQ(fall.rolle, 2) << "staff cannot go on";
             EXPECT_EQ(p.fenster.hinweise,
                       std::vector<Text>{wann + u"!\n\nBitte Administrationslogbuch beachten!"});
-            EXPECT_EQ(p.Logzeilen(), (std::vector<Text>{log, log + u" bei anna", log + u" bei otto"}));
+            auto zeilen = p.Logzeilen();
+            EXPECT_EQ(zeilen.size(), fall.gesichert ? 4U : 3U) << "the last one names the copy";
+            zeilen.resize(3);
+            EXPECT_EQ(zeilen, (std::vector<Text>{log, log + u" bei anna", log + u" bei otto"}));
         } catch (const Programmabbruch& ende) {
             EXPECT_TRUE(ende.text().ends_with(u"Administratoren: <Name Vorname> (chef)"));
         }
