@@ -8,7 +8,7 @@ namespace {
 const Text DATEN = u"/srv/x/Data/";
 
 struct Netz : Haus {
-    Platzlauf p{*this, u"chef", u"/", u"P"}, q{*this, u"otto", u"/", u"Q"},
+    Platzlauf p{*this, u"chef", u"/", u"P"}, q{*this, u"chef", u"/", u"Q"},
         dritter{*this, u"chef", u"/", u"D"};
     Netz() { EXPECT_TRUE(starten(p) && starten(q)); }
     static bool starten(Platzlauf& platz) { return platz.starten({u"/path", DATEN, u"/nowelcomescreen"}); }

@@ -118,6 +118,8 @@ TEST_F(Fenster, Pause_in_laesst_nur_ein_Fenster_herein) {
     EXPECT_TRUE(neben.user_close()) << "as before";
     neben.beim_klick = [] { throw std::runtime_error("kaputt"); };
     EXPECT_THROW(app.Pause_in(neben, 1), std::runtime_error);
+    app.close(neben);
+    EXPECT_FALSE(neben.knopf.user_click());
 }
 
 } // namespace
