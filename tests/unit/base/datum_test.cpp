@@ -33,6 +33,8 @@ TEST(Datum, Jeder_Tag_folgt_auf_den_vorigen) {
 
 TEST(Datum, Formen_der_Arbeitsplätze) {
     const Datum d = Datum_aus(2026, 3, 9);
+    for (const auto& [kurz, lang] : {std::pair{0, 2000}, {79, 2079}, {80, 1980}})
+        EXPECT_EQ(volles_Jahr(kurz), lang);
     const std::pair<Datumsformat, const char*> tafel[] = {
         {{MTJ, u'/'}, "03/09/26"}, {{TMJ, u'.'}, "09.03.26"}, {{JMT, u'-'}, "26-03-09"}};
     for (const auto& [format, a] : tafel) {

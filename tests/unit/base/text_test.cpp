@@ -62,6 +62,16 @@ TEST(Text, Masken) {
     EXPECT_FALSE(passt_auf_Maske(viel, u"*a*a*a*a*a*a*a*a*b"));
 }
 
+TEST(Text, Trimmen_und_Val) {
+    const Text fest = Text(1, FESTES_LEERZEICHEN) + u" x\t" + Text(1, FESTES_LEERZEICHEN);
+    EXPECT_EQ(trimmen(u"  " + fest), fest) << "160 and tab are data";
+    EXPECT_EQ(trimmen(u"a "), u"a");
+    const std::pair<TextView, long> tafel[] = {{u"2611 K", 2611}, {u"  12", 12}, {u"-7x", -7}, {u"x1", 0}};
+    for (const auto& [text, wert] : tafel)
+        EXPECT_EQ(Val(text), wert) << S(text);
+    EXPECT_GT(Val(Text(400, u'9')), 0) << "no overflow";
+}
+
 TEST(Text, Utf8_hin_und_zurueck_und_verdorben) {
     const std::string gut = "Łódź – 1 €, ß, \xF0\x9F\x98\x80";
     EXPECT_EQ(zu_utf8(aus_utf8(gut)), gut);

@@ -28,6 +28,7 @@ TEST(Dateikanal, LeereRohzeile) {
         const auto gelesen = text_von<Laufzeitfehler>([&] { EXPECT_EQ(p.kanal.LineIn(), u""); });
         EXPECT_EQ(gelesen == u"<nichts>", pfad == monat);
         EXPECT_EQ(p.kanal.LineIn(), u"danach");
+        EXPECT_NE(text_von<Laufzeitfehler>([&] { p.kanal.LineIn(); }), u"<nichts>") << "past the end";
         p.kanal.Datei_schließen();
     }
 }

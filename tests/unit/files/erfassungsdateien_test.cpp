@@ -363,6 +363,10 @@ TEST(Erfassungsdateien, VerschwundenerMonat) {
     const Text datei = p.Monatsdatei(HEUTE, {A(u"anna", u"1")});
     ASSERT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611"));
     p.fs.platte().entferne(datei);
+    p.fenster.beim_Warten = [&] { p.Monatsdatei(HEUTE, {A(u"anna", u"1")}); };
+    EXPECT_TRUE(p.erfassung.Erfassungsdaten_lesen(u"2611")) << "for a moment only";
+    p.fenster.beim_Warten = {};
+    p.fs.platte().entferne(datei);
     EXPECT_FALSE(p.erfassung.Monat_geändert()) << "out of sight for a moment, as far as anybody knows";
     EXPECT_THROW(p.erfassung.Datensatz_speichern(A(u"anna", u"2")), Fehler);
     EXPECT_TRUE(p.Versionen().empty()) << "nothing is saved into an empty month";

@@ -28,6 +28,16 @@ TEST(GanzeDatei, NichtsGehtHalb) {
     EXPECT_EQ(p.dateien(), 1u) << "a sibling was left";
 }
 
+// A share may carry a rename out and lose the answer.
+TEST(GanzeDatei, VerloreneAntwort) {
+    Werkprobe p;
+    for (const char* aufruf : {"rename", "rename_new"})
+        p.fs.störe({.aufruf = aufruf, .wirkung = Wirkung::Fehler_dahinter});
+    EXPECT_TRUE(p.werk.ersetzen(PFAD, NEU));
+    EXPECT_TRUE(p.werk.neu_anlegen(u"/d/neu.dat", NEU));
+    EXPECT_EQ(p.dateien(), 2u);
+}
+
 TEST(GanzeDatei, AnhängenSchließtEineOffeneZeile) {
     const auto mit_NUL = std::string("a\0\r\nb\r\n", 7);
     for (const auto& [davor, danach] : {std::pair<std::string, std::string>{"a", mit_NUL},

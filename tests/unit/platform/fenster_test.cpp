@@ -20,6 +20,9 @@ struct Fensterattrappe : firma::StummesFenstersystem {
     void run(Form&) override { im_lauf(); }
     void run_modal(Form&) override { im_fenster(); }
     void message(const Text&) override { bei_meldung(); }
+    std::optional<Text> input(const Text&, const Text& titel, const Text& feld) override {
+        return titel + u"/" + feld;
+    }
     void wait(double) override { beim_warten(); }
     void process_events() override { beim_malen(); }
     void set_pointer(Mauszeiger z) override { zeiger = z; }
@@ -78,6 +81,7 @@ TEST_F(Fenster, Sanduhr_zaehlt_und_ruht_waehrend_einer_Frage) {
         EXPECT_FALSE(app.busy());
     }
     EXPECT_EQ(system.zeiger, Mauszeiger::Sanduhr);
+    EXPECT_EQ(app.Eingabe(u"Name", u"Adam||Suche"), u"Suche/Adam");
 }
 
 TEST_F(Fenster, Ein_langer_Dateiaufruf_zeigt_dass_gewartet_wird) {
