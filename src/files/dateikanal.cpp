@@ -152,6 +152,7 @@ Fehlercode Dateikanal::ausschreiben() {
         stand_ = anhang->info;
         davor_ = anhang->davor;
         kopf_ = anhang->kopf;
+        angehängt_ = std::move(ausgabe_);
         return 0;
     }
     case Dateimodus::Input: return 0;

@@ -54,9 +54,10 @@ public:
     bool letzte_Zeile_offen();                     // the file's last line lacks its end: the file was cut
     int Zeilennummer() const { return zeile_nr_; } // of the line read last, from 1
 
-    const FileInfo& Stand() const { return stand_; }          // of the file opened or written last
-    std::uint64_t Größe_vor_Anhang() const { return davor_; } // of the file appended to last
-    const std::string& Kopfbytes() const { return kopf_; }    // first bytes, as stored, of that file
+    const FileInfo& Stand() const { return stand_; }              // of the file opened or written last
+    std::uint64_t Größe_vor_Anhang() const { return davor_; }     // of the file appended to last
+    const std::string& Angehängtes() const { return angehängt_; } // the stored lines of the last append
+    const std::string& Kopfbytes() const { return kopf_; }        // first bytes, as stored, of that file
     const Text& Letzte_Datei() const { return letzte_datei_; }
     void Letzte_Datei_merken(const Text& pfad) { letzte_datei_ = pfad; } // while a file read is being judged
     const Dateiwerk& werk() const { return werk_; }
@@ -91,7 +92,7 @@ private:
     std::string ausgabe_;
     FileInfo stand_;
     std::uint64_t davor_ = 0;
-    std::string kopf_;
+    std::string kopf_, angehängt_;
 };
 
 // A missing file (1, 3) or a wrong header (2, 4). Kinds 1 and 2 lead to the repair, 3 and 4 (files of the

@@ -81,6 +81,7 @@ void Erfassungsdateien::Ausstehende_abschließen() {
     }
     for (const Text& yymm : ausstehend_.Monate())
         Unbestätigte_melden(yymm, ausstehend_.aufgeben(yymm));
+    log_.nachsehen();
 }
 
 } // namespace kalvora

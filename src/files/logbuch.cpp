@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 #include "files/ordner.h"
 
@@ -10,6 +11,7 @@ namespace kalvora {
 namespace {
 
 constexpr TextView STORNO = u":Storno";
+constexpr int HÖCHSTENS_VERSUCHE = 4;
 constexpr int NUTZLAST_AB = 19; // behind "dd.mm.yy hh:nn:ss|"
 
 Text Monat_davor(const Text& yymm) {
@@ -86,17 +88,43 @@ void Logbuch::Logbuch_ÜStd_ergänzen(int art, TextView text) {
 void Logbuch::anfügen(TextView name, const std::vector<Text>& zeilen) {
     if (zeilen.empty()) return;
     const Text datei = platz_.Monat_heute() + u" " + Text(name);
-    if (!in_Datei(platz_.Logpfad, datei, zeilen)) return;
+    const Text pfad = Datei_finden(kanal_.fs(), platz_.Logpfad, datei);
+    if (!in_Datei(pfad, zeilen)) return;
+    merken(pfad);
     // Of several records at once the copy gets the last one alone.
-    if (konfig_.werte().Setting(2) == 1) in_Datei(platz_.Temppfad, datei, {zeilen.back()});
+    if (konfig_.werte().Setting(2) == 1)
+        in_Datei(Datei_finden(kanal_.fs(), platz_.Temppfad, datei), {zeilen.back()});
 }
 
-bool Logbuch::in_Datei(const Text& ordner, const Text& datei, const std::vector<Text>& zeilen) {
-    const Text pfad = Datei_finden(kanal_.fs(), ordner, datei);
+bool Logbuch::in_Datei(const Text& pfad, const std::vector<Text>& zeilen) {
     if (!kanal_.Datei_öffnen(pfad, Dateimodus::Append, Fehlerweg::IgnoreErrors)) return false;
     for (const Text& zeile : zeilen)
         kanal_.LineOut(zeile);
     return kanal_.Datei_schließen() == 0;
+}
+
+void Logbuch::merken(const Text& pfad) {
+    const std::string& neue = kanal_.Angehängtes();
+    if (!ungesehen_.empty() && ungesehen_.back().pfad == pfad)
+        ungesehen_.back().zeilen += neue;
+    else
+        ungesehen_.push_back({pfad, {kanal_.Größe_vor_Anhang(), kanal_.Stand(), kanal_.Kopfbytes()}, neue});
+}
+
+// A log that is out of reach is looked at again next time. Whoever has written one anew had the records
+// before him.
+void Logbuch::nachsehen() {
+    const Dateiwerk& werk = kanal_.werk();
+    for (Ungesehenes& u : std::exchange(ungesehen_, {})) {
+        const auto fehlt = werk.Überschriebenes(u.pfad, u.wo, u.zeilen);
+        const bool vorbei = fehlt ? fehlt->empty() : fehlt.nummer() == FEHLER_NICHT_GEFUNDEN;
+        if (vorbei || ++u.versuch > HÖCHSTENS_VERSUCHE) continue;
+        if (fehlt) {
+            u.zeilen = *fehlt;
+            if (auto wo = werk.anhängen(u.pfad, u.zeilen, true)) u.wo = std::move(*wo);
+        }
+        ungesehen_.push_back(std::move(u));
+    }
 }
 
 void Logbuch::Logbuch_bereinigen(TextView art) {

@@ -1,5 +1,7 @@
 // The monthly logs in Logpfad. A record that cannot be written is lost by design: a log failure never stops
-// the user. While an action collects (`Sammeln`), records wait in the buffer for one flush.
+// the user. One that was written and then overwritten by another workstation's append, as shares allow, is
+// missed at the next look and written again. While an action collects (`Sammeln`), records wait in the buffer
+// for one flush.
 #pragma once
 
 #include <vector>
@@ -21,19 +23,30 @@ public:
     void Logbuch_ÜStd_ergänzen(int art, TextView text);
     // Takes pairs of a record and its ":Storno" out of this month's ("T") or last month's ("M") log.
     void Logbuch_bereinigen(TextView art);
+    // Looks for the records written since the last look.
+    void nachsehen();
 
     void Sammeln(bool an) { sammeln_ = an; }
     const std::vector<Text>& Logpuffer() const { return puffer_; }
     void Logpuffer_leeren() { puffer_.clear(); }
 
 private:
+    // Records of one or more appends that no look has seen yet.
+    struct Ungesehenes {
+        Text pfad;
+        Dateiwerk::Anhang wo; // of the first of them
+        std::string zeilen;   // as stored
+        int versuch = 1;
+    };
+    void merken(const Text& pfad);
     void anfügen(TextView name, const std::vector<Text>& zeilen);
-    bool in_Datei(const Text& ordner, const Text& datei, const std::vector<Text>& zeilen);
+    bool in_Datei(const Text& pfad, const std::vector<Text>& zeilen);
     Dateikanal& kanal_;
     Arbeitsplatz& platz_;
     const Konfigdaten& konfig_;
     bool sammeln_ = false;
     std::vector<Text> puffer_;
+    std::vector<Ungesehenes> ungesehen_;
 };
 
 } // namespace kalvora

@@ -130,6 +130,47 @@ Ergebnis<std::string> Dateiwerk::Kopf(FileSystem::Handle h) const {
     return kopf;
 }
 
+// What stands in the file from `ab` on.
+Ergebnis<std::string> Dateiwerk::Rest(FileSystem::Handle h, std::uint64_t ab) const {
+    using E = Ergebnis<std::string>;
+    const auto info = fs_.info(h);
+    if (!info) return E::fehler(info.nummer());
+    std::string rest(info->size > ab ? static_cast<std::size_t>(info->size - ab) : 0, '\0');
+    std::size_t gelesen = 0;
+    while (gelesen < rest.size()) {
+        const auto n = fs_.read_at(h, ab + gelesen, rest.data() + gelesen, rest.size() - gelesen);
+        if (!n) return E::fehler(n.nummer());
+        if (*n == 0) break;
+        gelesen += *n;
+    }
+    rest.resize(gelesen);
+    return rest;
+}
+
+Ergebnis<std::string> Dateiwerk::Überschriebenes(const Text& pfad, const Anhang& wo,
+                                                 std::string_view zeilen) const {
+    using E = Ergebnis<std::string>;
+    const auto h = fs_.open(pfad, OpenMode::Read);
+    if (!h) return E::fehler(h.nummer());
+    const OffeneDatei datei(fs_, *h);
+    const auto kopf = Kopf(*datei);
+    if (!kopf) return E::fehler(kopf.nummer());
+    if (!kopf->starts_with(wo.kopf)) return std::string();
+    const auto da = Rest(*datei, wo.davor);
+    if (!da) return E::fehler(da.nummer());
+    std::string fehlt;
+    for (std::size_t ende; !zeilen.empty(); zeilen.remove_prefix(ende)) {
+        ende = zeilen.find('\n') + 1; // each line has its end
+        const std::string_view zeile = zeilen.substr(0, ende);
+        std::size_t stelle = da->find(zeile);
+        while (stelle != std::string::npos && stelle > 0 && (*da)[stelle - 1] != '\n' &&
+               (*da)[stelle - 1] != '\0')
+            stelle = da->find(zeile, stelle + 1); // the end of a longer line
+        if (stelle == std::string::npos) fehlt += zeile;
+    }
+    return fehlt;
+}
+
 // A call that failed may have left a piece all the same. Only our own piece goes: somebody else's line may
 // stand in its place or behind it.
 void Dateiwerk::Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const {

@@ -43,6 +43,9 @@ public:
     // writer was ended in the middle of it. What a short write left is taken back. With `nur_bestehende` a
     // missing or emptied file is left alone: 53.
     Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
+    // Of the stored lines that such an append has written those that are gone: somebody else's append at the
+    // same moment has overwritten them, as shares allow. None when the file was written anew since.
+    Ergebnis<std::string> Überschriebenes(const Text& pfad, const Anhang& wo, std::string_view zeilen) const;
     // What a reader knows of the file: appends change its size, a rewrite its first bytes.
     struct Vorgefunden {
         std::uint64_t größe = 0;
@@ -63,6 +66,7 @@ private:
         FileInfo info;
     };
     Ergebnis<std::string> Kopf(FileSystem::Handle h) const;
+    Ergebnis<std::string> Rest(FileSystem::Handle h, std::uint64_t ab) const;
     void Stück_zurücknehmen(FileSystem::Handle h, std::uint64_t ab, std::string_view bytes) const;
     Ergebnis<FileSystem::Handle> Nebendatei_öffnen(const Text& ziel, Text& neben) const;
     Ergebnis<Nebendatei> in_nebendatei(const Text& ziel, std::string_view bytes,

@@ -117,6 +117,7 @@ bool Hauptfenster::Jahrestaste(int schritt) {
 
 void Hauptfenster::CheckErfassungsdaten() {
     d_.erfassung.Ausstehende_nachsehen();
+    d_.log.nachsehen();
     // Somebody may have gone back to an earlier state of the whole folder, however old its files are: that
     // writes the configuration, whether it is watched or not, and perhaps leaves the month as it is.
     const bool geändert = d_.erfassung.Monat_geändert() || d_.konfig.Datei_ersetzt();

@@ -84,5 +84,48 @@ TEST(Logbuch, BereinigenVerliertKeinenSatz) {
     EXPECT_EQ(p.log_zeilen().back(), u"neu");
 }
 
+// On a share the append of another workstation takes the place of ours now and then.
+TEST(Logbuch, ÜberschriebenesWirdNachgetragen) {
+    for (const std::string& davor : {std::string(), als_Datei({u"alt"})}) {
+        Logprobe p;
+        if (!davor.empty()) p.fs.schreibe(p.datei, davor);
+        for (const TextView text : {u"a", u"ab", u"b"})
+            p.log.Logbuch_ergänzen(1, text);
+        const std::string ganz = *p.fs.inhalt(p.datei);
+        p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), ganz);
+
+        p.log.Logbuch_ergänzen(1, u"c");
+        const std::string c = p.fs.inhalt(p.datei)->substr(ganz.size());
+        p.log.Logbuch_ergänzen(2, u"d");
+        std::string gestört = *p.fs.inhalt(p.datei);
+        gestört.replace(ganz.size(), c.size() - 2, c.size() - 2, 'x');
+        p.fs.schreibe(p.datei, gestört);
+        p.fs.störe({.aufruf = "open", .nummer = FEHLER_NETZ}); // out of reach for a look
+        p.log.nachsehen();
+        p.fs.störe_nicht();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört);
+        p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört + c) << "the one that has gone, and no other";
+        p.fs.schreibe(p.datei, gestört); // once more
+        p.log.nachsehen();
+        p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört + c);
+
+        // Seen is seen; a log that was written anew, or removed, is left as it is.
+        p.fs.schreibe(p.datei, gestört);
+        p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört);
+        p.log.Logbuch_ergänzen(1, u"e");
+        p.fs.schreibe(p.datei, als_Datei({u"anders", u"und noch etwas"}));
+        p.log.nachsehen();
+        EXPECT_EQ(p.log_zeilen().size(), 2u);
+        p.log.Logbuch_ergänzen(1, u"f");
+        (void)p.fs.remove(p.datei);
+        p.log.nachsehen();
+        EXPECT_FALSE(p.fs.gibt_es(p.datei));
+    }
+}
+
 } // namespace
 } // namespace kalvora
