@@ -145,5 +145,24 @@ TEST(Hauptfenster, MonatGehtMitDenJahren) {
     EXPECT_FALSE(p.gibt_es(DATEN + u"2701 261116 Data.dat"));
 }
 
+// A colleague's append has taken the place of the log record, as shares allow.
+TEST(Hauptfenster, ÜberschriebenerLogsatz) {
+    const Text datei = DATEN + u"Logs/2611 Kalvora.log";
+    for (const bool am_Ende : {false, true}) {
+        Plan p;
+        Platzlauf& l = p.öffne(u"anna");
+        l.trage_ein(u"anna", 19, 19, U);
+        const auto sätze = p.log();
+        ASSERT_FALSE(sätze.empty());
+        p.schreibe(datei, std::string(p.inhalt(datei)->size() - 2, 'x') + "\r\n");
+        if (am_Ende)
+            l.schließen();
+        else
+            l.fenster_().tmrTimer1.tick();
+        ASSERT_FALSE(p.log().empty());
+        EXPECT_EQ(p.log().back(), sätze.back());
+    }
+}
+
 } // namespace
 } // namespace kalvora
