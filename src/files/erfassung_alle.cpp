@@ -129,7 +129,7 @@ void Erfassungsdateien::Überholte_löschen(const std::vector<Version>& versione
     for (const Version& v : versionen) {
         if (v.stamm == neu->stamm) continue;
         const auto alt = Version_lesen(v, yymm);
-        if (!alt || enthält_alles(*neu, *alt)) ordner_.Alte_Erfassungsdateien_löschen({v}, neu->stamm);
+        if (alt && enthält_alles(*neu, *alt)) ordner_.Alte_Erfassungsdateien_löschen({v}, neu->stamm);
     }
 }
 

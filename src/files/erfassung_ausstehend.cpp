@@ -52,7 +52,10 @@ bool Erfassungsdateien::Ausstehende_nachsehen(const Text& yymm) {
     Monatsstand monat;
     try {
         auto inhalt = einmal_lesen(ordner_.in_Kraft(yymm), yymm, Fehlerweg::IgnoreErrors);
-        if (!inhalt) return false;
+        // Half a view is somebody's rewrite: it says nothing of what is missing.
+        if (!inhalt || inhalt->letzte_Zeile_offen || gesehen_.verschwunden(*inhalt) ||
+            gesehen_.geschrumpft(*inhalt))
+            return false;
         monat.inhalt = *std::move(inhalt);
     } catch (const Dateischaden&) {
         return false;

@@ -118,7 +118,7 @@ void Logbuch::nachsehen() {
     for (Ungesehenes& u : std::exchange(ungesehen_, {})) {
         const auto fehlt = werk.Überschriebenes(u.pfad, u.wo, u.zeilen);
         const bool vorbei = fehlt ? fehlt->empty() : fehlt.nummer() == FEHLER_NICHT_GEFUNDEN;
-        if (vorbei || ++u.versuch > HÖCHSTENS_VERSUCHE) continue;
+        if (vorbei || (fehlt && ++u.versuch > HÖCHSTENS_VERSUCHE)) continue;
         if (fehlt) {
             u.zeilen = *fehlt;
             if (auto wo = werk.anhängen(u.pfad, u.zeilen, true)) u.wo = std::move(*wo);

@@ -72,17 +72,26 @@ Text Programm::Backup_erstellen(TextView art) {
     return gemacht ? Text() : backups_->Hindernis();
 }
 
+// Backups that nobody can list or read just now stop no start.
+std::optional<Wiederherstellung::Gekürzt> Programm::gekürzter_Monat() const {
+    try {
+        if (backups_->Tagessicherung_fällig()) return wiederherstellung_->gekürzter_Monat();
+    } catch (const Laufzeitfehler& fehler) {
+        if (fehler.nummer == FEHLER_NETZ || !ist_Dateifehler(fehler.nummer)) throw;
+    }
+    return std::nullopt;
+}
+
 // What a month has lost since the newest backup is noticed before the day's one takes the rest for the whole.
 void Programm::Tagessicherung() {
-    if (backups_->Tagessicherung_fällig())
-        if (const auto monat = wiederherstellung_->gekürzter_Monat()) {
-            Dateischaden schaden(u"In der Datei " + Pfad_kürzen(monat->pfad, 100) +
-                                     u" fehlen Datensätze, die in der Sicherung vom " +
-                                     monat->Sicherungszeit + u" enthalten sind.",
-                                 monat->pfad);
-            schaden.nur_Verdacht = true;
-            throw schaden;
-        }
+    if (const auto monat = gekürzter_Monat()) {
+        Dateischaden schaden(u"In der Datei " + Pfad_kürzen(monat->pfad, 100) +
+                                 u" fehlen Datensätze, die in der Sicherung vom " + monat->Sicherungszeit +
+                                 u" enthalten sind.",
+                             monat->pfad);
+        schaden.nur_Verdacht = true;
+        throw schaden;
+    }
     if (mit_Fortschritt([&] { return backups_->Tagessicherung(); })) erster_Start_des_Tages_ = true;
 }
 

@@ -72,6 +72,7 @@ private:
     void Logordner_einrichten() const;
     void Programmsperre_prüfen();
     void Erster_Lauf();
+    std::optional<Wiederherstellung::Gekürzt> gekürzter_Monat() const;
     void Tagessicherung();
     void Inipfad_einrichten();
     void Gemeinsame_Dateien_lesen();

@@ -35,6 +35,7 @@ bool Reparatur::zuständig(const Dateischaden& schaden) const {
 
 void Reparatur::Startfehler(const Dateischaden& schaden) {
     const Text &datei = schaden.datei, &text = schaden.text();
+    if (ist_Kalvoradat(datei) && !Datenordner_erkennen(datei)) kein_Datenordner(datei, text);
     const bool begonnen =
         d_.app.Frage(u"Es ist folgendes Problem aufgetreten:\n\n" + text +
                      u"\n\nDas Programm kann jetzt versuchen, eine Standardversion der Datei "
@@ -73,7 +74,10 @@ void Reparatur::Startfehler(const Dateischaden& schaden) {
 // The same question may have been answered on another workstation while it stood here: what was restored
 // there stays.
 bool Reparatur::inzwischen_heil(const Dateischaden& schaden) const {
-    if (schaden.nur_Verdacht) return false;
+    if (schaden.nur_Verdacht) {
+        const auto monat = wiederherstellung_.gekürzter_Monat();
+        return !monat || monat->pfad != schaden.datei;
+    }
     if (schaden.datei.empty()) return fehlende_Monate().empty();
     const auto jetzt = d_.kanal.werk().lesen(schaden.datei);
     if (!jetzt || jetzt->größe == 0) return false;
@@ -162,14 +166,16 @@ Reparatur::Altes Reparatur::aufbewahren(const Text& datei, const Text& text) con
 
 // The workstation's own file. Only with a data folder to name is the damaged one replaced: without it the
 // next start would begin a new company.
+void Reparatur::kein_Datenordner(const Text& datei, const Text& text) {
+    throw Programmabbruch(Text(MODUL),
+                          u"Es ist folgendes Problem aufgetreten:\n\n" + text +
+                              u"\n\nWiederherstellen nicht möglich. In der Datei " + Pfad_kürzen(datei, 100) +
+                              u" ist kein erreichbarer Datenordner zu erkennen. Starten Sie das Programm mit "
+                              u"dem Aufrufparameter /setpath und dem Pfad des Datenordners",
+                          u"NoLog");
+}
+
 void Reparatur::Kalvoradat_herstellen(const Text& datei, const Text& text) {
-    if (!Datenordner_erkennen(datei))
-        throw Programmabbruch(
-            Text(MODUL),
-            u"Wiederherstellen nicht möglich. In der Datei " + Pfad_kürzen(datei, 100) +
-                u" ist kein erreichbarer Datenordner zu erkennen. Starten Sie das Programm mit "
-                u"dem Aufrufparameter /setpath und dem Pfad des Datenordners",
-            u"NoLog");
     if (ParentDir(datei) == platz_.Systempfad) aufbewahren(datei, text); // it is read before any other
     Kalvoradat_schreiben(d_.kanal, platz_);
     throw Programmabbruch(Text(MODUL), u"Wiederherstellen beendet. Starten Sie das Programm jetzt neu",
@@ -222,7 +228,15 @@ void Reparatur::Datei_zurückholen(const Text& datei, const Altes& alt, const Te
     const auto jetzt = d_.kanal.werk().lesen(datei);
     if (jetzt && (!alt.lesbar || alt.kopie.empty() || jetzt->sicht() != alt.bytes)) war_schneller(datei);
     const Text name = Dateiname_aus_Pfad(datei);
-    if (wiederherstellung_.Datei_zurückholen(name)) return;
+    const auto gelesen = jetzt ? std::optional(gesehen(*jetzt).als_Vorgefunden()) : std::nullopt;
+    try {
+        if (wiederherstellung_.Datei_zurückholen(name, gelesen)) return;
+    } catch (const Laufzeitfehler& fehler) { // it took a while to look through the backups
+        if (fehler.nummer == FEHLER_EXISTIERT) war_schneller(datei);
+        throw;
+    }
+    if (const auto noch = d_.kanal.werk().lesen(datei); noch && noch->sicht() != alt.bytes)
+        war_schneller(datei);
     nicht_aus_Backup(datei);
     if (fs().remove(datei) != 0 && fs().info(datei).nummer() != FEHLER_NICHT_GEFUNDEN)
         nicht_zu_löschen(datei, text, alt.kopie);

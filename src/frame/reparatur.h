@@ -39,6 +39,7 @@ private:
     Altes aufbewahren(const Text& datei, const Text& text) const;
     [[noreturn]] static void nicht_zu_löschen(const Text& datei, const Text& text, const Text& kopie);
     [[noreturn]] static void war_schneller(const Text& datei);
+    [[noreturn]] static void kein_Datenordner(const Text& datei, const Text& text);
     [[noreturn]] void Kalvoradat_herstellen(const Text& datei, const Text& text);
     bool Datenordner_erkennen(const Text& datei) const;
     void sperren(const Text& datei, const Text& monate);

@@ -256,7 +256,8 @@ void Programm::Gemeinsame_Dateien_lesen() {
     const auto a = aufruf_.Aufrufparameter(u"a");
     daten_->konfig.Dienstlauf(a && gleich_ohne_Fall(*a, u"dienstlauf"));
     daten_->konfig.Konfigdaten_lesen();
-    if (std::exchange(nachgeholt_, false)) daten_->konfig.Konfigdaten_schreiben();
+    if (nachgeholt_) daten_->konfig.Konfigdaten_schreiben();
+    nachgeholt_ = false;
     if (aufruf_.enthalten(u"setting")) Setting_setzen();
     daten_->personal.Mitarbeiterdaten_lesen();
     daten_->feiertage.Feiertage_lesen();

@@ -161,12 +161,13 @@ bool Backups::verjüngen(const Text& pfad) const {
     const auto da = ansehen(fs, pfad);
     const auto h =
         da ? fs.open(pfad, OpenMode::Overwrite) : Ergebnis<FileSystem::Handle>::fehler(da.nummer());
-    if (h) {
-        (void)fs.write(*h, da->kopf);
-        (void)fs.sync(*h);
-        (void)fs.close(*h);
-    }
-    return static_cast<bool>(da);
+    if (!h) return false;
+    const auto info = fs.info(*h);
+    const bool dieselbe = info && info->size == da->info.size; // not one that the open has made
+    const bool geschrieben = dieselbe && fs.write(*h, da->kopf) && fs.sync(*h) == 0;
+    (void)fs.close(*h);
+    if (info && info->size == 0) (void)fs.remove(pfad);
+    return geschrieben;
 }
 
 // The window of restore points tells them apart by the second.
@@ -178,8 +179,12 @@ bool Backups::aufnehmen(const Text& pfad) {
     };
     const std::int64_t davor = name_.empty() ? 0 : Sekunde(platz_.Backuppfad + name_);
     bool da = verjüngen(pfad);
-    if (da && davor != 0 && davor == Sekunde(pfad)) {
-        kanal_.app().Pause(1);
+    const std::function<void()> warten[] = {
+        [&] { kanal_.app().Pause(1); }, // which may be a script's own time
+        [&] { fs.wait(1); }};
+    for (const auto& eine_Sekunde : warten) {
+        if (!da || davor == 0 || davor != Sekunde(pfad)) break;
+        eine_Sekunde();
         da = verjüngen(pfad);
     }
     const auto umbenennen = [&](const Text& neu) -> Fehlercode {
@@ -241,14 +246,17 @@ bool Backups::Tagessicherung() {
         log_.Logbuch_bereinigen(art);
         gemacht = true;
     };
-    ohne_Meldung([&] {
+    try {
         // A backup of nothing would pass for one.
         const auto namen = kanal_.fs().list(platz_.Datenpfad);
         const auto Daten = [](const Text& name) { return passt_auf_Maske(name, u"*.dat"); };
-        if (namen && std::none_of(namen->begin(), namen->end(), Daten)) return;
+        if (namen && std::none_of(namen->begin(), namen->end(), Daten)) return false;
         if (!vorhanden(platz_.Monat_heute(), u"M")) sichern(u"M");
         if (!vorhanden(platz_.Heute_S, u"M") && !vorhanden(platz_.Heute_S, u"T")) sichern(u"T");
-    });
+    } catch (const Laufzeitfehler& fehler) { // Backups/ cannot be listed
+        if (fehler.nummer == FEHLER_NETZ) throw;
+        Fehler_vermerken(fehler.nummer, u"Lesen", platz_.Backuppfad);
+    }
     return gemacht;
 }
 

@@ -31,9 +31,9 @@ public:
     std::optional<Bestand> Ersatzsicherung();
     // The container at `pfad` becomes one of kind T, the newest of all. False: it stays where it is.
     bool aufnehmen(const Text& pfad);
+    bool Tagessicherung_fällig() const;
     // Why the latest backup was not made, as it stands in the log; empty when it was, or without a cause that
     // anybody could remove.
-    bool Tagessicherung_fällig() const;
     const Text& Hindernis() const { return hindernis_; }
     // The one of kind F of this day: made now, or there already.
     bool Fehlersicherung(const Text& beschädigt = {}) {

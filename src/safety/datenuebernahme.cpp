@@ -13,11 +13,12 @@ bool Datenübernahme::Wiederherstellungspunkt(const Text& Backupname) {
 
 bool Datenübernahme::übernehmen(const Text& datei, const Text& Logtext) {
     return als_Prozedur(u"modKalvora - Datenübernahme", [&] {
-        const auto container = lesen(datei);
+        auto container = lesen(datei);
         if (!container || !zulässig(*container)) return false;
         const bool Daten = Daten_vorhanden();
         if (Daten && !einverstanden()) return false;
         const Application::Sanduhrwache sanduhr(app_, true);
+        container->Monate_neu_beginnen(kanal_.schlüssel());
         if (!ersatz_.Datenordner_ersetzen(*container, {Daten, Logtext})) return false;
         konfig_.Konfigdaten_lesen();
         konfig_.Konfigdaten_schreiben(); // in this version's form

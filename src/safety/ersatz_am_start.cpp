@@ -3,8 +3,10 @@
 #include <new>
 
 #include "files/ordner.h"
+#include "files/versionsname.h"
 #include "files/zweite_lesung.h"
 #include "safety/ersatzmeldung.h"
+#include "safety/monatsrettung.h"
 #include "safety/ordnerersatz.h"
 
 namespace kalvora {
@@ -19,14 +21,7 @@ bool Ordnerersatz::Begonnenes_abschließen() {
     return als_Prozedur(ERSATZMODUL, [&] {
         for (int anlauf = 1; anlauf <= ANLÄUFE; ++anlauf) {
             if (!Auftrag_steht() || !Amt_am_Start()) return false;
-            Abschluss ergebnis = Abschluss::abgelöst;
-            try {
-                ergebnis = als_Inhaber_abschließen();
-                amt_.niederlegen();
-            } catch (const Fehler&) {
-                amt_.niederlegen();
-                throw;
-            }
+            const Abschluss ergebnis = amt_.ausüben([&] { return als_Inhaber_abschließen(); });
             if (ergebnis != Abschluss::abgelöst) return ergebnis == Abschluss::fertig;
         }
         throw nicht_fertig(u"Sie wird von einem anderen Arbeitsplatz ausgeführt.",
@@ -189,16 +184,30 @@ std::optional<Bestand> Ordnerersatz::Umschau(const Gelesen& container, const Dav
     return alle;
 }
 
+namespace {
+
+// The copy is its backup, but for the months' heads.
+bool gleicher_Stand(const Wiederherstellung::Gelesen& a, const Wiederherstellung::Gelesen& b) {
+    return std::equal(a.mitglieder.begin(), a.mitglieder.end(), b.mitglieder.begin(), b.mitglieder.end(),
+                      [](const Containermitglied& m, const Containermitglied& n) {
+                          if (m.name != n.name || m.bytes.size() != n.bytes.size()) return false;
+                          return ist_Versionsname(m.name) ? hinter_Kopf(m.bytes) == hinter_Kopf(n.bytes)
+                                                          : m.bytes == n.bytes;
+                      });
+}
+
+} // namespace
+
 // Of which backup the copy was is known by its content alone.
 Text Ordnerersatz::Herkunft(const Gelesen& container, const Text& davor) const {
     const Text anfang = u"Datenordner wiederhergestellt";
-    const auto bytes = container.inhalt.sicht();
+    const auto größe = container.inhalt.größe;
     try {
         for (const Text& name : wiederherstellung_.Sicherungen()) {
             const auto info = kanal_.fs().info(platz_.Backuppfad + name);
-            if (!info || info->size != bytes.size()) continue;
-            const auto inhalt = kanal_.werk().lesen(platz_.Backuppfad + name);
-            if (inhalt && inhalt->sicht() == bytes)
+            if (!info || info->size != größe) continue;
+            const auto sicherung = wiederherstellung_.lesen(platz_.Backuppfad + name);
+            if (sicherung && gleicher_Stand(*sicherung, container))
                 return anfang + u" mit Sicherung vom " + Sicherungszeit_von(name);
         }
     } catch (

@@ -41,14 +41,18 @@ std::vector<int> Ersatzamt::Nummern() const {
     return alle;
 }
 
-// Of one that cannot be read now only the number is known.
+// Of one that cannot be read now only the number is known. A share may remember an older listing: the numbers
+// behind it are asked for by name.
 std::optional<Ersatzamt::Träger> Ersatzamt::höchster() const {
     const std::vector<int> alle = Nummern();
-    if (alle.empty()) return std::nullopt;
-    const auto inhalt = kanal_.werk().lesen(Pfad(alle.back()));
+    int nummer = alle.empty() ? 0 : alle.back();
+    while (Datei_vorhanden(kanal_.fs(), Pfad(nummer + 1)))
+        ++nummer;
+    if (nummer == 0) return std::nullopt;
+    const auto inhalt = kanal_.werk().lesen(Pfad(nummer));
     if (inhalt.nummer() == FEHLER_NETZ) throw Zugriffsfehler(FEHLER_NETZ, platz_.Backuppfad);
-    if (!inhalt) return Träger{alle.back(), {}, {}};
-    return Träger{alle.back(), inhalt->info, aus_utf8(inhalt->sicht())};
+    if (!inhalt) return Träger{nummer, {}, {}};
+    return Träger{nummer, inhalt->info, aus_utf8(inhalt->sicht())};
 }
 
 // Of two processes of one user on one machine with the same folder of his own only one runs: the other one
@@ -85,7 +89,10 @@ Ersatzamt::Antritt Ersatzamt::antreten(bool geduldig, const std::function<bool()
         const auto da = höchster();
         const bool frei = !da || still >= STILLE || eigener_Vorgänger(da->inhalt);
         if (frei && eintragen(da ? da->nummer + 1 : 1)) return Antritt::angetreten;
-        if (frei) continue;
+        if (frei) { // somebody was faster
+            kanal_.app().Pause(RUNDE);
+            continue;
+        }
         const bool lebt = da->nummer != vorher.nummer || da->info.size != vorher.info.size ||
                           da->info.time != vorher.info.time;
         if (lebt && vorher.nummer > 0 && !geduldig) return Antritt::vergeben;

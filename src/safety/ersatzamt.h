@@ -4,6 +4,7 @@
 // and the former holder finds himself relieved.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <optional>
 
@@ -28,6 +29,18 @@ public:
     bool gilt() const;                    // still this one; a fault is thrown
     void Lebenszeichen();                 // to be called while the work goes on
     void niederlegen();
+    // Leaves the office on every way out but the process's own end.
+    template <class F>
+    auto ausüben(F&& arbeit) {
+        try {
+            auto ergebnis = arbeit();
+            niederlegen();
+            return ergebnis;
+        } catch (const std::exception&) {
+            niederlegen();
+            throw;
+        }
+    }
 
 private:
     struct Träger {

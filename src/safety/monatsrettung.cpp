@@ -106,4 +106,41 @@ std::string Monat_ergänzt(std::string_view basis, std::string_view beschädigt,
     return aus;
 }
 
+std::optional<std::string> Personen_ergänzt(std::string_view früher, std::string_view datei) {
+    const std::vector<Satz> alte = zerlegt(std::string(früher)).sätze;
+    const Stand war(alte), ist(zerlegt(std::string(datei)).sätze);
+    const auto leer = [](const std::string& satz) {
+        return satz.find_last_not_of(' ') < satz.size() - static_cast<std::size_t>(TAGE);
+    };
+    std::string aus(datei.substr(0, datei.rfind('\n') + 1));
+    const std::size_t davor = aus.size();
+    for (const Satz& s : alte) {
+        const auto tage = war.A.find(s.schlüssel);
+        if (tage == war.A.end() || leer(tage->second) || ist.A.contains(s.schlüssel)) continue;
+        if (s.Kommentar || s.klar == tage->second) aus += s.roh + "\r\n";
+    }
+    return aus.size() > davor ? std::optional(std::move(aus)) : std::nullopt;
+}
+
+std::string_view hinter_Kopf(std::string_view bytes) {
+    for (int n = 1; n <= KOPFZEILEN; ++n)
+        bytes.remove_prefix(std::min(bytes.find('\n'), bytes.size() - 1) + 1);
+    return bytes;
+}
+
+void neu_beginnen(char* bytes, std::size_t größe, Schlüsselquelle& schlüssel) {
+    Rohzeilen zeilen(bytes, größe);
+    for (int n = 1; n <= KOPFZEILEN; ++n) {
+        const auto zeile = zeilen.nächste();
+        if (!zeile || !zeile->mit_Ende || zeile->länge == 0) return;
+        std::string roh(zeile->anfang, zeile->länge), neu;
+        const auto bisher = static_cast<std::uint8_t>(roh[0]);
+        std::uint8_t anderer = bisher;
+        while (anderer == bisher)
+            anderer = schlüssel.nächster();
+        Zeile_verschlüsseln(neu, Zeile_entschlüsseln(roh.data(), roh.size()), anderer);
+        if (neu.size() == roh.size() + 2) std::copy_n(neu.data(), roh.size(), zeile->anfang); // behind: CR LF
+    }
+}
+
 } // namespace kalvora

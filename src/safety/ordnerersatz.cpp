@@ -13,17 +13,8 @@ namespace {
 
 constexpr int RUNDEN = 4;
 
-// Leaves the office on every way out but the process's own end.
-template <class F>
-auto im_Amt(Ersatzamt& amt, F&& f) {
-    try {
-        auto ergebnis = f();
-        amt.niederlegen();
-        return ergebnis;
-    } catch (const Fehler&) {
-        amt.niederlegen();
-        throw;
-    }
+Text Ursache(const Text& hindernis) {
+    return hindernis.empty() ? Text() : u" Ursache: " + hindernis + u".";
 }
 
 } // namespace
@@ -66,7 +57,8 @@ bool Ordnerersatz::bereit() {
     const Text ordner = Pfad_kürzen(platz_.Backuppfad, 100);
     const auto probe = Probe();
     if (probe.nummer() == FEHLER_VOLL)
-        return ablehnen(u"Fehler beim Zwischenspeichern von Dateien im Ordner " + ordner + u".");
+        return ablehnen(u"Fehler beim Zwischenspeichern von Dateien im Ordner " + ordner + u"." +
+                        Ursache(Text(Fehlerursache(FEHLER_VOLL))));
     const auto tote_Verknüpfung = [&] {
         return !fs.info(Kopie()) && wiederherstellung_.ist_Verknüpfung(platz_.Backuppfad, Text(REDOKOPIE));
     };
@@ -102,7 +94,7 @@ bool Ordnerersatz::Datenordner_ersetzen(const Gelesen& container, const Auftrag&
     return als_Prozedur(ERSATZMODUL, [&] {
         if (const auto Ordner = Ordner_im_Weg(container)) return ablehnen(*Ordner);
         if (!bereit() || !Antritt_gelungen()) return false;
-        return im_Amt(amt_, [&] {
+        return amt_.ausüben([&] {
             Bestand bestand;
             if (!Kopie_anlegen(container, auftrag.sichern, bestand)) return false;
             auto darf_weg = auftrag.sichern ? std::optional(std::move(bestand)) : std::nullopt;
@@ -128,7 +120,8 @@ bool Ordnerersatz::Kopie_anlegen(const Gelesen& container, bool sichern, Bestand
     if (!neu) {
         if (!alte) (void)kanal_.fs().remove(Kopie()); // should it stand all the same
         return ablehnen(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
-                        Pfad_kürzen(platz_.Backuppfad, 100) + u".");
+                        Pfad_kürzen(platz_.Backuppfad, 100) + u"." +
+                        Ursache(Text(Fehlerursache(neu.nummer()))));
     }
     const auto kopie = kanal_.werk().stand(Kopie()); // some servers set the stamp when a file is closed
     kopie_ = kopie ? *kopie : *neu;
@@ -144,10 +137,8 @@ bool Ordnerersatz::vorher_sichern(Bestand& bestand) {
         bestand = std::move(*alles);
         return true;
     }
-    const Text& hindernis = backups_.Hindernis();
     return ablehnen(u"Fehler beim Zwischenspeichern von Dateien im Ordner " +
-                    Pfad_kürzen(platz_.Backuppfad, 100) + u"." +
-                    (hindernis.empty() ? Text() : u" Ursache: " + hindernis + u"."));
+                    Pfad_kürzen(platz_.Backuppfad, 100) + u"." + Ursache(backups_.Hindernis()));
 }
 
 bool Ordnerersatz::Kopie_entfernt() const {

@@ -1,6 +1,7 @@
 #include "safety/wiederherstellung.h"
 
 #include <algorithm>
+#include <map>
 
 #include "base/cp1252.h"
 #include "files/monatsdatei.h"
@@ -78,12 +79,14 @@ bool Wiederherstellung::ist_Verknüpfung(const Text& ordner, const Text& name) c
     return link && *link;
 }
 
-void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes) {
+// With `gelesen` only while that still stands there, 58 otherwise.
+void Wiederherstellung::schreiben(const Text& ordner, const Text& name, std::string_view bytes,
+                                  const std::optional<Dateiwerk::Vorgefunden>& gelesen) {
     const Text ziel = ordner + name, andere = Datei_finden(kanal_.fs(), ordner, name);
     if (ist_Verknüpfung(ordner, name))
         if (const int f = kanal_.fs().remove(ziel); f != 0 && f != FEHLER_NICHT_GEFUNDEN)
             throw Zugriffsfehler(f, ziel);
-    const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes);
+    const auto ergebnis = kanal_.werk().ersetzen(ziel, bytes, gelesen ? &*gelesen : nullptr);
     if (!ergebnis) throw Zugriffsfehler(ergebnis.nummer(), ziel);
     Schreibweise_entfernen(kanal_.fs(), andere, ziel);
     kanal_.Daten_geändert = true;
@@ -133,44 +136,61 @@ bool Wiederherstellung::passt(const Text& name, std::string_view bytes) const {
 }
 
 // Of a month whose every backup has faulty lines the newest one is better than none.
-bool Wiederherstellung::Datei_zurückholen(const Text& name) {
+bool Wiederherstellung::Datei_zurückholen(const Text& name,
+                                          const std::optional<Dateiwerk::Vorgefunden>& gelesen) {
     return als_Prozedur(u"modKalvora - Restore_aus_Backupdatei", [&] {
         Version gefunden;
         quelle_.clear();
         Sicherungen_durchgehen([&](const Gelesen& container, const Text& Backupname) {
             const Containermitglied* m = container.finden(name);
-            return m && passt(name, m->bytes) && Version_prüfen(name, m->bytes, gefunden, Backupname);
+            return m && passt(name, m->bytes) &&
+                   Version_prüfen(name, m->bytes, gefunden, Backupname) == Dateiprobe::Urteil::heil;
         });
         quelle_ = gefunden.quelle;
         if (gefunden.stamm.empty()) return false;
         const bool Log = !endet_ohne_Fall(name, u".dat");
-        schreiben(Log ? platz_.Logpfad : platz_.Datenpfad, name, gefunden.bytes);
+        schreiben(Log ? platz_.Logpfad : platz_.Datenpfad, name, gefunden.bytes, gelesen);
         return true;
     });
 }
 
-// Takes the version when it is sound, or readable and the first. True: it is sound.
-bool Wiederherstellung::Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
-                                       const Text& Backupname) const {
+// Takes the version when it is sound, or readable and the first.
+Dateiprobe::Urteil Wiederherstellung::Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
+                                                     const Text& Backupname) const {
     using Urteil = Dateiprobe::Urteil;
     const Urteil urteil = probe_.prüfen(name, bytes).urteil;
-    if (urteil == Urteil::beschädigt || (urteil != Urteil::heil && !beste.stamm.empty())) return false;
-    beste = {Text(links(name, STAMMLÄNGE)), std::string(bytes), urteil, Backupname};
-    return urteil == Urteil::heil;
+    if (urteil == Urteil::heil || (urteil != Urteil::beschädigt && beste.stamm.empty()))
+        beste = {Text(links(name, STAMMLÄNGE)), std::string(bytes), urteil, Backupname};
+    return urteil;
 }
 
+// From the newest to the oldest.
+std::vector<const Containermitglied*> Wiederherstellung::Versionen(const Gelesen& container,
+                                                                   const Text& yymm) const {
+    std::vector<const Containermitglied*> versionen;
+    for (const Containermitglied& m : container.mitglieder)
+        if (ist_Versionsname(m.name) && links(m.name, 4) == yymm) versionen.push_back(&m);
+    std::sort(versionen.begin(), versionen.end(),
+              [](const auto* a, const auto* b) { return a->name > b->name; });
+    return versionen;
+}
+
+// The newest sound one, and what can be read in newer ones with faulty lines.
 Wiederherstellung::Version Wiederherstellung::aus_Sicherungen(const Text& yymm) const {
+    using Urteil = Dateiprobe::Urteil;
     Version beste;
+    std::vector<std::string> lückenhafte; // from the newest to the oldest
     Sicherungen_durchgehen([&](const Gelesen& container, const Text& Backupname) {
-        std::vector<const Containermitglied*> versionen;
-        for (const Containermitglied& m : container.mitglieder)
-            if (ist_Versionsname(m.name) && links(m.name, 4) == yymm) versionen.push_back(&m);
-        std::sort(versionen.begin(), versionen.end(),
-                  [](const auto* a, const auto* b) { return a->name > b->name; });
-        return std::any_of(versionen.begin(), versionen.end(), [&](const Containermitglied* m) {
-            return Version_prüfen(m->name, m->bytes, beste, Backupname);
-        });
+        for (const Containermitglied* m : Versionen(container, yymm)) {
+            const Urteil urteil = Version_prüfen(m->name, m->bytes, beste, Backupname);
+            if (urteil == Urteil::heil) return true;
+            if (urteil == Urteil::fehlerhafte_Zeilen) lückenhafte.emplace_back(m->bytes);
+        }
+        return false;
     });
+    if (beste.urteil != Urteil::heil) return beste;
+    for (auto neuere = lückenhafte.rbegin(); neuere != lückenhafte.rend(); ++neuere)
+        beste.bytes = Monat_ergänzt(beste.bytes, *neuere, yymm);
     return beste;
 }
 
@@ -201,39 +221,84 @@ bool dieselbe_Fassung(std::string_view a, std::string_view b) {
     return n > 0 && a.substr(0, n) == b.substr(0, n);
 }
 
+// A look that is cheap: the last bytes stand where they stood, so that nothing before them has gone.
+bool Ende_steht(FileSystem& fs, const Text& pfad, std::string_view gesichert) {
+    std::string da(std::min(gesichert.size(), KOPFBYTES), '\0');
+    const auto h = fs.open(pfad, OpenMode::Read);
+    if (!h) return false;
+    const auto n = fs.read_at(*h, gesichert.size() - da.size(), da.data(), da.size());
+    (void)fs.close(*h); // nothing was written: its result says nothing
+    return n && *n == da.size() && gesichert.ends_with(da);
+}
+
 } // namespace
 
+void Wiederherstellung::Gelesen::Monate_neu_beginnen(Schlüsselquelle& schlüssel) {
+    for (const Containermitglied& m : mitglieder)
+        if (ist_Versionsname(m.name))
+            neu_beginnen(inhalt.bytes.get() + (m.bytes.data() - inhalt.bytes.get()), m.bytes.size(),
+                         schlüssel);
+}
+
+// Rows of the same version come from the newest backup that has more of them. A torn version of today is in
+// no backup yet; the newest earlier one tells at least who is missing.
 std::optional<std::string> Wiederherstellung::Monat_vervollständigt(const Text& name,
                                                                     std::string_view bytes) const {
-    std::optional<std::string> aus;
+    std::optional<std::string> aus, mit_Personen;
+    bool bekannt = bytes.ends_with('\n');
     Sicherungen_durchgehen([&](const Gelesen& container, const Text&) {
-        const Containermitglied* m = container.finden(name);
-        if (m && dieselbe_Fassung(m->bytes, bytes) && Sätze_fehlen(m->bytes, bytes))
-            aus = Monat_ergänzt(m->bytes, bytes, Text(links(name, 4)));
+        for (const Containermitglied* m : Versionen(container, Text(links(name, 4)))) {
+            if (links(m->name, STAMMLÄNGE) > links(name, STAMMLÄNGE)) continue;
+            const bool dieselbe = dieselbe_Fassung(m->bytes, bytes);
+            if (dieselbe && Sätze_fehlen(m->bytes, bytes))
+                aus = Monat_ergänzt(m->bytes, bytes, Text(links(name, 4)));
+            if (!dieselbe && !bekannt) mit_Personen = Personen_ergänzt(m->bytes, bytes);
+            bekannt = true;
+            break;
+        }
         return aus.has_value();
     });
-    return aus;
+    return aus ? aus : mit_Personen;
+}
+
+// Looked at twice: one look may be a moment's. A month that has grown and has a faulty line was not cut: that
+// line is what is missing, and it is seen to when the month is shown.
+bool Wiederherstellung::fehlen_Sätze(const Text& pfad, std::string_view gesichert) const {
+    const auto fehlen = [&] {
+        const auto inhalt = kanal_.werk().lesen(pfad);
+        if (!inhalt || !dieselbe_Fassung(gesichert, inhalt->sicht()) ||
+            !Sätze_fehlen(gesichert, inhalt->sicht()))
+            return false;
+        return inhalt->größe < gesichert.size() ||
+               probe_.Fehler(Dateiname_aus_Pfad(pfad), inhalt->sicht()).empty();
+    };
+    if (!fehlen()) return false;
+    kanal_.app().Pause(KURZ_WARTEN);
+    return fehlen();
+}
+
+std::optional<Wiederherstellung::Gekürzt> Wiederherstellung::gekürzt(const Gelesen& container,
+                                                                     const Text& Backupname) const {
+    std::map<Text, Text> in_Kraft; // the greatest name of each month
+    for (const Text& name : Dateien(kanal_.fs(), platz_.Datenpfad, u"*Data.dat", true))
+        if (ist_Versionsname(name)) in_Kraft[Text(links(name, 4))] = name; // they come sorted
+    for (const Containermitglied& m : container.mitglieder) {
+        const auto treffer = in_Kraft.find(Text(links(m.name, 4)));
+        if (treffer == in_Kraft.end() || !gleich_ohne_Fall(treffer->second, m.name)) continue;
+        const Text pfad = platz_.Datenpfad + m.name;
+        if (Ende_steht(kanal_.fs(), pfad, m.bytes) || !fehlen_Sätze(pfad, m.bytes)) continue;
+        return Gekürzt{pfad, Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, Backupname, false))};
+    }
+    return std::nullopt;
 }
 
 std::optional<Wiederherstellung::Gekürzt> Wiederherstellung::gekürzter_Monat() const {
-    const auto alle = Sicherungen();
-    const auto container = alle.empty() ? std::nullopt : lesen(platz_.Backuppfad + alle[0]);
-    if (!container) return std::nullopt;
-    for (const Containermitglied& m : container->mitglieder) {
-        const Text pfad = platz_.Datenpfad + m.name;
-        const auto info = kanal_.fs().info(pfad);
-        if (!ist_Versionsname(m.name) || !info || info->size == 0 || info->size >= m.bytes.size()) continue;
-        const auto fehlen = [&] {
-            const auto inhalt = kanal_.werk().lesen(pfad);
-            return inhalt && dieselbe_Fassung(m.bytes, inhalt->sicht()) &&
-                   Sätze_fehlen(m.bytes, inhalt->sicht());
-        };
-        if (!fehlen()) continue;
-        kanal_.app().Pause(KURZ_WARTEN); // one look may be a moment's
-        if (!fehlen()) continue;
-        return Gekürzt{pfad, Sicherungszeit(platz_, Sicherungsschlüssel(kanal_, platz_, alle[0], false))};
-    }
-    return std::nullopt;
+    std::optional<Gekürzt> monat;
+    Sicherungen_durchgehen([&](const Gelesen& container, const Text& Backupname) {
+        monat = gekürzt(container, Backupname);
+        return true;
+    });
+    return monat;
 }
 
 bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
@@ -246,10 +311,30 @@ bool Wiederherstellung::Monat_zurückholen(const Text& yymm, const Text& zielnam
         if (!gefunden)
             for (const Text& zeile : {u"[" + yymm + u"]", Reservezeile, Text(KEINE_AUSNAHMEN)})
                 Zeile_verschlüsseln(basis.bytes, zu_cp1252(zeile), kanal_.schlüssel().nächster());
-        const std::string neu = Monat_ergänzt(basis.bytes, beschädigt, yymm);
-        schreiben(platz_.Datenpfad, zielname, neu);
+        const std::string neu = Monat_einsetzen(basis.bytes, yymm, zielname, beschädigt);
         return gefunden || neu.size() > basis.bytes.size();
     });
+}
+
+// The month as it is then. Rows are still appended to a damaged file: what came while the backups were read
+// goes along.
+std::string Wiederherstellung::Monat_einsetzen(std::string_view basis, const Text& yymm, const Text& zielname,
+                                               std::string_view beschädigt) {
+    constexpr int RUNDEN = 5;
+    for (int runde = 1;; ++runde) {
+        const auto jetzt = kanal_.werk().lesen(platz_.Datenpfad + zielname);
+        std::string neu = Monat_ergänzt(basis, jetzt ? jetzt->sicht() : beschädigt, yymm);
+        neu_beginnen(neu.data(), neu.size(), kanal_.schlüssel());
+        try {
+            if (!jetzt)
+                schreiben(platz_.Datenpfad, zielname, neu);
+            else
+                schreiben(platz_.Datenpfad, zielname, neu, gesehen(*jetzt).als_Vorgefunden());
+            return neu;
+        } catch (const Laufzeitfehler& fehler) {
+            if (fehler.nummer != FEHLER_EXISTIERT || runde == RUNDEN) throw;
+        }
+    }
 }
 
 } // namespace kalvora

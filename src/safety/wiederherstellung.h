@@ -18,18 +18,21 @@ public:
     // written. Faults in writing are thrown.
     bool Restore_aus_Backupdatei(const Text& datei, const Text& filter);
     // Takes the file from the newest backup whose member of that name is sound; a staff file only with years
-    // that fit the months in the data folder. False: there is none.
-    bool Datei_zurückholen(const Text& name);
+    // that fit the months in the data folder. False: there is none. With `gelesen` it is written only while
+    // that still stands there; 58 is thrown otherwise.
+    bool Datei_zurückholen(const Text& name,
+                           const std::optional<Dateiwerk::Vorgefunden>& gelesen = std::nullopt);
     // Writes the month's file `zielname` (in the data folder): the newest sound version of the month in the
     // backups, or a greater one that still stands in the folder, or else an empty month; and behind it the
     // rows that can still be read in the damaged one. False: nothing but the empty month.
     bool Monat_zurückholen(const Text& yymm, const Text& zielname, std::string_view beschädigt,
                            const Text& Reservezeile = {});
 
-    // Of a month's file that has lost rows which a backup knows, in a version that was never rewritten since:
-    // its bytes with them. Nothing: none are missing.
+    // Of a month's file that is damaged: its bytes with the rows that the newest backup of this version, or
+    // else of an earlier one, holds beyond them. Nothing: none are missing.
     std::optional<std::string> Monat_vervollständigt(const Text& name, std::string_view bytes) const;
-    // The first month in force that is shorter than in the newest backup, and the time of that; or nothing.
+    // The first month in force that lacks rows of the newest readable backup, and the time of that; or
+    // nothing.
     struct Gekürzt {
         Text pfad, Sicherungszeit;
     };
@@ -46,6 +49,9 @@ public:
         Dateiinhalt inhalt;
         std::vector<Containermitglied> mitglieder; // views into `inhalt`
         const Containermitglied* finden(TextView name) const;
+        // Makes the months versions of their own, see `neu_beginnen`: before they take the place of what
+        // stands there, which other workstations and older backups know.
+        void Monate_neu_beginnen(Schlüsselquelle& schlüssel);
     };
     std::optional<Gelesen> lesen(const Text& pfad) const;
     void kein_Container_melden() const;
@@ -65,12 +71,18 @@ private:
     // From the newest backup on, until `fertig`.
     using Blick = std::function<bool(const Gelesen&, const Text& Backupname)>;
     void Sicherungen_durchgehen(const Blick& fertig) const;
-    bool Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
-                        const Text& Backupname) const;
+    Dateiprobe::Urteil Version_prüfen(const Text& name, std::string_view bytes, Version& beste,
+                                      const Text& Backupname) const;
     Version aus_Sicherungen(const Text& yymm) const;
+    std::vector<const Containermitglied*> Versionen(const Gelesen& container, const Text& yymm) const;
+    std::optional<Gekürzt> gekürzt(const Gelesen& container, const Text& Backupname) const;
+    bool fehlen_Sätze(const Text& pfad, std::string_view gesichert) const;
+    std::string Monat_einsetzen(std::string_view basis, const Text& yymm, const Text& zielname,
+                                std::string_view beschädigt);
     void aus_Ordner(const Text& yymm, const Text& außer, Version& beste) const;
     bool passt(const Text& name, std::string_view bytes) const;
-    void schreiben(const Text& ordner, const Text& name, std::string_view bytes);
+    void schreiben(const Text& ordner, const Text& name, std::string_view bytes,
+                   const std::optional<Dateiwerk::Vorgefunden>& gelesen = std::nullopt);
     Dateikanal& kanal_;
     const Arbeitsplatz& platz_;
     Dateiprobe probe_;

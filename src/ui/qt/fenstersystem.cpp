@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -141,7 +142,7 @@ namespace {
 struct Knopf {
     Antwort antwort;
     const char16_t* text;
-    const char16_t* taste; // works without Alt, too
+    const char16_t* taste; // works with Alt and without
     QMessageBox::ButtonRole rolle;
 };
 
@@ -158,7 +159,9 @@ void richte_ein(QMessageBox& box, const Text& text, QMessageBox::Icon symbol) {
     const auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label"));
     auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!icon || !label) return;
-    label->setMinimumHeight(icon->sizeHint().height()); // a single line stands in the middle of the icon
+    // A single line stands in the middle of the icon; of several, all are to be seen.
+    label->setMinimumHeight(
+        std::max(icon->sizeHint().height(), label->fontMetrics().size(0, qt(text)).height()));
     label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
@@ -187,8 +190,11 @@ Antwort QtFenstersystem::question(const Text& text, const Frageart& art) {
     const Antwort escape = choice.back().antwort;
     std::vector<std::pair<QAbstractButton*, Antwort>> buttons;
     for (const Knopf& k : choice) {
-        QPushButton* button = box.addButton(QString::fromUtf16(k.text), k.rolle);
-        button->setShortcut(QKeySequence(QString::fromUtf16(k.taste)));
+        QPushButton* button = box.addButton(QLatin1Char('&') + QString::fromUtf16(k.text), k.rolle);
+        const QString taste = QString::fromUtf16(k.taste);
+        button->setShortcut(QKeySequence(taste));
+        const auto* mit_Alt = new QShortcut(QKeySequence(QStringLiteral("Alt+") + taste), &box);
+        connect(mit_Alt, &QShortcut::activated, button, [button] { button->click(); });
         if (k.antwort == art.vorgabe) box.setDefaultButton(button);
         if (k.antwort == escape) box.setEscapeButton(button);
         buttons.emplace_back(button, k.antwort);

@@ -234,7 +234,7 @@ TEST(Reparatur, Kalvoradat) {
 // A month that was cut where a line ends is noticed by the newest backup, before the day's one holds the rest
 // for the whole; one that was torn, at once. Either way the rows come back.
 TEST(Reparatur, GekürzterMonat) {
-    for (const bool am_Zeilenende : {true, false}) {
+    for (const auto& [am_Zeilenende, seitdem] : {std::pair{true, 0}, {true, 6}, {false, 0}}) {
         Rechner r;
         zwei_Tage_arbeiten(r);
         Platzlauf l(r, u"chef");
@@ -242,6 +242,8 @@ TEST(Reparatur, GekürzterMonat) {
         l.schließen();
         std::string bytes = *r.inhalt(MONAT);
         bytes.resize(am_Zeilenende ? bytes.rfind("\r\n", bytes.size() - 3) + 2 : bytes.size() - 9);
+        for (int n = 0; n < seitdem; ++n) // it may be longer by now than it was
+            bytes += als_Datei({A(u"chef", u"1")}, static_cast<std::uint8_t>(40 + n));
         r.schreibe(MONAT, bytes);
         EXPECT_EQ(starte(l, am_Zeilenende ? 19 : 18, Antwort::Ja), !am_Zeilenende);
         EXPECT_EQ(l.fenster.fragen.size(), am_Zeilenende ? 1U : 0U);
@@ -251,6 +253,51 @@ TEST(Reparatur, GekürzterMonat) {
         ASSERT_TRUE(starte(l, 19));
         EXPECT_EQ(l.zellen(u"otto").substr(24, 1), u"U");
         EXPECT_EQ(l.zellen(u"anna").substr(18, 2), u"UU");
+        EXPECT_EQ(l.zellen(u"chef").substr(0, 1), seitdem > 0 ? u"U" : u".");
+    }
+}
+
+// A row that was hurt since yesterday comes back although today's backup holds the damage already; of a torn
+// version of today come those persons who have nothing left. What was taken back does not return.
+TEST(Reparatur, ZeilenAusFrüherenSicherungen) {
+    const struct {
+        int tag;
+        bool abgerissen;
+        Text otto, anna;
+    } tafel[] = {{18, false, u"U", u"UU"}, {19, false, u"U", u"UU"}, {17, true, u".", u"UU"}};
+    for (const auto& fall : tafel) {
+        SCOPED_TRACE(fall.tag);
+        Rechner r;
+        zwei_Tage_arbeiten(r);
+        Platzlauf l(r, u"chef");
+        if (fall.tag > 17) {
+            ASSERT_TRUE(starte(l, 18));
+            l.schließen();
+        }
+        std::string bytes = *r.inhalt(MONAT);
+        if (fall.abgerissen)
+            bytes.resize(bytes.find("\r\n", 40) - 3); // in the first row
+        else
+            bytes[bytes.rfind('\n', bytes.size() - 2) + 2] ^= 0x10; // the last row's kind
+        r.schreibe(MONAT, bytes);
+        ASSERT_TRUE(starte(l, fall.tag));
+        EXPECT_EQ(l.zellen(u"otto").substr(24, 1), fall.otto);
+        EXPECT_EQ(l.zellen(u"anna").substr(18, 2), fall.anna);
+    }
+}
+
+// Whoever cannot read the newest backup, or list them, starts all the same; a backup that can be read tells.
+TEST(Reparatur, UnlesbareSicherungen) {
+    for (const Störung& s : {Störung{.aufruf = "open", .maske = u"*T.dat", .nummer = 70, .dauernd = true},
+                             Störung{.aufruf = "list", .maske = u"Backups", .nummer = 70, .dauernd = true}}) {
+        Rechner r;
+        zwei_Tage_arbeiten(r);
+        Platzlauf l(r, u"chef");
+        r.störe(s);
+        EXPECT_TRUE(starte(l, 18)) << zu_utf8(l.fenster.hinweise.empty() ? Text()
+                                                                         : l.fenster.hinweise.back());
+        EXPECT_TRUE(l.fenster.fragen.empty());
+        r.störe_nicht();
     }
 }
 

@@ -171,10 +171,11 @@ TEST(Backups, eines_am_Tag_und_eines_im_Monat) {
     p.fs.störe_nicht();
     EXPECT_EQ(p.namen(p.platz.Backuppfad).size(), 3U);
     const auto log = p.zeilen(p.platz.Logpfad + u"2612 Kalvora.log");
-    ASSERT_EQ(log.size(), 3U);
-    EXPECT_TRUE(enthält(log[2], u"Backup konnte nicht erstellt werden - " + p.backups.Hindernis()));
-    EXPECT_TRUE(enthält(log[2], u"Fehler Nr. 61 beim Schreiben von '/srv/x/Data/Backups/261203 1"));
-    EXPECT_TRUE(log[2].ends_with(u"' - Der Datenträger ist voll"));
+    ASSERT_EQ(log.size(), 4U);
+    EXPECT_TRUE(enthält(log[1], u"Fehler Nr. 70 beim Lesen von '/srv/x/Data/Backups"));
+    EXPECT_TRUE(enthält(log[3], u"Backup konnte nicht erstellt werden - " + p.backups.Hindernis()));
+    EXPECT_TRUE(enthält(log[3], u"Fehler Nr. 61 beim Schreiben von '/srv/x/Data/Backups/261203 1"));
+    EXPECT_TRUE(log[3].ends_with(u"' - Der Datenträger ist voll"));
     EXPECT_TRUE(p.backups.Backup_erstellen(u"T"));
     EXPECT_EQ(p.backups.Hindernis(), u"");
 }

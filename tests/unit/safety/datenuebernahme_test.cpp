@@ -94,7 +94,13 @@ TEST(Datenübernahme, Wiederherstellungspunkt) {
         EXPECT_EQ(p.namen(p.platz.Backuppfad),
                   (Zeilen{p.punkt, u"261116 120100 T.dat", u"261116 120101 T.dat"}));
         EXPECT_EQ(p.wieder.Sicherungen().front(), u"261116 120101 T.dat");
-        EXPECT_EQ(*p.fs.inhalt(p.sicherung(u"261116 120101 T.dat")), *p.fs.inhalt(p.sicherung(p.punkt)));
+        const std::string damals = *p.fs.inhalt(p.sicherung(p.punkt));
+        EXPECT_EQ(als_Zeilen(*p.fs.inhalt(p.sicherung(u"261116 120101 T.dat"))), als_Zeilen(damals));
+        // Whoever has read this version while it was longer must not take it for a cut one.
+        const Text monat = u"2611 261110 Data.dat";
+        const auto bytes = p.in_Sicherungen(monat);
+        EXPECT_EQ(*p.fs.inhalt(p.daten(monat)), bytes.back());
+        EXPECT_NE(bytes.back().substr(0, 8), bytes.front().substr(0, 8));
         const Text log = u"Datenordner wiederhergestellt mit Sicherung vom 10.11.26, 12:34:56 Uhr";
         EXPECT_TRUE(p.zeilen(p.platz.Logpfad + u"2611 Kalvora.log").back().ends_with(u"|KalvoAdmin|" + log));
         const auto ÜStd = p.zeilen(p.platz.Logpfad + u"2611 ÜStunden.log");
@@ -106,6 +112,19 @@ TEST(Datenübernahme, Wiederherstellungspunkt) {
         EXPECT_EQ(p.konfig.werte().Firma, u"Heute");
         EXPECT_TRUE(p.fs.gibt_es(p.daten(u"2611 261116 Data.dat")));
     }
+}
+
+// The start that finishes an interrupted one knows which it was.
+TEST(Datenübernahme, unterbrochen) {
+    Übernahmeplatz p;
+    p.anlegen();
+    p.fs.störe({.aufruf = "write", .maske = u".Konfig*", .wirkung = Wirkung::Ende});
+    EXPECT_THROW(p.übernahme.Wiederherstellungspunkt(p.punkt), Programmende);
+    Sicherungsplatz q(p.fs.geteilte_platte());
+    EXPECT_TRUE(q.ersatz.Begonnenes_abschließen());
+    EXPECT_TRUE(q.zeilen(q.platz.Logpfad + u"2611 Kalvora.log")
+                    .back()
+                    .ends_with(u"|Datenordner wiederhergestellt mit Sicherung vom 10.11.26, 12:34:56 Uhr"));
 }
 
 TEST(Datenübernahme, lehnt_ab_ohne_etwas_zu_ändern) {

@@ -181,6 +181,23 @@ TEST(Wiederherstellung, Monat_aus_Sicherung_oder_Ordner) {
         else
             EXPECT_EQ(zeilen[3], A(u"anna", f.anna)) << f.was;
     }
+    // What can be read in newer ones that are faulty goes along, and what is appended meanwhile.
+    Sicherungsplatz q;
+    const std::string alt = mit(u"1");
+    q.lege_Backup(u"261111 120000 T.dat", {{ziel, alt}});
+    q.lege_Backup(u"261112 120000 T.dat",
+                  {{ziel, alt + als_Datei({A(u"otto", u"2"), u"A:x", A(u"eve", u"3")}, 50)}});
+    q.fs.schreibe(q.daten(ziel), alt + "?");
+    bool einmal = true;
+    q.fs.davor = [&](const std::string& aufruf, const Text&) {
+        if (aufruf == "write" && std::exchange(einmal, false))
+            q.fs.schreibe(q.daten(ziel), alt + "?\r\n" + als_Datei({A(u"otto", u"4")}, 60));
+    };
+    EXPECT_TRUE(q.wieder.Monat_zurückholen(u"2611", ziel, {}));
+    EXPECT_EQ(q.zeilen(q.daten(ziel)),
+              Monat({A(u"anna", u"1"), A(u"otto", u"2"), A(u"eve", u"3"), A(u"otto", u"4")}));
+    EXPECT_NE(q.fs.inhalt(q.daten(ziel))->substr(0, 8), alt.substr(0, 8))
+        << "it is another version from now on";
     Sicherungsplatz p; // rows of the damaged file alone are something, too
     EXPECT_TRUE(p.wieder.Monat_zurückholen(u"2611", ziel, als_Datei({u"?", A(u"anna", u"3")})));
     EXPECT_EQ(p.zeilen(p.daten(ziel)).back(), A(u"anna", u"3"));
