@@ -84,7 +84,7 @@ void Erfassungsdateien::Ausstehende_abschließen() {
     }
     for (const Text& yymm : ausstehend_.Monate())
         Unbestätigte_melden(yymm, ausstehend_.aufgeben(yymm));
-    log_.nachsehen();
+    log_.nachsehen(true);
 }
 
 } // namespace kalvora

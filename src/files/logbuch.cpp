@@ -12,6 +12,7 @@ namespace {
 
 constexpr TextView STORNO = u":Storno";
 constexpr int HÖCHSTENS_VERSUCHE = 4;
+constexpr double REIFEZEIT = 2; // seconds
 constexpr int NUTZLAST_AB = 19; // behind "dd.mm.yy hh:nn:ss|"
 
 Text Monat_davor(const Text& yymm) {
@@ -90,7 +91,10 @@ void Logbuch::anfügen(TextView name, const std::vector<Text>& zeilen) {
     const Text datei = platz_.Monat_heute() + u" " + Text(name);
     const Text pfad = Datei_finden(kanal_.fs(), platz_.Logpfad, datei);
     if (!in_Datei(pfad, zeilen)) return;
-    merken(pfad);
+    ungesehen_.push_back({pfad,
+                          {kanal_.Größe_vor_Anhang(), kanal_.Stand(), kanal_.Kopfbytes()},
+                          kanal_.Angehängtes(),
+                          kanal_.werk().uhr().steady()});
     // Of several records at once the copy gets the last one alone.
     if (konfig_.werte().Setting(2) == 1)
         in_Datei(Datei_finden(kanal_.fs(), platz_.Temppfad, datei), {zeilen.back()});
@@ -103,24 +107,32 @@ bool Logbuch::in_Datei(const Text& pfad, const std::vector<Text>& zeilen) {
     return kanal_.Datei_schließen() == 0;
 }
 
-void Logbuch::merken(const Text& pfad) {
-    const std::string& neue = kanal_.Angehängtes();
-    if (!ungesehen_.empty() && ungesehen_.back().pfad == pfad)
-        ungesehen_.back().zeilen += neue;
-    else
-        ungesehen_.push_back({pfad, {kanal_.Größe_vor_Anhang(), kanal_.Stand(), kanal_.Kopfbytes()}, neue});
+// Takes out those old enough; of one file together, from the place of the first on.
+std::vector<Logbuch::Ungesehenes> Logbuch::reife(bool alle) {
+    const double jetzt = kanal_.werk().uhr().steady();
+    std::vector<Ungesehenes> reif;
+    std::erase_if(ungesehen_, [&](Ungesehenes& u) {
+        if (!alle && jetzt - u.zeit < REIFEZEIT) return false;
+        if (!reif.empty() && reif.back().pfad == u.pfad && reif.back().versuch == u.versuch)
+            reif.back().zeilen += u.zeilen;
+        else
+            reif.push_back(std::move(u));
+        return true;
+    });
+    return reif;
 }
 
 // A log that is out of reach is looked at again next time. Whoever has written one anew had the records
 // before him.
-void Logbuch::nachsehen() {
+void Logbuch::nachsehen(bool alle) {
     const Dateiwerk& werk = kanal_.werk();
-    for (Ungesehenes& u : std::exchange(ungesehen_, {})) {
+    for (Ungesehenes& u : reife(alle)) {
         const auto fehlt = werk.Überschriebenes(u.pfad, u.wo, u.zeilen);
         const bool vorbei = fehlt ? fehlt->empty() : fehlt.nummer() == FEHLER_NICHT_GEFUNDEN;
         if (vorbei || (fehlt && ++u.versuch > HÖCHSTENS_VERSUCHE)) continue;
         if (fehlt) {
             u.zeilen = *fehlt;
+            u.zeit = werk.uhr().steady();
             if (auto wo = werk.anhängen(u.pfad, u.zeilen, true)) u.wo = std::move(*wo);
         }
         ungesehen_.push_back(std::move(u));

@@ -23,22 +23,23 @@ public:
     void Logbuch_ÜStd_ergänzen(int art, TextView text);
     // Takes pairs of a record and its ":Storno" out of this month's ("T") or last month's ("M") log.
     void Logbuch_bereinigen(TextView art);
-    // Looks for the records written since the last look.
-    void nachsehen();
+    // Looks for own records that no look has seen yet. One just written is left for the next look: an append
+    // that began before it may still take its place. `alle`: at the end there is none.
+    void nachsehen(bool alle = false);
 
     void Sammeln(bool an) { sammeln_ = an; }
     const std::vector<Text>& Logpuffer() const { return puffer_; }
     void Logpuffer_leeren() { puffer_.clear(); }
 
 private:
-    // Records of one or more appends that no look has seen yet.
     struct Ungesehenes {
         Text pfad;
-        Dateiwerk::Anhang wo; // of the first of them
-        std::string zeilen;   // as stored
+        Dateiwerk::Anhang wo;
+        std::string zeilen; // as stored
+        double zeit = 0;    // steady seconds
         int versuch = 1;
     };
-    void merken(const Text& pfad);
+    std::vector<Ungesehenes> reife(bool alle);
     void anfügen(TextView name, const std::vector<Text>& zeilen);
     bool in_Datei(const Text& pfad, const std::vector<Text>& zeilen);
     Dateikanal& kanal_;

@@ -90,6 +90,14 @@ Fehlercode Dateiwerk::alles_schreiben(FileSystem::Handle h, std::string_view byt
 
 Ergebnis<Dateiwerk::Anhang> Dateiwerk::anhängen(const Text& pfad, std::string_view bytes,
                                                 bool nur_bestehende) const {
+    auto anhang = einmal_anhängen(pfad, bytes, nur_bestehende);
+    if (anhang.nummer() != FEHLER_NETZ || !fs_.info(pfad)) return anhang;
+    fs_.wait(UMBENENNEN_PAUSE);
+    return einmal_anhängen(pfad, bytes, nur_bestehende);
+}
+
+Ergebnis<Dateiwerk::Anhang> Dateiwerk::einmal_anhängen(const Text& pfad, std::string_view bytes,
+                                                       bool nur_bestehende) const {
     using E = Ergebnis<Anhang>;
     const auto h = fs_.open(pfad, nur_bestehende ? OpenMode::Extend : OpenMode::Append);
     if (!h) return E::fehler(h.nummer());

@@ -41,7 +41,8 @@ public:
     };
     // One write of whole lines, synced. A last line that lacks its end is closed first, by NUL CR LF: its
     // writer was ended in the middle of it. What a short write left is taken back. With `nur_bestehende` a
-    // missing or emptied file is left alone: 53.
+    // missing or emptied file is left alone: 53. When the file goes under the open handle (52), because
+    // somebody replaces it, that is tried once more with the new one.
     Ergebnis<Anhang> anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende = false) const;
     // Of the stored lines that such an append has written those that are gone: somebody else's append at the
     // same moment has overwritten them, as shares allow. None when the file was written anew since.
@@ -61,6 +62,7 @@ public:
     Ergebnis<FileInfo> neu_anlegen(const Text& pfad, std::string_view bytes) const;
 
 private:
+    Ergebnis<Anhang> einmal_anhängen(const Text& pfad, std::string_view bytes, bool nur_bestehende) const;
     struct Nebendatei {
         Text pfad;
         FileInfo info;

@@ -92,6 +92,7 @@ TEST(Logbuch, ÜberschriebenesWirdNachgetragen) {
         for (const TextView text : {u"a", u"ab", u"b"})
             p.log.Logbuch_ergänzen(1, text);
         const std::string ganz = *p.fs.inhalt(p.datei);
+        p.uhr.weiter(2);
         p.log.nachsehen();
         EXPECT_EQ(p.fs.inhalt(p.datei), ganz);
 
@@ -101,6 +102,7 @@ TEST(Logbuch, ÜberschriebenesWirdNachgetragen) {
         std::string gestört = *p.fs.inhalt(p.datei);
         gestört.replace(ganz.size(), c.size() - 2, c.size() - 2, 'x');
         p.fs.schreibe(p.datei, gestört);
+        p.uhr.weiter(2);
         p.fs.störe({.aufruf = "open", .nummer = FEHLER_NETZ}); // out of reach for a look
         p.log.nachsehen();
         p.fs.störe_nicht();
@@ -109,6 +111,11 @@ TEST(Logbuch, ÜberschriebenesWirdNachgetragen) {
         EXPECT_EQ(p.fs.inhalt(p.datei), gestört + c) << "the one that has gone, and no other";
         p.fs.schreibe(p.datei, gestört); // once more
         p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört) << "too early to say";
+        p.uhr.weiter(2);
+        p.log.nachsehen();
+        EXPECT_EQ(p.fs.inhalt(p.datei), gestört + c);
+        p.uhr.weiter(2);
         p.log.nachsehen();
         EXPECT_EQ(p.fs.inhalt(p.datei), gestört + c);
 
@@ -118,11 +125,11 @@ TEST(Logbuch, ÜberschriebenesWirdNachgetragen) {
         EXPECT_EQ(p.fs.inhalt(p.datei), gestört);
         p.log.Logbuch_ergänzen(1, u"e");
         p.fs.schreibe(p.datei, als_Datei({u"anders", u"und noch etwas"}));
-        p.log.nachsehen();
+        p.log.nachsehen(true);
         EXPECT_EQ(p.log_zeilen().size(), 2u);
         p.log.Logbuch_ergänzen(1, u"f");
         (void)p.fs.remove(p.datei);
-        p.log.nachsehen();
+        p.log.nachsehen(true);
         EXPECT_FALSE(p.fs.gibt_es(p.datei));
     }
 }

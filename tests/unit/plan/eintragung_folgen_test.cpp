@@ -155,6 +155,7 @@ TEST(Hauptfenster, ÜberschriebenerLogsatz) {
         const auto sätze = p.log();
         ASSERT_FALSE(sätze.empty());
         p.schreibe(datei, std::string(p.inhalt(datei)->size() - 2, 'x') + "\r\n");
+        if (!am_Ende) l.uhr.weiter(2);
         if (am_Ende)
             l.schließen();
         else
