@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTabBar>
@@ -147,14 +148,16 @@ TEST_F(Vertrag, Tasten_kommen_einmal_an_und_gehen_sonst_an_das_Steuerelement) {
 TEST_F(Vertrag, Fragen_antworten_mit_Tasten_und_gelten_als_beschaeftigt) {
     struct Fall {
         Qt::Key taste;
+        Qt::KeyboardModifier mit;
         bool mit_Abbrechen;
         Antwort vorgabe, erwartet;
     };
-    constexpr Fall FÄLLE[]{{Qt::Key_Escape, false, Antwort::Ja, Antwort::Nein},
-                           {Qt::Key_Escape, true, Antwort::Ja, Antwort::Abbrechen},
-                           {Qt::Key_Return, false, Antwort::Nein, Antwort::Nein},
-                           {Qt::Key_J, false, Antwort::Nein, Antwort::Ja},
-                           {Qt::Key_A, true, Antwort::Ja, Antwort::Abbrechen}};
+    constexpr Fall FÄLLE[]{{Qt::Key_Escape, Qt::NoModifier, false, Antwort::Ja, Antwort::Nein},
+                           {Qt::Key_Escape, Qt::NoModifier, true, Antwort::Ja, Antwort::Abbrechen},
+                           {Qt::Key_Return, Qt::NoModifier, false, Antwort::Nein, Antwort::Nein},
+                           {Qt::Key_J, Qt::NoModifier, false, Antwort::Nein, Antwort::Ja},
+                           {Qt::Key_N, Qt::AltModifier, false, Antwort::Ja, Antwort::Nein},
+                           {Qt::Key_A, Qt::NoModifier, true, Antwort::Ja, Antwort::Abbrechen}};
     for (const Fall& fall : FÄLLE) {
         QTimer::singleShot(0, &t.fenster(), [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -163,11 +166,26 @@ TEST_F(Vertrag, Fragen_antworten_mit_Tasten_und_gelten_als_beschaeftigt) {
             alles_anfassen();
             EXPECT_EQ(ereignisse, Liste{});
             box->activateWindow();
-            QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, fall.taste);
+            QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, fall.taste, fall.mit);
         });
         EXPECT_EQ(t.app.Frage(u"Löschen <b>?", {Fragesymbol::Frage, fall.mit_Abbrechen, fall.vorgabe}),
                   fall.erwartet)
             << QKeySequence(fall.taste).toString().toStdString();
+    }
+}
+
+TEST_F(Vertrag, Eine_Meldung_zeigt_alle_Zeilen) {
+    Text text;
+    for (int zeilen = 1; zeilen <= 12; ++zeilen) {
+        text += (zeilen > 1 ? u"\nZeile " : u"Zeile ") + ziffern(zeilen);
+        QTimer::singleShot(0, &t.fenster(), [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(box && QTest::qWaitForWindowActive(box));
+            const auto* label = box->findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+            EXPECT_GE(label->height(), zeilen * label->fontMetrics().height()) << zeilen;
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        t.app.Hinweis(text);
     }
 }
 

@@ -53,6 +53,22 @@ TEST(GanzeDatei, AnhängenSchließtEineOffeneZeile) {
     }
 }
 
+// Another workstation puts a new file in the place of the one that is just being appended to.
+TEST(GanzeDatei, AnhängenFolgtDerNeuenDatei) {
+    for (const char* aufruf : {"write", "sync"}) {
+        Werkprobe p;
+        p.fs.davor = [&](const std::string& name, const Text&) {
+            if (name == aufruf) p.fs.schreibe(PFAD, NEU);
+            if (name == aufruf) p.fs.davor = {};
+        };
+        p.fs.störe({.aufruf = aufruf, .nummer = FEHLER_NETZ});
+        EXPECT_TRUE(p.werk.anhängen(PFAD, "b\r\n"));
+        EXPECT_EQ(p.inhalt(), NEU + "b\r\n") << aufruf;
+        p.fs.störe({.aufruf = aufruf, .nummer = FEHLER_NETZ, .dauernd = true});
+        EXPECT_EQ(p.werk.anhängen(PFAD, "c\r\n").nummer(), FEHLER_NETZ);
+    }
+}
+
 TEST(GanzeDatei, RechteBleibenUndOhneUmbenennenGehtEsAuch) {
     Werkprobe p;
     p.fs.platte().finde(PFAD)->info.mode = 0664;
