@@ -16,8 +16,8 @@
 
 namespace kalvora {
 
-// A value or the number of the fault that stood in its way. To ask a fault for its value is an error of the
-// program's.
+// A value or the number of the fault that stood in its way. Whoever asks a fault for its value all the same
+// gets it thrown.
 template <class T>
 class [[nodiscard]] Ergebnis {
 public:
@@ -26,11 +26,11 @@ public:
     explicit operator bool() const { return nummer_ == 0; }
     int nummer() const { return nummer_; }
     T& operator*() {
-        assert(wert_);
+        verlangen();
         return *wert_;
     }
     const T& operator*() const {
-        assert(wert_);
+        verlangen();
         return *wert_;
     }
     T* operator->() { return &**this; }
@@ -38,6 +38,9 @@ public:
 
 private:
     Ergebnis(int nummer, int) : nummer_(nummer) { assert(nummer != 0); }
+    void verlangen() const {
+        if (!wert_) throw Laufzeitfehler(nummer_, u"Der Zugriff ist gescheitert");
+    }
     std::optional<T> wert_;
     int nummer_ = 0;
 };
