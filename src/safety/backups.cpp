@@ -179,12 +179,8 @@ bool Backups::aufnehmen(const Text& pfad) {
     };
     const std::int64_t davor = name_.empty() ? 0 : Sekunde(platz_.Backuppfad + name_);
     bool da = verjüngen(pfad);
-    const std::function<void()> warten[] = {
-        [&] { kanal_.app().Pause(1); }, // which may be a script's own time
-        [&] { fs.wait(1); }};
-    for (const auto& eine_Sekunde : warten) {
-        if (!da || davor == 0 || davor != Sekunde(pfad)) break;
-        eine_Sekunde();
+    if (da && davor != 0 && davor == Sekunde(pfad)) {
+        kanal_.app().Pause(1);
         da = verjüngen(pfad);
     }
     const auto umbenennen = [&](const Text& neu) -> Fehlercode {
