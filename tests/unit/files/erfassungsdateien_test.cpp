@@ -294,11 +294,13 @@ TEST(Erfassungsdateien, Checken) {
         {"a faulty head", als_Datei(Monat(neue, u"2505", u"ohne")), true},
         {"another month's", als_Datei(Monat(neue, u"2501")), true},
         {"empty", "", true},
+        {"the older one cannot be read", als_Datei(Monat(neue, u"2508")), true},
     };
-    for (int n = 1; n <= 7; ++n)
+    p.fs.schreibe(p.pfad(stamm(8)), "kaputt\r\n");
+    for (int n = 1; n <= 8; ++n)
         p.fs.schreibe(p.pfad(stamm(n).substr(0, 10) + u"2"), tafel[n - 1].datei);
     p.erfassung.Erfassungsdateien_checken(); // 2027 may be missing: it is ahead
-    for (int n = 1; n <= 7; ++n)
+    for (int n = 1; n <= 8; ++n)
         EXPECT_EQ(p.fs.gibt_es(p.pfad(stamm(n))), tafel[n - 1].bleibt) << tafel[n - 1].was;
 }
 
